@@ -1,0 +1,72 @@
+#pragma once
+
+/* What the development kit adds to the settings store: the product's own access, inspection, faults and the answers to
+ * elevation prompts. Exported by the same library as the OrbStrata_* functions. Thread-safe, but for the functions that
+ * set the process up (store file, observer), which come first. */
+
+#include "suite/OrbStrata.h"
+
+typedef enum OrbStrataType
+{
+    ORB_STRATA_TYPE_NONE = 0, /* constraints only, no value */
+    ORB_STRATA_TYPE_BOOL = 1,
+    ORB_STRATA_TYPE_INT32 = 2,
+    ORB_STRATA_TYPE_INT64 = 3,
+    ORB_STRATA_TYPE_STRING = 4, /* wide */
+    ORB_STRATA_TYPE_UTF8 = 5,
+    ORB_STRATA_TYPE_OBJECT = 6
+} OrbStrataType;
+
+/* One entry. `text` holds a string's UTF-8 text or an object's JSON text; `number` holds a boolean or an integer. */
+typedef struct OrbStrataEntry
+{
+    const wchar_t* key;
+    OrbStrataType type;
+    int64_t number;
+    const char* text;
+    uint32_t constraints;
+} OrbStrataEntry;
+
+typedef void(NL_SUITE_CALL* OrbStrataEntryVisitor)(void* context, const OrbStrataEntry* entry);
+
+/* A value write (set or remove, not a constraint word) that reached the store, in commit order. `byPlugIn` is false for
+ * product handles and for other processes. Called on a thread of the store's, or inside the writing call. */
+typedef void(NL_SUITE_CALL* OrbStrataWriteObserver)(void* context, const char* sid, const wchar_t* key, bool byPlugIn);
+
+#define NL_ORB_STRATA_CONTROL_FUNCTIONS(F)                                                                             \
+    /* The database file (UTF-8 path), before the first handle. Default: the environment variable                      \
+     * ORB_STRATA_STORE, else "Norlane/Strata/store.db" below Common AppData. */                                       \
+    F(void, OrbStrataControl_SetStoreFile, (const char* path))                                                         \
+    /* Why the store last failed to open, read or write, as a sentence; empty when it never did. Free the text. */     \
+    F(char*, OrbStrataControl_LastError, (void))                                                                       \
+    /* A handle with the product's own rights: writes every key, enforced ones too; no fault applies to it. */         \
+    F(OrbStrataHandle, OrbStrataControl_OpenProductHandle, (const wchar_t* sid, OrbStrataResult* result))              \
+    F(OrbStrataResult, OrbStrataControl_Remove, (OrbStrataHandle handle, const wchar_t* key))                          \
+    F(OrbStrataResult, OrbStrataControl_Find,                                                                          \
+      (OrbStrataHandle handle, const wchar_t* key, OrbStrataEntryVisitor visitor, void* context))                      \
+    F(OrbStrataResult, OrbStrataControl_List,                                                                          \
+      (OrbStrataHandle handle, const wchar_t* prefix, OrbStrataEntryVisitor visitor, void* context))                   \
+    /* Writes any entry: the CLI's import and the host's store.set. Ill-formed text: ORB_STRATA_INVALID_ARGUMENT. */   \
+    F(OrbStrataResult, OrbStrataControl_Write, (OrbStrataHandle handle, const OrbStrataEntry* entry))                  \
+    /* Writes a list of entries in one transaction, all or none. */                                                    \
+    F(OrbStrataResult, OrbStrataControl_WriteAll,                                                                      \
+      (OrbStrataHandle handle, const OrbStrataEntry* entries, uint32_t count))                                         \
+    F(void, OrbStrataControl_SetWriteObserver, (OrbStrataWriteObserver observer, void* context))                       \
+    /* The answer to every elevation prompt of this process from now on; true at start. */                             \
+    F(void, OrbStrataControl_SetElevationAnswer, (bool accept))                                                        \
+    /* The next `count` calls (0 = every call) of `function` (C name) by handles other than the product's, with `key`  \
+     * where it is not null, answer `code`. Several faults hold at once. False: there is no such function. */          \
+    F(bool, OrbStrataControl_SetFault,                                                                                 \
+      (const char* function, const wchar_t* key, OrbStrataResult code, uint32_t count))                                \
+    F(void, OrbStrataControl_ClearFaults, (void))                                                                      \
+    /* Waits until every change committed so far, by any process, has been noticed and its callbacks have returned.    \
+     * False: time-out. */                                                                                             \
+    F(bool, OrbStrataControl_WaitForDelivery, (uint32_t timeoutMs))                                                    \
+    /* Open handles of this process, product handles included. */                                                      \
+    F(uint32_t, OrbStrataControl_OpenHandles, (void))                                                                  \
+    /* Ends the notification thread and closes the database once no handle is open; for an orderly unload. */          \
+    F(void, OrbStrataControl_Shutdown, (void))
+
+#if defined(NL_SUITE_PROTOTYPES)
+NL_ORB_STRATA_CONTROL_FUNCTIONS(NL_SUITE_PROTOTYPE)
+#endif
