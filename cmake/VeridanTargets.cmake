@@ -42,15 +42,24 @@ function(veridan_library name)
   target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} veridan_warnings)
 endfunction()
 
-# veridan_module(NAME SOURCES ... [PRIVATE ...]): a shared library without a "lib" prefix, as the suite names them.
+# veridan_module(NAME SOURCES ... [PRIVATE ...] [EXPORTS ...]): a shared library without a "lib" prefix, as the suite
+# names them. EXPORTS lists its symbols ("OrbStrata_*" for several) and hides all others on ELF systems. Hidden
+# visibility alone leaves the standard library's templates exported, and its unique symbols keep a library from ever
+# being unloaded.
 function(veridan_module name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;PRIVATE" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;PRIVATE;EXPORTS" ${ARGN})
   add_library(${name} SHARED ${ARG_SOURCES})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/interfaces)
   target_link_libraries(${name} PRIVATE ${ARG_PRIVATE} veridan_warnings)
   set_target_properties(${name} PROPERTIES PREFIX "")
   if(NOT WIN32 AND NOT VERIDAN_SANITIZE)
     target_link_options(${name} PRIVATE -Wl,--no-undefined -Wl,--as-needed)
+  endif()
+  if(ARG_EXPORTS AND NOT WIN32)
+    list(JOIN ARG_EXPORTS "; " exports)
+    file(CONFIGURE OUTPUT ${name}.map CONTENT "{ global: @exports@; local: *; };\n" @ONLY)
+    target_link_options(${name} PRIVATE "-Wl,--version-script=${CMAKE_CURRENT_BINARY_DIR}/${name}.map")
+    set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/${name}.map)
   endif()
 endfunction()
 
