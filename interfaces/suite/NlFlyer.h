@@ -3,7 +3,7 @@
 /* Notification flyers (library nl_flyer_api_32). Every call returns 0 on success, else an error number. Texts are
  * copied. UI thread only. */
 
-#include "SuiteAbi.h"
+#include "suite/SuiteAbi.h"
 
 typedef struct NlFlyerTag* NlFlyerHandle;
 

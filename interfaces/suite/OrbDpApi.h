@@ -3,7 +3,7 @@
 /* Metrics (library nl_orb_datapipeline_api_32). Events are recorded for the component `code`; the result is 0 on
  * success, else an error number. Texts are copied. Any thread. */
 
-#include "SuiteAbi.h"
+#include "suite/SuiteAbi.h"
 
 #define NL_ORB_DP_API_FUNCTIONS(F)                                                                                     \
     F(int32_t, OrbDpApi_MetricsRecordEvent, (int32_t code, const char* name))                                          \

@@ -8,7 +8,7 @@
  * Every function may be called from any thread. Texts that a function returns belong to the caller, who hands them back
  * with OrbStrata_FreeString, also after a failure; null is accepted. No function blocks on a notification callback. */
 
-#include "SuiteAbi.h"
+#include "suite/SuiteAbi.h"
 
 typedef struct OrbStrataHandleTag* OrbStrataHandle;             /* an open scope; 0 = none */
 typedef struct OrbStrataSubscriptionTag* OrbStrataSubscription; /* a registered callback; 0 = none */
