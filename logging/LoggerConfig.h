@@ -1,0 +1,19 @@
+#pragma once
+
+#include <atomic>
+#include <string>
+
+namespace NlOrbLogging
+{
+
+/// What a session of the log was initialised with.
+struct LoggerConfig
+{
+    std::wstring component;
+    std::wstring module;
+    int defaultLevel = 0;
+    unsigned flags = 0;
+    std::atomic<bool> dirty{false}; ///< The registry has not been read for this configuration.
+};
+
+} // namespace NlOrbLogging
