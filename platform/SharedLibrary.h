@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace Platform
+{
+
+/// A library loaded at run time; unloaded by the destructor.
+class SharedLibrary
+{
+public:
+    SharedLibrary() = default;
+    SharedLibrary(SharedLibrary&& other) noexcept;
+    SharedLibrary& operator=(SharedLibrary&& other) noexcept;
+    ~SharedLibrary();
+
+    /// Loads the library of this absolute path. Returns 0 or the system's error number; a path that is not absolute is
+    /// ErrorBadPathname. What the library itself needs is looked for beside it, not in the current folder.
+    std::uint32_t Load(const std::wstring& path);
+    void Unload();
+    bool IsLoaded() const { return m_module != nullptr; }
+
+    /// Null: there is no such function.
+    void* Find(const char* function) const;
+
+    static constexpr std::uint32_t ErrorModuleNotFound = 126;
+    static constexpr std::uint32_t ErrorFunctionNotFound = 127;
+    static constexpr std::uint32_t ErrorBadPathname = 161;
+
+    /// The suffix of library files, ".dll" or ".so".
+    static const char* Suffix();
+
+    /// The file that holds the code of this program or library; empty when the system does not tell.
+    static std::wstring PathOf(const void* code);
+
+private:
+    void* m_module = nullptr;
+};
+
+} // namespace Platform

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/KernelHandle.h"
+#include "platform/Service.h"
+
+#include <cstdint>
+
+namespace Platform
+{
+
+/// What a process may do. Any thread.
+class Token
+{
+public:
+    /// The group of administrators below BUILTIN.
+    static constexpr std::uint32_t Administrators = 544;
+
+    virtual ~Token() = default;
+
+    /// Whether a token belongs to the group S-1-5-32-`group`; null: the token of this process. On POSIX only root
+    /// belongs to a group, to Administrators, and there are no tokens of others.
+    virtual bool IsMemberOfBuiltinGroup(KernelHandle token, std::uint32_t group) = 0;
+
+    /// Whether this process runs at low integrity (label 0x1000). Never on POSIX.
+    virtual bool IsLowIntegrity() = 0;
+};
+
+template <>
+Token& System<Token>();
+
+} // namespace Platform

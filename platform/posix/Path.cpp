@@ -1,0 +1,13 @@
+#include "platform/Path.h"
+
+namespace Platform
+{
+
+const wchar_t PathSeparator = L'/';
+
+bool IsAbsolutePath(std::wstring_view path)
+{
+    return !path.empty() && path.front() == PathSeparator;
+}
+
+} // namespace Platform

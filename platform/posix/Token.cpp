@@ -1,0 +1,30 @@
+#include "platform/Token.h"
+
+#include <unistd.h>
+
+namespace Platform
+{
+
+namespace
+{
+
+class PosixToken : public Token
+{
+public:
+    bool IsMemberOfBuiltinGroup(KernelHandle token, std::uint32_t group) override
+    {
+        return token == nullptr && group == Administrators && ::geteuid() == 0;
+    }
+
+    bool IsLowIntegrity() override { return false; }
+};
+
+} // namespace
+
+template <>
+Token& System<Token>()
+{
+    return Detail::Undying<PosixToken>();
+}
+
+} // namespace Platform
