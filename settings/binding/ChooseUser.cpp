@@ -1,0 +1,42 @@
+#include "settings/binding/ChooseUser.h"
+
+#include "util/Users.h"
+
+#include <QString>
+
+namespace
+{
+
+std::wstring ProcessUserSid(const FunctionLog& log)
+{
+    std::wstring sid;
+    if (CurrentUser().GetSid(sid))
+        return sid;
+    LOG(log, 2, L"%s: CurrentUser().GetSid() failed. Defaulting to ORB_STRATA_SCOPE_CURRENT_USER");
+    return {};
+}
+
+std::wstring ActiveUserSid(const FunctionLog& log)
+{
+    if (AllUsers().GetActiveSession() == kInvalidSession)
+    {
+        LOG(log, 4,
+            L"%s: AllUsers().GetActiveSession() returned an invalid ID. Using system default user for initialization");
+        return {};
+    }
+    const LoggedInUser user = LoggedInUser::FromActiveUser();
+    const std::wstring sid = user.GetSid();
+    if (sid.empty())
+        LOG(log, 2, L"%s: LoggedInUser::FromActiveUser().GetSid() returned an empty string! Error: %lu",
+            user.LastError());
+    return sid;
+}
+
+} // namespace
+
+std::string ChooseUserSid(const FunctionLog& log)
+{
+    const std::wstring processUser = ProcessUserSid(log);
+    const std::wstring activeUser = ActiveUserSid(log);
+    return QString::fromStdWString(activeUser.empty() ? processUser : activeUser).toStdString();
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "util/OrbStrataApi.h"
+
+#include <string_view>
+#include <typeinfo>
+#include <variant>
+#include <vector>
+
+namespace StrataSettings
+{
+
+class PropertyBase;
+
+/// A node of a settings tree: holds properties and child models, which register with it as they are constructed. Every
+/// walk goes through them depth first, in the order of their declaration. The tree's shape is fixed once it is built;
+/// the properties look after their own locks.
+class Model
+{
+public:
+    Model() = default;
+    explicit Model(Model* parent);
+    Model(const Model&) = delete;
+    Model& operator=(const Model&) = delete;
+    virtual ~Model() = default;
+
+    virtual void Load(OrbStrataHandle handle);
+
+    /// Saves what is changed and not enforced. Goes on after a failure; false when the store refused any property.
+    virtual bool Save(OrbStrataHandle handle);
+
+    /// The second step of loading a scope that may write constraints. Groups with constraints of their own override it.
+    virtual void ApplyConstraints(OrbStrataHandle handle);
+
+    /// The property with this key anywhere in the tree, or null.
+    PropertyBase* Find(std::wstring_view key) const;
+
+    /// The child model of exactly this run-time type, or null. Direct children only.
+    Model* FindChild(const std::type_info& type) const;
+
+    /// Marks every property changed: the next save writes the whole tree.
+    void MarkChanged();
+
+    /// Takes value, constraints and state of every property of a tree of the same shape.
+    void CopyFrom(const Model& other);
+
+    /// Calls `visit(PropertyBase&)` for every property of the tree.
+    template <class Visit>
+    void ForEachProperty(Visit&& visit) const
+    {
+        for (const Node& node : m_nodes)
+        {
+            if (PropertyBase* const* property = std::get_if<PropertyBase*>(&node))
+                visit(**property);
+            else
+                std::get<Model*>(node)->ForEachProperty(visit);
+        }
+    }
+
+    /// The handle that properties without one of their own use; meaningful in the top-most node.
+    void SetHandle(OrbStrataHandle handle) noexcept { m_handle = handle; }
+    OrbStrataHandle FindHandle() const noexcept;
+
+    void Register(PropertyBase& property) { m_nodes.emplace_back(&property); }
+
+private:
+    using Node = std::variant<PropertyBase*, Model*>;
+
+    Model* const m_parent = nullptr;
+    OrbStrataHandle m_handle = nullptr;
+    std::vector<Node> m_nodes;
+};
+
+/// A node that stands inside another one and knows it.
+template <class Base>
+class Child : public Base
+{
+public:
+    explicit Child(Model* parent) : Base(parent) {}
+};
+
+} // namespace StrataSettings

@@ -1,0 +1,126 @@
+#pragma once
+
+#include "logging/LogName.h"
+#include "settings/binding/PropertyBase.h"
+#include "settings/binding/StoreCodec.h"
+#include "settings/binding/TypeName.h"
+
+#include <type_traits>
+#include <utility>
+
+namespace StrataSettings
+{
+
+/// One setting with a value of type T, which stands in the store as StoreCodec<T> says.
+template <class T>
+class Property : public PropertyBase
+{
+public:
+    /// A property of a model, which it registers with, or of its own (null).
+    Property(Model* parent, Key key, T defaultValue)
+        : PropertyBase(parent, std::move(key), kLogNames), m_default(std::move(defaultValue)), m_value(m_default)
+    {
+    }
+
+    T Get() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_value;
+    }
+
+    /// Takes a value of the plug-in's, unless the setting is enforced. An equal value is a change only while the store
+    /// is not known to hold one.
+    SetResult Set(const T& value)
+    {
+        return Change([this, &value](T& held) {
+            if (held == value && m_state != ModificationState::Default)
+                return false;
+            held = value;
+            return true;
+        });
+    }
+
+    /// As Set(), for a value that is changed in place: `edit(T&)` answers whether it changed anything. It runs under
+    /// the property's mutex and must not call back.
+    template <class Edit>
+    SetResult Change(Edit&& edit)
+    {
+        if (IsEnforced())
+            return SetResult::Enforced;
+        const std::lock_guard lock(m_mutex);
+        if (!edit(m_value))
+            return SetResult::Unchanged;
+        m_state = ModificationState::Changed;
+        return SetResult::Stored;
+    }
+
+    /// Looks at the value under the property's mutex; `look` must not call back.
+    template <class Look>
+    auto Inspect(Look&& look) const
+    {
+        const std::lock_guard lock(m_mutex);
+        return look(m_value);
+    }
+
+    void Update(const void* value) override
+    {
+        if (!value)
+            return;
+        const std::lock_guard lock(m_mutex);
+        Take(*static_cast<const T*>(value), ModificationState::InStep);
+    }
+
+    void Refresh(OrbStrataHandle handle, const char* objectText) override
+    {
+        const std::lock_guard lock(m_mutex);
+        const OrbStrataResult result = LoadLocked(handle);
+        if (result != ORB_STRATA_SUCCESS && result != ORB_STRATA_NOT_FOUND)
+            TakeText(objectText);
+    }
+
+    void Reset(OrbStrataHandle handle) override
+    {
+        const std::lock_guard lock(m_mutex);
+        Take(m_default, ModificationState::Default);
+        m_constraints = 0;
+        LoadLocked(handle);
+    }
+
+    void CopyFrom(const PropertyBase& other) override
+    {
+        const auto& source = static_cast<const Property&>(other);
+        const std::scoped_lock lock(m_mutex, source.m_mutex);
+        Take(source.m_value, source.m_state);
+        m_constraints = source.Constraints();
+    }
+
+protected:
+    OrbStrataResult Read(OrbStrataHandle handle) override
+    {
+        return StoreCodec<T>::Read(handle, GetKey().c_str(), m_value);
+    }
+
+    OrbStrataResult Write(OrbStrataHandle handle) override
+    {
+        return StoreCodec<T>::Write(handle, GetKey().c_str(), m_value);
+    }
+
+    /// Takes a structured value's text form; plain values have none. Under the mutex.
+    virtual void TakeText(const char*) {}
+
+    void Take(const T& value, ModificationState state)
+    {
+        m_value = value;
+        m_state = state;
+    }
+
+private:
+    static constexpr auto kLoadName = L"StrataSettings::Property<" + TypeName<T>::value + L">::Load";
+    static constexpr auto kSaveName = L"StrataSettings::Property<" + TypeName<T>::value + L">::Save";
+    static constexpr LogNames kLogNames{FunctionLog(kLoadName.Text()), FunctionLog(kSaveName.Text())};
+
+    const T m_default;
+    T m_value;
+};
+
+} // namespace StrataSettings

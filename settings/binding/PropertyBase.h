@@ -1,0 +1,112 @@
+#pragma once
+
+#include "logging/FunctionLog.h"
+#include "settings/binding/Key.h"
+#include "util/OrbStrataApi.h"
+
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+
+namespace StrataSettings
+{
+
+class Model;
+
+enum class ModificationState : std::uint32_t
+{
+    InStep = 0,  ///< As the store has it.
+    Default = 1, ///< The default; the store is not known to hold a value.
+    Changed = 2  ///< Changed by the plug-in and not yet saved.
+};
+
+enum class SetResult
+{
+    Stored,    ///< Taken, and marked changed.
+    Unchanged, ///< Equal to what is held already.
+    Enforced   ///< Refused: the value is locked by policy.
+};
+
+/// One setting: everything but its value. Knows its key, finds its store handle and moves its value between the store
+/// and itself; the value and the typed store calls are Property<T>'s.
+///
+/// Any thread may call any operation. The property's mutex guards value and state and serialises its store calls; the
+/// constraint word is atomic. Nothing else is called under the mutex.
+class PropertyBase
+{
+public:
+    virtual ~PropertyBase() = default;
+
+    /// Takes value and constraints from the store. A value that the store lacks or that cannot be read stays as it is.
+    virtual void Load(OrbStrataHandle handle);
+    /// As above with the handle of the tree that the property stands in, or its own when it stands alone.
+    virtual void Load();
+
+    /// Writes a changed value that is not enforced. False when the store refused it; it stays changed then, so that the
+    /// next save tries again.
+    virtual bool Save(OrbStrataHandle handle);
+    virtual bool Save();
+
+    /// Takes a value that came from the store, which is no change of the plug-in's. `value` points to the property's
+    /// value type; null is ignored.
+    virtual void Update(const void* value) = 0;
+    /// Takes a constraint word that came from the store; null is ignored.
+    virtual void UpdateConstraints(const std::uint32_t* constraints);
+
+protected:
+    /// The typed store calls, under the mutex: `Read` takes the value only when it answers 0.
+    virtual OrbStrataResult Read(OrbStrataHandle handle) = 0;
+    virtual OrbStrataResult Write(OrbStrataHandle handle) = 0;
+
+public:
+    /// Reads the property anew after a notification. `objectText`, where it is not null, is a structured value's text
+    /// and serves when the store cannot be read at this moment. Unlike a pushed value this can never bring back a value
+    /// that a save of this property has replaced in the meantime.
+    virtual void Refresh(OrbStrataHandle handle, const char* objectText) = 0;
+
+    /// Back to the default, unconstrained, after the store removed the key; unless it holds a value again by now.
+    virtual void Reset(OrbStrataHandle handle) = 0;
+
+    /// Takes value, constraints and state of a property of the same type.
+    virtual void CopyFrom(const PropertyBase& other) = 0;
+
+    const Key& GetKey() const noexcept { return m_key; }
+    bool IsEnforced() const noexcept { return (Constraints() & ORB_STRATA_CONSTRAINT_ENFORCED) != 0; }
+    std::uint32_t Constraints() const noexcept { return m_constraints.load(); }
+    ModificationState State() const;
+
+    /// Marks the value changed, so that the next save writes it even where it is the default.
+    void MarkChanged();
+
+    /// The store handle of a property that stands alone.
+    void SetHandle(OrbStrataHandle handle) noexcept { m_ownHandle = handle; }
+
+protected:
+    struct LogNames
+    {
+        FunctionLog load;
+        FunctionLog save;
+    };
+
+    PropertyBase(Model* parent, Key key, const LogNames& logNames);
+    PropertyBase(const PropertyBase&) = delete;
+    PropertyBase& operator=(const PropertyBase&) = delete;
+
+    OrbStrataHandle FindHandle() const noexcept;
+
+    /// Load with the mutex held. Answers what the typed read answered.
+    OrbStrataResult LoadLocked(OrbStrataHandle handle);
+
+private:
+    const Key m_key;
+    Model* const m_parent;
+    const LogNames& m_logNames;
+    OrbStrataHandle m_ownHandle = nullptr;
+
+protected:
+    std::atomic<std::uint32_t> m_constraints{0};
+    ModificationState m_state = ModificationState::Default;
+    mutable std::mutex m_mutex;
+};
+
+} // namespace StrataSettings

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "settings/binding/Property.h"
+
+#include <set>
+
+namespace StrataSettings
+{
+
+/// A setting whose value is a set of records, ordered by the element class. The whole set is read and written at once.
+template <class Item>
+class PropertySet : public Property<std::set<Item>>
+{
+public:
+    PropertySet(Model* parent, Key key) : Property<std::set<Item>>(parent, std::move(key), {}) {}
+
+    /// Adds an element. Stored, or Unchanged when an equivalent element is there already.
+    SetResult Insert(const Item& item)
+    {
+        return this->Change([&item](std::set<Item>& items) { return items.insert(item).second; });
+    }
+
+    /// Removes the element equivalent to `item`. Stored, or Unchanged when there is none.
+    SetResult Erase(const Item& item)
+    {
+        return this->Change([&item](std::set<Item>& items) { return items.erase(item) != 0; });
+    }
+
+protected:
+    void TakeText(const char* objectText) override
+    {
+        if (!objectText)
+            return;
+        const StrataObject object(OrbStrata_CreateObjectFromString(objectText));
+        if (object.Raw() && OrbStrata_ObjectIsArray(object.Raw()))
+            this->Take(StoreCodec<std::set<Item>>::FromArray(object), ModificationState::InStep);
+    }
+};
+
+} // namespace StrataSettings

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "util/OrbStrataApi.h"
+
+#include <memory>
+
+namespace StrataSettings
+{
+
+struct FreeStoreText
+{
+    void operator()(void* text) const noexcept { OrbStrata_FreeString(text); }
+};
+
+/// A text that the store allocated; handed back to it in every case.
+template <class Char>
+using StoreText = std::unique_ptr<Char, FreeStoreText>;
+
+} // namespace StrataSettings

@@ -1,0 +1,165 @@
+#pragma once
+
+#include "settings/binding/ChooseUser.h"
+#include "settings/binding/DelayedSave.h"
+#include "settings/binding/SystemSettingsController.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+
+/// The settings of the machine's users: one scope for each SID, opened and loaded on first use, and saved with a delay
+/// on a thread of its own. The handlers see the current user's scope; only its changes reach subscribers.
+template <class Tree>
+class UserSettingsController final : public ControllerBase<Tree>
+{
+public:
+    using SystemController = SystemSettingsController<Tree>;
+    using Scope = StrataSettings::FollowedScope<Tree>;
+
+    /// A controller for the user of the active console session, else for the user that the process runs as. `loadNow`
+    /// loads that user's settings at once instead of on first use.
+    static std::shared_ptr<UserSettingsController> Create(const std::shared_ptr<SystemController>& system, bool loadNow)
+    {
+        auto controller = std::make_shared<UserSettingsController>(ChooseUserSid(kCreate), system, true);
+        if (loadNow)
+            controller->Load();
+        return controller;
+    }
+
+    /// `delayedSave` starts the save thread; without it RequestSave() saves at once.
+    UserSettingsController(const std::string& sid, const std::shared_ptr<SystemController>& system, bool delayedSave)
+        : ControllerBase<Tree>(nullptr), m_system(system), m_currentSid(sid)
+    {
+        if (delayedSave)
+            m_delayedSave.emplace(kDelayedSaveProcessing, [this](const std::string& waiting) { SaveScope(waiting); });
+    }
+
+    bool Load() override
+    {
+        Scope& scope = Emplace(m_currentSid);
+        if (!scope.EffectiveHandle())
+        {
+            LOG(kLoad, 5, L"%s: Strata handle was not valid, resetting.");
+            if (!scope.ResetHandle())
+                return false;
+        }
+        return scope.LoadOnce(this->ChangeObserver());
+    }
+
+    /// Saves every scope.
+    bool Save() override
+    {
+        bool saved = true;
+        for (auto& [sid, scope] : m_scopes)
+            saved &= scope.Save();
+        return saved;
+    }
+
+    bool HasHandle() override { return Emplace(m_currentSid).EffectiveHandle() != nullptr; }
+    const Tree& Settings() override { return WritableSettings(); }
+
+    /// Without a store handle each call tries to get one.
+    Tree& WritableSettings() override
+    {
+        Scope& scope = Emplace(m_currentSid);
+        if (!scope.IsLoaded())
+            Load();
+        return scope.Settings();
+    }
+
+    const std::string& CurrentSid() const noexcept { return m_currentSid; }
+
+    /// A user's scope: created, and loaded, on first use.
+    Scope& Emplace(const std::string& sid)
+    {
+        LOG(kEmplace, 5, L"%s: entering");
+        Scope* scope = Find(sid);
+        if (!scope)
+            scope = &Create(sid);
+        LOG(kEmplace, 5, L"%s: leaving");
+        return *scope;
+    }
+
+    /// Has this user's changes written soon.
+    void RequestSave(const std::string& sid)
+    {
+        if (m_delayedSave)
+            m_delayedSave->Request(sid);
+        else
+            SaveScope(sid);
+    }
+
+    /// Drops the scopes that are neither the current user's nor waiting to be saved.
+    void RemoveUnused()
+    {
+        for (auto entry = m_scopes.begin(); entry != m_scopes.end();)
+        {
+            const auto candidate = entry++;
+            const std::string& sid = candidate->first;
+            if (sid == m_currentSid || (m_delayedSave && m_delayedSave->IsWaiting(sid)))
+                continue;
+            LOG(kRemoveUnused, 5, L"%s: '%hs' erased", sid.c_str());
+            const std::lock_guard lock(m_scopesMutex);
+            m_scopes.erase(candidate);
+        }
+    }
+
+private:
+    Scope* Find(const std::string& sid)
+    {
+        const std::lock_guard lock(m_scopesMutex);
+        const auto entry = m_scopes.find(sid);
+        return entry == m_scopes.end() ? nullptr : &entry->second;
+    }
+
+    Scope& Create(const std::string& sid)
+    {
+        Scope& scope = Add(sid);
+        LOG(kEmplace, 5, L"%s: '%hs' emplaced", sid.c_str());
+
+        StrataSettings::Observer* const observer = sid == m_currentSid ? this->ChangeObserver() : nullptr;
+        if (!scope.EffectiveHandle())
+            LOG(kEmplace, 5, L"%s: Strata handle not available (yet), returning uninitialized settings");
+        else if (!scope.LoadOnce(observer))
+            LOG(kEmplace, 5, L"%s: Failed to lazy load '%hs'", sid.c_str());
+        return scope;
+    }
+
+    Scope& Add(const std::string& sid)
+    {
+        const std::lock_guard lock(m_scopesMutex);
+        return m_scopes
+            .emplace(std::piecewise_construct, std::forward_as_tuple(sid),
+                     std::forward_as_tuple(sid, kSettingsStore, kSettingsClientId, false))
+            .first->second;
+    }
+
+    void SaveScope(const std::string& sid)
+    {
+        if (Scope* scope = Find(sid))
+            scope->Save();
+    }
+
+    static constexpr auto kName =
+        L"UserSettingsController<class " + StrataSettings::TypeName<Tree>::value + L">::";
+    static constexpr auto kCreateName = kName + L"Create";
+    static constexpr auto kEmplaceName = kName + L"Emplace";
+    static constexpr auto kLoadName = kName + L"Load";
+    static constexpr auto kDelayedSaveName = kName + L"DelayedSaveProcessing";
+    static constexpr auto kRemoveUnusedName = kName + L"RemoveUnused";
+    static constexpr FunctionLog kCreate{kCreateName.Text()};
+    static constexpr FunctionLog kEmplace{kEmplaceName.Text()};
+    static constexpr FunctionLog kLoad{kLoadName.Text()};
+    static constexpr FunctionLog kDelayedSaveProcessing{kDelayedSaveName.Text()};
+    static constexpr FunctionLog kRemoveUnused{kRemoveUnusedName.Text()};
+
+    const std::shared_ptr<SystemController> m_system;
+    const std::string m_currentSid;
+
+    // Changed on the controller's own thread only, under the mutex; the save thread looks scopes up under it.
+    std::mutex m_scopesMutex;
+    std::map<std::string, Scope> m_scopes;
+
+    std::optional<StrataSettings::DelayedSave> m_delayedSave; // ends first: it saves scopes
+};

@@ -1,0 +1,10 @@
+#pragma once
+
+/// The addresses of web services that the maker of a suite supplies. Reserved example names stand for them here.
+namespace Addresses
+{
+
+inline constexpr const char* kSampleSubmit = "https://www.example.com/submit-sample";
+inline constexpr const char* kFragfinnHost = "fragfinn.example.com";
+
+} // namespace Addresses
