@@ -30,7 +30,7 @@ typedef struct OrbStrataEntry
 typedef void(NL_SUITE_CALL* OrbStrataEntryVisitor)(void* context, const OrbStrataEntry* entry);
 
 /* A value write (set or remove, not a constraint word) that reached the store, in commit order. `byPlugIn` is false for
- * product handles and for other processes. Called on a thread of the store's, or inside the writing call. */
+ * product handles and for other processes. Called on a thread of the store's, or inside a call that writes or waits. */
 typedef void(NL_SUITE_CALL* OrbStrataWriteObserver)(void* context, const char* sid, const wchar_t* key, bool byPlugIn);
 
 #define NL_ORB_STRATA_CONTROL_FUNCTIONS(F)                                                                             \
@@ -46,16 +46,24 @@ typedef void(NL_SUITE_CALL* OrbStrataWriteObserver)(void* context, const char* s
       (OrbStrataHandle handle, const wchar_t* key, OrbStrataEntryVisitor visitor, void* context))                      \
     F(OrbStrataResult, OrbStrataControl_List,                                                                          \
       (OrbStrataHandle handle, const wchar_t* prefix, OrbStrataEntryVisitor visitor, void* context))                   \
-    /* Writes any entry: the CLI's import and the host's store.set. Ill-formed text: ORB_STRATA_INVALID_ARGUMENT. */   \
+    /* Writes a whole entry, its constraint word too. Ill-formed text, a number that does not fit the type:            \
+     * ORB_STRATA_INVALID_ARGUMENT. */                                                                                 \
     F(OrbStrataResult, OrbStrataControl_Write, (OrbStrataHandle handle, const OrbStrataEntry* entry))                  \
     /* Writes a list of entries in one transaction, all or none. */                                                    \
     F(OrbStrataResult, OrbStrataControl_WriteAll,                                                                      \
       (OrbStrataHandle handle, const OrbStrataEntry* entries, uint32_t count))                                         \
+    /* Subscribes to every change of every key that begins with `prefix` (null: of every key). The handle's own writes \
+     * are not told. Ended by OrbStrata_Unsubscribe. */                                                                \
+    F(OrbStrataSubscription, OrbStrataControl_Watch,                                                                   \
+      (OrbStrataHandle handle, const wchar_t* prefix, OrbStrataCallback callback, void* context,                       \
+       OrbStrataResult* result))                                                                                       \
     F(void, OrbStrataControl_SetWriteObserver, (OrbStrataWriteObserver observer, void* context))                       \
     /* The answer to every elevation prompt of this process from now on; true at start. */                             \
     F(void, OrbStrataControl_SetElevationAnswer, (bool accept))                                                        \
     /* The next `count` calls (0 = every call) of `function` (C name) by handles other than the product's, with `key`  \
-     * where it is not null, answer `code`. Several faults hold at once. False: there is no such function. */          \
+     * where it is not null, answer `code`; code 0 takes such a fault back. Several faults hold at once; the first set \
+     * answers. For a function on fields, `key` is the field's name. Functions that answer nothing cannot fail. False: \
+     * there is no such function. */                                                                                   \
     F(bool, OrbStrataControl_SetFault,                                                                                 \
       (const char* function, const wchar_t* key, OrbStrataResult code, uint32_t count))                                \
     F(void, OrbStrataControl_ClearFaults, (void))                                                                      \

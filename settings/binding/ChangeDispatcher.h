@@ -50,8 +50,7 @@ public:
         friend class ChangeDispatcher;
         Registration(const std::shared_ptr<Subscribers>& subscribers, std::uint64_t id)
             : m_subscribers(subscribers), m_id(id)
-        {
-        }
+        {}
 
         std::weak_ptr<Subscribers> m_subscribers;
         std::uint64_t m_id = 0;

@@ -11,8 +11,7 @@ public:
     /// `elevated` asks the user to agree; without a handle afterwards the user declined or the store failed.
     Controller(StrataSettings::Observer* observer, const std::string& sid, const wchar_t* clientId, bool elevated)
         : ControllerBase<Tree>(observer), m_scope(sid, kSettingsStore, clientId, elevated)
-    {
-    }
+    {}
 
     bool Load() override
     {

@@ -7,8 +7,7 @@ namespace StrataSettings
 
 DelayedSave::DelayedSave(const FunctionLog& log, SaveScope save, std::chrono::milliseconds tick)
     : m_log(log), m_save(std::move(save)), m_tick(tick), m_thread([this] { DelayedSaveProcessing(); })
-{
-}
+{}
 
 DelayedSave::~DelayedSave()
 {

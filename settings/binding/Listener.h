@@ -17,8 +17,7 @@ public:
     /// `observer` may be null. Both outlive the listener.
     Listener(Scope& scope, Observer* observer)
         : OrbStrataSettingsListener(kSubscribe), m_scope(scope), m_observer(observer)
-    {
-    }
+    {}
     ~Listener() { Unsubscribe(); }
 
     /// As the base class's, with the scope's own handle and tree.

@@ -61,9 +61,8 @@ void Model::CopyFrom(const Model& other)
 {
     assert(typeid(*this) == typeid(other) && m_nodes.size() == other.m_nodes.size());
     for (std::size_t i = 0; i < m_nodes.size(); ++i)
-        std::visit(
-            [&source = other.m_nodes[i]](auto* child) { child->CopyFrom(*std::get<decltype(child)>(source)); },
-            m_nodes[i]);
+        std::visit([&source = other.m_nodes[i]](auto* child) { child->CopyFrom(*std::get<decltype(child)>(source)); },
+                   m_nodes[i]);
 }
 
 OrbStrataHandle Model::FindHandle() const noexcept

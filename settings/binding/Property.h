@@ -19,8 +19,7 @@ public:
     /// A property of a model, which it registers with, or of its own (null).
     Property(Model* parent, Key key, T defaultValue)
         : PropertyBase(parent, std::move(key), kLogNames), m_default(std::move(defaultValue)), m_value(m_default)
-    {
-    }
+    {}
 
     T Get() const
     {

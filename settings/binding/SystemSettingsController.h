@@ -11,6 +11,5 @@ public:
 
     SystemSettingsController(StrataSettings::Observer* observer, const wchar_t* clientId)
         : Controller<Tree>(observer, kSystemSid, clientId, false)
-    {
-    }
+    {}
 };

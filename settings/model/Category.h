@@ -88,8 +88,7 @@ public:
     Category(Model* parent, const CategoryName& categoryName)
         : Group(parent), name(categoryName),
           allowed(this, std::wstring(L"common.content.allowed_categories.") + name.key, true)
-    {
-    }
+    {}
 
     const CategoryName& name;
     Property<bool> allowed;

@@ -22,8 +22,7 @@ public:
         this, L"windows.browsing_protection.internal.statistics.browsing_protection.enabled", false};
     Property<bool> webContentControlEnabled{
         this, L"windows.browsing_protection.internal.statistics.web_content_control.enabled", false};
-    PropertySet<DailyCounter> dailyCounters{this,
-                                            L"windows.browsing_protection.internal.statistics.daily_counters"};
+    PropertySet<DailyCounter> dailyCounters{this, L"windows.browsing_protection.internal.statistics.daily_counters"};
 };
 
 } // namespace Settings

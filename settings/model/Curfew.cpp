@@ -26,8 +26,7 @@ void Read(const StrataSettings::StrataObject& record, const wchar_t* field, Stra
 
 } // namespace
 
-Curfew::Curfew(int fromHour, int untilHour)
-    : From(std::int64_t{3600} * fromHour), Until(std::int64_t{3600} * untilHour)
+Curfew::Curfew(int fromHour, int untilHour) : From(std::int64_t{3600} * fromHour), Until(std::int64_t{3600} * untilHour)
 {
     CheckInvariants(*this);
 }

@@ -13,8 +13,7 @@ public:
     CurfewOption(Model* parent, const std::wstring& keyBase)
         : Group(parent), enabled(this, keyBase + L".enabled", false),
           rangeFrom(this, keyBase + L".range.from", Seconds(0)), rangeUntil(this, keyBase + L".range.until", Seconds(1))
-    {
-    }
+    {}
 
     Property<bool> enabled;
     Property<Seconds> rangeFrom;

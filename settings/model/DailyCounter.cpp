@@ -17,9 +17,12 @@ struct Field
 };
 
 constexpr Field kFields[] = {
-    {L"julianDate", &DailyCounter::JulianDate},           {L"websitesChecked", &DailyCounter::websitesChecked},
-    {L"bankingSessions", &DailyCounter::bankingSessions}, {L"harmfulBlocks", &DailyCounter::harmfulBlocks},
-    {L"wtsScans", &DailyCounter::wtsScans},               {L"wtsBlocks", &DailyCounter::wtsBlocks},
+    {L"julianDate", &DailyCounter::JulianDate},
+    {L"websitesChecked", &DailyCounter::websitesChecked},
+    {L"bankingSessions", &DailyCounter::bankingSessions},
+    {L"harmfulBlocks", &DailyCounter::harmfulBlocks},
+    {L"wtsScans", &DailyCounter::wtsScans},
+    {L"wtsBlocks", &DailyCounter::wtsBlocks},
 };
 
 } // namespace

@@ -20,8 +20,8 @@ public:
                                             Seconds(60)};
     Property<Seconds> bankingWindowLength{this, L"windows.browsing_protection.internal.banking_window_length",
                                           Seconds(600)};
-    Property<bool> openBankingFlyerExpanded{
-        this, L"windows.browsing_protection.internal.open_banking_flyer_expanded", true};
+    Property<bool> openBankingFlyerExpanded{this, L"windows.browsing_protection.internal.open_banking_flyer_expanded",
+                                            true};
     Property<std::wstring> bankingCloseEvent{this, L"windows.browsing_protection.internal.banking_close_event",
                                              std::wstring()};
     Property<Minutes> timeLimitExtension{this, L"windows.browsing_protection.internal.time_limit_extension",
@@ -37,10 +37,10 @@ public:
     TimeLimitTrackingData browserMode{this, L"browser_mode"};
     CommonStatistics statistics{this};
     Sites sites{this, L"windows.browsing_protection.internal.sites"};
-    Property<int> adapterMajorVersion{
-        this, L"windows.browsing_protection.internal.statistics.vdn_adapter.version.major", 0};
-    Property<bool> disableCategoryGrouping{
-        this, L"windows.browsing_protection.internal.disable_category_grouping", false};
+    Property<int> adapterMajorVersion{this,
+                                      L"windows.browsing_protection.internal.statistics.vdn_adapter.version.major", 0};
+    Property<bool> disableCategoryGrouping{this, L"windows.browsing_protection.internal.disable_category_grouping",
+                                           false};
 };
 
 } // namespace Settings

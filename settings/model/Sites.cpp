@@ -28,8 +28,7 @@ std::string_view WithoutSchemeAndTrailingSlashes(std::string_view address)
 Sites::Sites(Model* parent, const std::wstring& keyBase, bool enabledByDefault, bool allowUnknownByDefault)
     : Group(parent), enabled(this, keyBase + L".enabled", enabledByDefault),
       allowUnknown(this, keyBase + L".allow_unknown", allowUnknownByDefault), list(this, keyBase + L".list")
-{
-}
+{}
 
 void Sites::Add(const Site& site)
 {

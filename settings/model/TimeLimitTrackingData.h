@@ -14,8 +14,7 @@ public:
           duration(this, kDataKey + mode + L".duration", Seconds(0)),
           extension(this, kDataKey + mode + L".extension", TimePoint()),
           dailyUsage(this, L"windows.browsing_protection.internal.daily_usage_in_" + mode, std::string())
-    {
-    }
+    {}
 
     Property<TimePoint> lastUpdate;
     Property<Seconds> duration;
