@@ -1,0 +1,498 @@
+#include "handlers/MainGuiHandler.h"
+
+#include "handlers/MainGuiVariables.h"
+
+using namespace MainGuiVariables;
+using StrataSettings::SetResult;
+
+namespace
+{
+
+constexpr FunctionLog kInitializeLog(L"MainGuiHandler::Initialize");
+constexpr FunctionLog kNotifyLog(L"MainGuiHandler::OnNotify");
+
+/// The elevated pages, as bits of the mask of open ones.
+enum UnusedUI : std::uint32_t
+{
+    kAddWebsitesDialog = 0x08,
+    kWebsiteListPage = 0x20,
+    kSettingsUI = 0x02 | 0x10 | 0x40
+};
+
+/// A text to publish. It is the host's from then on, also when this library is unloaded: no literal's storage may stand
+/// behind it.
+QString Text(const char* ascii)
+{
+    return QString::fromLatin1(ascii);
+}
+
+QString OnOff(bool on)
+{
+    return on ? Text("On") : Text("Off");
+}
+
+} // namespace
+
+/// What a notified variable leads to.
+struct MainGuiHandler::NotifyRule
+{
+    const VariableIdentifier& id;
+    void (MainGuiHandler::*action)(const VariableIdentifier& id);
+};
+
+/// A request to show an elevated page.
+struct MainGuiHandler::ShowRule
+{
+    const VariableIdentifier& request;
+    std::uint32_t page;
+    bool ownHandle; // asks anew while pages of another kind are open
+    const VariableIdentifier& show;
+};
+
+MainGuiHandler::MainGuiHandler(const std::shared_ptr<SystemSettings>& systemSettings,
+                               const std::shared_ptr<UserSettings>& userSettings)
+    : m_systemSettings(systemSettings), m_userSettings(userSettings)
+{
+    const EntryLog log(L"MainGuiHandler::MainGuiHandler");
+    if (userSettings)
+        m_userSid = userSettings->CurrentSid();
+}
+
+MainGuiHandler::~MainGuiHandler()
+{
+    const EntryLog log(L"MainGuiHandler::~MainGuiHandler");
+    UninitialiseAdminHandle();
+}
+
+bool MainGuiHandler::Initialize(IPlugInManager* manager)
+{
+    const EntryLog log(kInitializeLog.Name());
+    LOG(log, 5, L"%s: MainGuiHandler logon");
+    m_dataPeer = ObtainDataPeer(manager);
+    DeclareVariables();
+    LOG(log, 5, L"%s: MainGuiHandler variables wired");
+
+    LoadStatus();
+    LoadUserData();
+    LoadSystemWideData();
+    FollowSettings();
+    LOG(log, 5, L"%s: MainGuiHandler initialized");
+    return true;
+}
+
+void MainGuiHandler::DeclareVariables()
+{
+    for (const VariableIdentifier* id :
+         {&kBrowsingProtectionStatus, &kBrowsingProtectionState, &kBrowsingProtectionReadOnly, &kWebFilterStatus,
+          &kTimeLimitStatus, &kSafeSearchStatus, &kBankingProtectionStatus, &kBankingProtectionReadOnly,
+          &kBankingProtectionState, &kStatusLevel, &kMainStatus, &kSubStatus, &kBrowserExtensionDisabled,
+          &kDefaultBrowserType, &kMainGuiVisible, &kRequestShowSettings, &kShowSettings, &kSave})
+        m_dataPeer->Register(*id);
+
+    const auto subscribe = [this](const char* slot, std::initializer_list<const VariableIdentifier*> ids) {
+        for (const VariableIdentifier* id : ids)
+            m_dataPeer->Subscribe(*id, this, slot);
+    };
+    subscribe("1OnNotify(VariableIdentifier)",
+              {&kWebFilterState, &kTimeLimitState, &kSafeSearchState, &kMainGuiVisible, &kShowWebsiteList,
+               &kCloseWebsiteList, &kCloseAddWebsites, &kLaunchSupportTool, &kSaveAllowedUrl, &kSaveMyLinksUrl});
+    subscribe("1OnNotifyRequestShow(VariableIdentifier)",
+              {&kRequestShowWebsiteList, &kRequestShowAddWebsites, &kRequestShowTimeLimitWizard, &kRequestShowSettings,
+               &kRequestShowWebFilter, &kRequestShowTimeLimit, &kRequestShowSafeSearch});
+    subscribe("1OnNotify(VariableIdentifier)",
+              {&kShowSettings, &kShowBrowsingProtection, &kShowTimeLimit, &kShowWebFilter, &kShowBankingProtection,
+               &kShowSafeSearch, &kShowBrowserExtensions, &kShowSecuritySettings, &kSettingsClosed,
+               &kSecuritySettingsClosed, &kLoadData});
+    subscribe("1OnSave()", {&kSave});
+    subscribe("1OnNotify(VariableIdentifier)", {&kSettingsSave});
+    subscribe("1OnNotifyRequestShow(VariableIdentifier)", {&kShowMainWindow});
+    subscribe("1OnLocalizationUpdated(VariableIdentifier)", {&kLocalizationUpdated});
+}
+
+void MainGuiHandler::FollowSettings()
+{
+    const auto user = m_userSettings.lock();
+    if (!user)
+        LOG(kInitializeLog, 5, L"%s: user settings controller missing. UI is blind to browser extension state");
+    else
+    {
+        const VdnSettings& settings = user->Settings();
+        if (auto registration =
+                user->Subscribe(settings.internal.defaultBrowserExtensionDisabled,
+                                [this](const std::wstring& key) { BrowsingProtectionSTRATAChanged(key); }))
+            m_registrations.push_back(std::move(registration));
+        RepublishOnChange(*user, settings.categories.enabled, settings.time.enabled,
+                          settings.searchResultFilter.enabled, settings.categories.safeSearchEnabled,
+                          settings.internal.defaultBrowserType);
+    }
+
+    if (const auto system = m_systemSettings.lock())
+    {
+        const VdnSettings& settings = system->Settings();
+        RepublishOnChange(*system, settings.browsingProtection.enabled, settings.bankingProtection.enabled,
+                          settings.digiParenting.activated);
+    }
+}
+
+template <class Controller, class... Properties>
+void MainGuiHandler::RepublishOnChange(Controller& controller, const Properties&... properties)
+{
+    const auto republish = [this](const std::wstring&) {
+        LoadStatus();
+        LoadSystemWideData();
+        LoadUserData();
+    };
+    (m_registrations.push_back(controller.Subscribe(properties, republish)), ...);
+}
+
+void MainGuiHandler::LoadStatus()
+{
+    const EntryLog log(L"MainGuiHandler::LoadStatus");
+    const auto system = m_systemSettings.lock();
+    if (!system || !m_dataPeer)
+    {
+        LOG(log, 1, L"%s: systemSettings=%d, m_dataPeer=%d", system ? 1 : 0, m_dataPeer ? 1 : 0);
+        return;
+    }
+
+    if (!system->Settings().browsingProtection.enabled.Get())
+    {
+        Publish(kStatusLevel, Text("Error"));
+        Publish(kMainStatus, Text("UsersNotProtected"));
+        Publish(kSubStatus, Text("BpOff"));
+        return;
+    }
+    Publish(kStatusLevel, Text("Ok"));
+    Publish(kMainStatus, Text("UsersProtected"));
+    if (const auto user = m_userSettings.lock())
+    {
+        const VdnSettings& settings = user->Settings();
+        const bool filtered = settings.categories.enabled.Get() || settings.time.enabled.Get();
+        Publish(kSubStatus, filtered ? Text("WfOn") : Text("WfOff"));
+    }
+}
+
+void MainGuiHandler::LoadSystemWideData()
+{
+    const EntryLog log(L"MainGuiHandler::LoadSystemWideData");
+    const auto system = m_systemSettings.lock();
+    if (!system || !m_dataPeer)
+        return;
+
+    const VdnSettings& settings = system->Settings();
+    const auto publish = [this](const StrataSettings::Property<bool>& feature, const VariableIdentifier& state,
+                                const VariableIdentifier& readOnly, const VariableIdentifier& status) {
+        const QString onOff = OnOff(feature.Get());
+        Publish(state, onOff);
+        Publish(readOnly, feature.IsEnforced());
+        Publish(status, onOff);
+    };
+    publish(settings.browsingProtection.enabled, kBrowsingProtectionState, kBrowsingProtectionReadOnly,
+            kBrowsingProtectionStatus);
+    publish(settings.bankingProtection.enabled, kBankingProtectionState, kBankingProtectionReadOnly,
+            kBankingProtectionStatus);
+}
+
+void MainGuiHandler::LoadUserData()
+{
+    const EntryLog log(L"MainGuiHandler::LoadUserData");
+    const auto user = m_userSettings.lock();
+    const auto system = m_systemSettings.lock();
+    if (!user || !system || !m_dataPeer)
+        return;
+
+    const VdnSettings& settings = user->Settings();
+    PublishSwitch(kTimeLimitState, kTimeLimitStatus, settings.time.enabled.Get());
+    PublishSwitch(kWebFilterState, kWebFilterStatus, settings.categories.enabled.Get());
+    const auto& safeSearch = system->Settings().digiParenting.activated.Get() ? settings.categories.safeSearchEnabled
+                                                                              : settings.searchResultFilter.enabled;
+    PublishSwitch(kSafeSearchState, kSafeSearchStatus, safeSearch.Get());
+    Publish(kBrowserExtensionDisabled, settings.internal.defaultBrowserExtensionDisabled.Get());
+    Publish(kDefaultBrowserType, settings.internal.defaultBrowserType.Get());
+}
+
+void MainGuiHandler::PublishSwitch(const VariableIdentifier& state, const VariableIdentifier& status, bool on)
+{
+    const QString onOff = OnOff(on);
+    Publish(state, onOff);
+    Publish(status, onOff);
+}
+
+void MainGuiHandler::OnNotify(VariableIdentifier identifier)
+{
+    LOG(kNotifyLog, 5, L"%s: %ls", LogText(identifier).c_str());
+
+    static constexpr NotifyRule kRules[] = {
+        {kLoadData, &MainGuiHandler::OnLoadData},
+        {kMainGuiVisible, &MainGuiHandler::OnVisibilityChanged},
+        {kWebFilterState, &MainGuiHandler::OnSwitchMoved},
+        {kTimeLimitState, &MainGuiHandler::OnSwitchMoved},
+        {kSafeSearchState, &MainGuiHandler::OnSwitchMoved},
+        {kShowWebsiteList, &MainGuiHandler::OnWebsiteListShown},
+        {kCloseWebsiteList, &MainGuiHandler::OnWebsiteListClosed},
+        {kCloseAddWebsites, &MainGuiHandler::OnAddWebsitesClosed},
+        {kSaveAllowedUrl, &MainGuiHandler::OnUrlToSave},
+        {kSaveMyLinksUrl, &MainGuiHandler::OnUrlToSave},
+        {kShowSettings, &MainGuiHandler::OnSettingsShown},
+        {kShowBrowsingProtection, &MainGuiHandler::OnSettingsShown},
+        {kShowTimeLimit, &MainGuiHandler::OnSettingsShown},
+        {kShowWebFilter, &MainGuiHandler::OnSettingsShown},
+        {kShowBankingProtection, &MainGuiHandler::OnSettingsShown},
+        {kShowSafeSearch, &MainGuiHandler::OnSettingsShown},
+        {kShowBrowserExtensions, &MainGuiHandler::OnSettingsShown},
+        {kShowSecuritySettings, &MainGuiHandler::OnSettingsShown},
+        {kSettingsClosed, &MainGuiHandler::OnSettingsClosed},
+        {kSecuritySettingsClosed, &MainGuiHandler::OnSettingsClosed},
+        {kSettingsSave, &MainGuiHandler::OnSettingsSave},
+    };
+    for (const NotifyRule& rule : kRules)
+    {
+        if (rule.id == identifier)
+            return (this->*rule.action)(identifier);
+    }
+}
+
+void MainGuiHandler::OnLoadData(const VariableIdentifier&)
+{
+    LoadSystemWideData();
+    LoadUserData();
+}
+
+void MainGuiHandler::OnVisibilityChanged(const VariableIdentifier& id)
+{
+    const auto user = m_userSettings.lock();
+    if (!user)
+        return;
+    user->WritableSettings().internal.mainGuiOpen.Set(m_dataPeer->GetValue(id).toBool());
+    user->RequestSave(user->CurrentSid());
+}
+
+void MainGuiHandler::OnSwitchMoved(const VariableIdentifier& id)
+{
+    SaveFeatureSwitch(id);
+    LoadStatus();
+}
+
+void MainGuiHandler::OnWebsiteListShown(const VariableIdentifier&)
+{
+    m_unusedUI |= kWebsiteListPage;
+}
+
+void MainGuiHandler::OnWebsiteListClosed(const VariableIdentifier&)
+{
+    SetUnusedUI(kWebsiteListPage);
+}
+
+void MainGuiHandler::OnAddWebsitesClosed(const VariableIdentifier&)
+{
+    SetUnusedUI(kAddWebsitesDialog);
+}
+
+void MainGuiHandler::OnUrlToSave(const VariableIdentifier& id)
+{
+    if (id == kSaveAllowedUrl && !ShowUAC(true))
+    {
+        LOG(kNotifyLog, 3, L"%s: Could not show UAC.");
+        return;
+    }
+    if (SaveAllowedUrl(m_dataPeer->GetValue(id).toString()))
+        Q_EMIT ReloadAllowedWebsitesList();
+    if (m_unusedUI == 0)
+        UninitialiseAdminHandle(); // no page would release it
+}
+
+void MainGuiHandler::OnSettingsShown(const VariableIdentifier&)
+{
+    RecordMetricsEvent(kNotifyLog, "settings_gui_opened");
+    Fire(kLoadData);
+}
+
+void MainGuiHandler::OnSettingsClosed(const VariableIdentifier&)
+{
+    SetUnusedUI(kSettingsUI);
+}
+
+void MainGuiHandler::OnSettingsSave(const VariableIdentifier&)
+{
+    LOG(kNotifyLog, 5, L"%s: Trigger Settings save event");
+    Publish(kSaveResult, 0);
+    Publish(kSaveResultReceiver, Text("VDNSettingsMultiPageHost"));
+    Fire(kSaveResultNotifier);
+}
+
+void MainGuiHandler::OnNotifyRequestShow(VariableIdentifier identifier)
+{
+    const FunctionLog log(L"MainGuiHandler::OnNotifyRequestShow");
+    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
+
+    if (m_unusedUI == 0 && !m_dataPeer->GetValue(kMainGuiVisible).toBool())
+    {
+        LoadUserData();
+        LoadStatus();
+    }
+
+    if (identifier == kShowMainWindow)
+    {
+        Publish(kMainGuiVisible, true);
+        LoadSystemWideData();
+        LoadUserData();
+        return;
+    }
+
+    static constexpr ShowRule kRules[] = {
+        {kRequestShowWebsiteList, kWebsiteListPage, true, kShowWebsiteList},
+        {kRequestShowAddWebsites, kAddWebsitesDialog, true, kShowAddWebsites},
+        {kRequestShowSettings, kSettingsUI, false, kShowSettings},
+        {kRequestShowWebFilter, kSettingsUI, false, kShowWebFilter},
+        {kRequestShowTimeLimit, kSettingsUI, false, kShowTimeLimit},
+        {kRequestShowTimeLimitWizard, kSettingsUI, false, kShowTimeLimit},
+        {kRequestShowSafeSearch, kSettingsUI, false, kShowSafeSearch},
+    };
+    for (const ShowRule& rule : kRules)
+    {
+        if (rule.request != identifier)
+            continue;
+        const bool reopen = rule.ownHandle && (m_unusedUI & ~rule.page) != 0;
+        if (!ShowUAC(reopen))
+            return;
+        m_unusedUI |= rule.page;
+        Fire(rule.show);
+        return;
+    }
+}
+
+void MainGuiHandler::SaveFeatureSwitch(const VariableIdentifier& id)
+{
+    const FunctionLog log(L"MainGuiHandler::SaveFeatureSwitch");
+    LOG(log, 5, L"%s: %ls", LogText(id).c_str());
+
+    const QString move = m_dataPeer->GetValue(id).toString();
+    if (move != QLatin1String("MoveOn") && move != QLatin1String("MoveOff"))
+        return; // a settled value, which this handler wrote itself
+    if (!m_adminHandle)
+        return LoadUserData();
+
+    VdnSettings& settings = m_adminHandle->WritableSettings();
+    const bool on = move == QLatin1String("MoveOn");
+    const VariableIdentifier* status = nullptr;
+    bool stored = true;
+    const auto set = [&](StrataSettings::Property<bool>& property) {
+        stored &= property.Set(on) != SetResult::Enforced;
+    };
+    if (id == kWebFilterState)
+    {
+        set(settings.categories.enabled);
+        status = &kWebFilterStatus;
+    }
+    else if (id == kTimeLimitState)
+    {
+        set(settings.time.enabled);
+        set(settings.time.quotas.enabled);
+        status = &kTimeLimitStatus;
+    }
+    else if (id == kSafeSearchState)
+    {
+        set(settings.searchResultFilter.enabled);
+        status = &kSafeSearchStatus;
+    }
+    else
+        return;
+
+    stored &= m_adminHandle->Save();
+    PublishSwitch(id, *status, on);
+    if (!stored)
+        LoadUserData();
+}
+
+bool MainGuiHandler::SaveAllowedUrl(const QString& url)
+{
+    const FunctionLog log(L"MainGuiHandler::SaveAllowedUrl");
+    LOG(log, 5, L"%s: %ls", url.toStdWString().c_str());
+
+    const std::string address = url.toStdString();
+    if (address.empty())
+    {
+        LOG(log, 3, L"%s: Cannot save an empty URL");
+        return false;
+    }
+    if (m_adminHandle)
+    {
+        m_adminHandle->WritableSettings().internal.sites.Add(Settings::Site(address, true, std::string()));
+        m_adminHandle->Save();
+    }
+    return true;
+}
+
+bool MainGuiHandler::ShowUAC(bool reopen)
+{
+    const EntryLog log(L"MainGuiHandler::ShowUAC");
+    if (m_adminHandle && !reopen)
+        return true;
+    if (m_adminHandle)
+        UninitialiseAdminHandle();
+    return OpenAdminHandle();
+}
+
+bool MainGuiHandler::OpenAdminHandle()
+{
+    m_adminHandle = std::make_shared<ElevatedSettings>(nullptr, m_userSid, kSettingsClientId, true);
+    if (!m_adminHandle->HasHandle())
+    {
+        UninitialiseAdminHandle();
+        return false;
+    }
+    m_adminHandle->Load();
+    return true;
+}
+
+void MainGuiHandler::SetUnusedUI(std::uint32_t bits)
+{
+    const FunctionLog log(L"MainGuiHandler::SetUnusedUI");
+    LOG(log, 5, L"%s: %u %u", bits, m_unusedUI);
+    m_unusedUI &= ~bits;
+    if (m_unusedUI == 0)
+        UninitialiseAdminHandle();
+}
+
+void MainGuiHandler::UninitialiseAdminHandle()
+{
+    const EntryLog log(L"MainGuiHandler::UninitialiseAdminHandle");
+    m_adminHandle.reset();
+}
+
+void MainGuiHandler::OnLocalizationUpdated(VariableIdentifier)
+{
+    const EntryLog log(L"MainGuiHandler::OnLocalizationUpdated");
+    LoadStatus();
+}
+
+void MainGuiHandler::OnBrowserRepositoryChanged()
+{
+    const EntryLog log(L"MainGuiHandler::OnBrowserRepositoryChanged");
+    LoadUserData();
+}
+
+void MainGuiHandler::OnUserInfoChanged()
+{
+    const EntryLog log(L"MainGuiHandler::OnUserInfoChanged");
+    if (!m_dataPeer)
+        return;
+    LoadUserData();
+    LoadStatus();
+}
+
+void MainGuiHandler::OnSave()
+{
+    const EntryLog log(L"MainGuiHandler::OnSave");
+    Q_EMIT Save(m_adminHandle);
+}
+
+void MainGuiHandler::BrowsingProtectionSTRATAChanged(const std::wstring&)
+{
+    const EntryLog log(L"MainGuiHandler::BrowsingProtectionSTRATAChanged");
+    LoadSystemWideData();
+    LoadStatus();
+    LoadUserData();
+    if (m_dataPeer)
+        Fire(kLoadData);
+}

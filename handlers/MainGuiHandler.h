@@ -1,0 +1,101 @@
+#pragma once
+
+#include "handlers/HandlerSupport.h"
+#include "handlers/SettingsControllers.h"
+
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Owns the main page's status and switches and the settings pages' life cycle. Turns switch moves into settings,
+/// saves a URL that the user allows from a block page, and holds the elevated settings that every settings page saves
+/// through. Those exist exactly as long as a page that needs them is open. UI thread only.
+class MainGuiHandler : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Either controller may be missing or go at any time; what needs it is left out then.
+    MainGuiHandler(const std::shared_ptr<SystemSettings>& systemSettings,
+                   const std::shared_ptr<UserSettings>& userSettings);
+    ~MainGuiHandler() override;
+
+    /// Wires the variables and publishes them. Called once; always true.
+    bool Initialize(IPlugInManager* manager);
+
+    /// Publish settings to the page.
+    void LoadStatus();
+    void LoadSystemWideData();
+    void LoadUserData();
+
+    /// Carries out a switch move ("MoveOn", "MoveOff") that the page wrote into the variable.
+    void SaveFeatureSwitch(const VariableIdentifier& id);
+
+    /// Allows a site from now on. False for an empty URL.
+    bool SaveAllowedUrl(const QString& url);
+
+    /// The elevated settings; empty when no page needs them.
+    virtual std::shared_ptr<ElevatedSettings> AdminHandle() { return m_adminHandle; }
+
+    /// Makes sure that the elevated settings are there, asking the user where they are not, or anew with `reopen`.
+    /// False when the user declined.
+    virtual bool ShowUAC(bool reopen);
+
+    /// Tells that elevated pages have closed; the last one takes the elevated settings with it.
+    void SetUnusedUI(std::uint32_t bits);
+
+    void UninitialiseAdminHandle();
+
+    /// Told by the user's settings that the state of the browser extension changed.
+    void BrowsingProtectionSTRATAChanged(const std::wstring& key);
+
+Q_SIGNALS:
+    void ReloadAllowedWebsitesList();
+    void SelectedUserChanged(const QString& userId);
+    void Save(const std::shared_ptr<ElevatedSettings>& settings);
+
+public Q_SLOTS:
+    void OnNotify(VariableIdentifier identifier);
+    void OnNotifyRequestShow(VariableIdentifier identifier);
+    void OnUserInfoChanged();
+    void OnLocalizationUpdated(VariableIdentifier identifier);
+    void OnBrowserRepositoryChanged();
+    void OnSave();
+
+private:
+    struct NotifyRule;
+    struct ShowRule;
+
+    void DeclareVariables();
+    void FollowSettings();
+    template <class Controller, class... Properties>
+    void RepublishOnChange(Controller& controller, const Properties&... properties);
+
+    void OnLoadData(const VariableIdentifier& id);
+    void OnVisibilityChanged(const VariableIdentifier& id);
+    void OnSwitchMoved(const VariableIdentifier& id);
+    void OnWebsiteListShown(const VariableIdentifier& id);
+    void OnWebsiteListClosed(const VariableIdentifier& id);
+    void OnAddWebsitesClosed(const VariableIdentifier& id);
+    void OnUrlToSave(const VariableIdentifier& id);
+    void OnSettingsShown(const VariableIdentifier& id);
+    void OnSettingsClosed(const VariableIdentifier& id);
+    void OnSettingsSave(const VariableIdentifier& id);
+
+    void Publish(const VariableIdentifier& id, const QVariant& value) { m_dataPeer->SetValue(id, value, 0); }
+    void PublishSwitch(const VariableIdentifier& state, const VariableIdentifier& status, bool on);
+    void Fire(const VariableIdentifier& trigger) { m_dataPeer->Trigger(trigger, 0); }
+    bool OpenAdminHandle();
+
+    const std::weak_ptr<SystemSettings> m_systemSettings;
+    const std::weak_ptr<UserSettings> m_userSettings;
+    std::shared_ptr<ElevatedSettings> m_adminHandle;
+    std::shared_ptr<IDataPeer> m_dataPeer;
+    std::string m_userSid;
+    std::uint32_t m_unusedUI = 0; // the elevated pages that are open
+    std::vector<UserSettings::Registration> m_registrations;
+};

@@ -1,0 +1,7 @@
+#include "handlers/SettingsControllers.h"
+
+template class StrataSettings::ScopedSettings<VdnSettings>;
+template class StrataSettings::FollowedScope<VdnSettings>;
+template class Controller<VdnSettings>;
+template class SystemSettingsController<VdnSettings>;
+template class UserSettingsController<VdnSettings>;

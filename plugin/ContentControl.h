@@ -1,0 +1,41 @@
+#pragma once
+
+#include "handlers/SettingsControllers.h"
+#include "tarn/IPlugIn.h"
+#include "util/ModuleHandler.h"
+
+#include <QObject>
+
+#include <memory>
+
+class MainGuiHandler;
+
+/// The plug-in: loads the suite's libraries, owns the settings controllers and the feature handlers, and brings them up
+/// in their order. UI thread only.
+class ContentControl : public QObject, public IPlugIn
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "com.norlane.Veridan.ContentControl")
+    Q_INTERFACES(IPlugIn)
+
+public:
+    ContentControl();
+    ~ContentControl() override;
+
+    bool Initialize(IPlugInManager* manager) override;
+
+public Q_SLOTS:
+    /// The host's event loop runs.
+    virtual void OnEventLoopReady();
+
+private:
+    void CreateControllers();
+    void CreateHandlers();
+    bool InitializeHandlers(IPlugInManager* manager);
+
+    // Released from last to first: the controllers before the handlers, the libraries last.
+    ModuleHandler m_modules;
+    std::shared_ptr<MainGuiHandler> m_mainGui;
+    std::shared_ptr<SystemSettings> m_systemSettings;
+    std::shared_ptr<UserSettings> m_userSettings;
+};
