@@ -1,5 +1,6 @@
 #include "settings/binding/ChooseUser.h"
 
+#include "platform/Sessions.h"
 #include "util/Users.h"
 
 #include <QString>
@@ -18,14 +19,14 @@ std::wstring ProcessUserSid(const FunctionLog& log)
 
 std::wstring ActiveUserSid(const FunctionLog& log)
 {
-    if (AllUsers().GetActiveSession() == kInvalidSession)
+    if (AllUsers().GetActiveSession() == Platform::Sessions::Invalid)
     {
         LOG(log, 4,
             L"%s: AllUsers().GetActiveSession() returned an invalid ID. Using system default user for initialization");
         return {};
     }
     const LoggedInUser user = LoggedInUser::FromActiveUser();
-    const std::wstring sid = user.GetSid();
+    std::wstring sid = user.GetSid();
     if (sid.empty())
         LOG(log, 2, L"%s: LoggedInUser::FromActiveUser().GetSid() returned an empty string! Error: %lu",
             user.LastError());
