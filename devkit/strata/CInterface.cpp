@@ -1,0 +1,69 @@
+#include "devkit/strata/CInterface.h"
+
+#include "devkit/strata/Object.h"
+#include "devkit/strata/json/Utf8.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <cwchar>
+#include <utility>
+
+namespace Strata
+{
+
+namespace
+{
+
+void* CopyBytes(const void* text, std::size_t size)
+{
+    void* copy = std::malloc(size);
+    return copy == nullptr ? nullptr : std::memcpy(copy, text, size);
+}
+
+} // namespace
+
+char* CopyText(const char* text)
+{
+    return text == nullptr ? nullptr : static_cast<char*>(CopyBytes(text, std::strlen(text) + 1));
+}
+
+wchar_t* CopyText(const wchar_t* text)
+{
+    return text == nullptr ? nullptr
+                           : static_cast<wchar_t*>(CopyBytes(text, (std::wcslen(text) + 1) * sizeof(wchar_t)));
+}
+
+OrbStrataResult MakeTextEntry(OrbStrataType type, const char* text, Entry& entry)
+{
+    entry.type = type;
+    if (text == nullptr || !IsUtf8(text))
+    {
+        return ORB_STRATA_INVALID_ARGUMENT;
+    }
+    if (type != ORB_STRATA_TYPE_OBJECT)
+    {
+        entry.text = std::make_shared<const std::string>(text);
+        return Success;
+    }
+    const auto object = ParseObject(text);
+    if (!object)
+    {
+        return ORB_STRATA_INVALID_ARGUMENT;
+    }
+    entry.text = std::make_shared<const std::string>(PrintObject(*object));
+    return Success;
+}
+
+OrbStrataResult ApplyEdit(OrbStrataHandle handle, const wchar_t* key, Edit::Kind kind, Entry entry)
+{
+    auto utf8 = ToUtf8Strict(key);
+    if (!utf8 || utf8->empty())
+    {
+        return ORB_STRATA_INVALID_ARGUMENT;
+    }
+    std::vector<Edit> edits;
+    edits.push_back({kind, std::move(*utf8), std::move(entry)});
+    return Store::Instance().Apply(handle, edits);
+}
+
+} // namespace Strata

@@ -1,0 +1,172 @@
+#include "devkit/strata/Database.h"
+
+#include <sqlite3.h>
+
+namespace Strata
+{
+
+Statement::Statement(sqlite3* connection, const char* sql)
+{
+    sqlite3_stmt* statement = nullptr;
+    m_failed = sqlite3_prepare_v3(connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr) != SQLITE_OK;
+    m_statement.reset(statement);
+}
+
+bool Statement::Step()
+{
+    const int result = m_statement ? sqlite3_step(m_statement.get()) : SQLITE_ERROR;
+    m_failed = result != SQLITE_ROW && result != SQLITE_DONE;
+    return result == SQLITE_ROW;
+}
+
+bool Statement::Run()
+{
+    Step();
+    const bool done = !m_failed;
+    Reset();
+    return done;
+}
+
+void Statement::Reset()
+{
+    if (m_statement)
+    {
+        sqlite3_reset(m_statement.get());
+    }
+}
+
+int64_t Statement::Integer(int column) const
+{
+    return sqlite3_column_int64(m_statement.get(), column);
+}
+
+std::string Statement::Text(int column) const
+{
+    const void* text = sqlite3_column_text(m_statement.get(), column);
+    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(m_statement.get(), column));
+    return text == nullptr ? std::string() : std::string(static_cast<const char*>(text), size);
+}
+
+bool Statement::IsInteger(int column) const
+{
+    return sqlite3_column_type(m_statement.get(), column) == SQLITE_INTEGER;
+}
+
+bool Statement::IsText(int column) const
+{
+    return sqlite3_column_type(m_statement.get(), column) == SQLITE_TEXT;
+}
+
+void Statement::BindOne(int index, int64_t value)
+{
+    sqlite3_bind_int64(m_statement.get(), index, value);
+}
+
+void Statement::BindOne(int index, std::string_view value)
+{
+    sqlite3_bind_text64(m_statement.get(), index, value.data(), value.size(), SQLITE_STATIC, SQLITE_UTF8);
+}
+
+void Statement::BindOne(int index, std::nullptr_t)
+{
+    sqlite3_bind_null(m_statement.get(), index);
+}
+
+void Statement::Finalize::operator()(sqlite3_stmt* statement) const
+{
+    sqlite3_finalize(statement);
+}
+
+std::string Describe(const std::string& path, const std::string& what)
+{
+    return "The settings store \"" + path + "\" " + what + ".";
+}
+
+Database::Database(sqlite3* connection, std::string path) : m_connection(connection), m_path(std::move(path)) {}
+
+void Database::Close::operator()(sqlite3* connection) const
+{
+    sqlite3_close_v2(connection);
+}
+
+std::unique_ptr<Database> Database::Open(const std::string& path, int patienceMs, std::string& error)
+{
+    // Whoever uses the connection takes turns already, so SQLite need not lock.
+    constexpr int Flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+    sqlite3* connection = nullptr;
+    const bool opened = sqlite3_open_v2(path.c_str(), &connection, Flags, nullptr) == SQLITE_OK;
+    std::unique_ptr<Database> database(new Database(connection, path));
+    if (!opened)
+    {
+        error = database->Error();
+        return nullptr;
+    }
+    sqlite3_busy_timeout(connection, patienceMs);
+    // Someone who may only read can open the file only while its log is there.
+    int persist = 1;
+    sqlite3_file_control(connection, "main", SQLITE_FCNTL_PERSIST_WAL, &persist);
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    database->KeepLogOnClose(true);
+    return database;
+}
+
+bool Database::IsReadOnly() const
+{
+    return sqlite3_db_readonly(m_connection.get(), "main") != 0;
+}
+
+bool Database::Execute(const char* sql)
+{
+    return sqlite3_exec(m_connection.get(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+int64_t Database::Number(const char* sql, int64_t otherwise)
+{
+    Statement statement = Prepare(sql);
+    return statement.Step() ? statement.Integer(0) : otherwise;
+}
+
+Statement Database::Prepare(const char* sql)
+{
+    return Statement(m_connection.get(), sql);
+}
+
+void Database::KeepLogOnClose(bool keep)
+{
+    sqlite3_db_config(m_connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, keep ? 1 : 0, nullptr);
+}
+
+std::string Database::Error() const
+{
+    const auto reason = [this]() -> std::string {
+        switch (sqlite3_errcode(m_connection.get()) & 0xFF)
+        {
+        case SQLITE_CORRUPT:
+        case SQLITE_NOTADB:
+            return "is damaged or not a store";
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+        case SQLITE_PROTOCOL:
+            return "is kept busy by another process";
+        case SQLITE_READONLY:
+        case SQLITE_PERM:
+            return "may not be written";
+        case SQLITE_CANTOPEN:
+            return "cannot be opened or created";
+        case SQLITE_FULL:
+            return "cannot be written: the disk is full";
+        case SQLITE_TOOBIG:
+            return "does not take a value of this size";
+        default:
+            return "cannot be read or written";
+        }
+    };
+    return Describe(m_path, reason() + " (" + sqlite3_errmsg(m_connection.get()) + ")");
+}
+
+bool Database::LastErrorWasBusy() const
+{
+    return (sqlite3_errcode(m_connection.get()) & 0xFF) == SQLITE_BUSY;
+}
+
+} // namespace Strata

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace Strata
+{
+
+/// A prepared statement. Texts are bound without a copy: they must live until the statement has been reset.
+class Statement
+{
+public:
+    Statement() = default;
+    Statement(sqlite3* connection, const char* sql);
+
+    /// Binds the parameters from the first on and makes the statement ready to step.
+    template <class... Values>
+    Statement& Bind(const Values&... values)
+    {
+        Reset();
+        int index = 0;
+        (BindOne(++index, values), ...);
+        return *this;
+    }
+
+    /// Goes to the next row. False: there is none, or it failed; see Failed.
+    bool Step();
+    /// Runs a statement that gives no rows, and resets it.
+    bool Run();
+    void Reset();
+    bool Failed() const { return m_failed; }
+
+    int64_t Integer(int column) const;
+    std::string Text(int column) const;
+    bool IsInteger(int column) const;
+    bool IsText(int column) const;
+
+private:
+    void BindOne(int index, int64_t value);
+    void BindOne(int index, std::string_view value);
+    void BindOne(int index, std::nullptr_t);
+
+    struct Finalize
+    {
+        void operator()(sqlite3_stmt* statement) const;
+    };
+    std::unique_ptr<sqlite3_stmt, Finalize> m_statement;
+    bool m_failed = false;
+};
+
+/// A sentence about a store: Describe("a.db", "is damaged") is: The settings store "a.db" is damaged.
+std::string Describe(const std::string& path, const std::string& what);
+
+/// One connection to a database file, for one thread at a time.
+class Database
+{
+public:
+    /// Opens the file, creating it where it is missing and may be written; a file that may not be written is opened for
+    /// reading. Null: it could not be opened; `error` tells why. `patienceMs` bounds each wait for another process.
+    static std::unique_ptr<Database> Open(const std::string& path, int patienceMs, std::string& error);
+
+    bool IsReadOnly() const;
+    bool Execute(const char* sql);
+    /// The integer that `sql` gives in its first column and row; `otherwise` if it gives none or fails.
+    int64_t Number(const char* sql, int64_t otherwise);
+    Statement Prepare(const char* sql);
+
+    /// Leaves the file as it is when the connection closes, instead of writing the log back into it; for a connection
+    /// that only reads, or a file that turned out not to be ours.
+    void KeepLogOnClose(bool keep);
+
+    /// What failed last, as a sentence.
+    std::string Error() const;
+    bool LastErrorWasBusy() const;
+    const std::string& Path() const { return m_path; }
+
+private:
+    Database(sqlite3* connection, std::string path);
+
+    struct Close
+    {
+        void operator()(sqlite3* connection) const;
+    };
+    std::unique_ptr<sqlite3, Close> m_connection;
+    std::string m_path;
+};
+
+} // namespace Strata

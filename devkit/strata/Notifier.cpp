@@ -1,0 +1,155 @@
+#include "devkit/strata/Notifier.h"
+
+#include "platform/Text.h"
+
+#include <utility>
+
+namespace Strata
+{
+
+namespace
+{
+
+bool Concerns(const Subscription& subscription, const Change& change)
+{
+    if (subscription.changeType != 0 && subscription.changeType != change.kind)
+    {
+        return false;
+    }
+    const bool sameKey = subscription.byPrefix ? change.key.compare(0, subscription.key.size(), subscription.key) == 0
+                                               : change.key == subscription.key;
+    return sameKey && change.scope == subscription.scope;
+}
+
+} // namespace
+
+Notifier::Notifier(std::unique_ptr<StampWatch> watch, std::function<void()> refresh)
+    : m_watch(std::move(watch)), m_refresh(std::move(refresh))
+{}
+
+Notifier::~Notifier()
+{
+    m_stop = true;
+    m_watch->Wake();
+    if (m_thread.joinable())
+    {
+        m_thread.join();
+    }
+}
+
+void Notifier::Start()
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_thread.joinable())
+    {
+        m_thread = std::thread([this] { Run(); });
+    }
+}
+
+void Notifier::Add(uintptr_t id, Subscription subscription)
+{
+    Start();
+    const std::lock_guard lock(m_mutex);
+    m_subscriptions.emplace(id, std::move(subscription));
+}
+
+bool Notifier::Remove(uintptr_t handle, uintptr_t id)
+{
+    std::unique_lock lock(m_mutex);
+    const auto at = m_subscriptions.find(id);
+    if (at == m_subscriptions.end() || at->second.handle != handle)
+    {
+        return false;
+    }
+    m_subscriptions.erase(at);
+    WaitWhileRunning(lock, id);
+    return true;
+}
+
+void Notifier::RemoveAll(uintptr_t handle)
+{
+    std::unique_lock lock(m_mutex);
+    for (auto at = m_subscriptions.begin(); at != m_subscriptions.end();)
+    {
+        if (at->second.handle != handle)
+        {
+            ++at;
+            continue;
+        }
+        const uintptr_t id = at->first;
+        m_subscriptions.erase(at);
+        WaitWhileRunning(lock, id);
+        at = m_subscriptions.upper_bound(id); // the lock was open meanwhile
+    }
+}
+
+void Notifier::WaitWhileRunning(std::unique_lock<std::mutex>& lock, uintptr_t id)
+{
+    if (!OnThread())
+    {
+        m_returned.wait(lock, [this, id] { return m_running != id; });
+    }
+}
+
+void Notifier::Announce(const Change& change, uintptr_t origin)
+{
+    const std::lock_guard lock(m_mutex);
+    bool wanted = false;
+    for (const auto& [id, subscription] : m_subscriptions)
+    {
+        if (subscription.handle != origin && Concerns(subscription, change))
+        {
+            m_queue.push_back({id, change.key, change.kind, change.text});
+            ++m_announced;
+            wanted = true;
+        }
+    }
+    if (wanted)
+    {
+        m_watch->Wake();
+    }
+}
+
+bool Notifier::WaitUntilDelivered(std::chrono::steady_clock::time_point deadline)
+{
+    std::unique_lock lock(m_mutex);
+    const uint64_t last = m_announced;
+    return m_delivered >= last ||
+           (!OnThread() && m_returned.wait_until(lock, deadline, [&] { return m_delivered >= last; }));
+}
+
+void Notifier::Run()
+{
+    m_threadId = std::this_thread::get_id();
+    while (!m_stop)
+    {
+        m_refresh();
+        DeliverQueued();
+        m_watch->Wait();
+    }
+}
+
+void Notifier::DeliverQueued()
+{
+    std::unique_lock lock(m_mutex);
+    while (!m_queue.empty() && !m_stop)
+    {
+        const Delivery delivery = std::move(m_queue.front());
+        m_queue.pop_front();
+        if (const auto at = m_subscriptions.find(delivery.subscription); at != m_subscriptions.end())
+        {
+            const auto callback = at->second.callback;
+            void* const context = at->second.context;
+            m_running = delivery.subscription;
+            lock.unlock();
+            const std::wstring key = Platform::FromUtf8(delivery.key);
+            callback(context, key.c_str(), delivery.changeType, delivery.text ? delivery.text->c_str() : nullptr);
+            lock.lock();
+            m_running = 0;
+        }
+        ++m_delivered;
+        m_returned.notify_all();
+    }
+}
+
+} // namespace Strata

@@ -1,0 +1,176 @@
+// What the development kit adds to the store's functions.
+
+#include "devkit/strata/CInterface.h"
+#include "devkit/strata/json/Utf8.h"
+
+#include "platform/Text.h"
+
+#include <limits>
+
+using namespace Strata;
+
+namespace
+{
+
+void Visit(const wchar_t* key, const Entry& entry, OrbStrataEntryVisitor visitor, void* context)
+{
+    const OrbStrataEntry view{key, entry.type, entry.number, entry.text ? entry.text->c_str() : nullptr,
+                              entry.constraints};
+    visitor(context, &view);
+}
+
+/// Whether the number is one of the type; true for types without one.
+bool NumberFits(const OrbStrataEntry& view)
+{
+    using Int32 = std::numeric_limits<int32_t>;
+    switch (view.type)
+    {
+    case ORB_STRATA_TYPE_BOOL:
+        return view.number == 0 || view.number == 1;
+    case ORB_STRATA_TYPE_INT32:
+        return view.number >= Int32::min() && view.number <= Int32::max();
+    default:
+        return true;
+    }
+}
+
+/// The edit that writes the entry; ORB_STRATA_INVALID_ARGUMENT for an entry that cannot be.
+OrbStrataResult Checked(const OrbStrataEntry& view, Edit& edit)
+{
+    auto key = ToUtf8Strict(view.key);
+    const bool knownType = view.type >= ORB_STRATA_TYPE_NONE && view.type <= ORB_STRATA_TYPE_OBJECT;
+    if (!key || key->empty() || !knownType || !NumberFits(view))
+    {
+        return ORB_STRATA_INVALID_ARGUMENT;
+    }
+    edit.key = std::move(*key);
+    edit.entry.type = view.type;
+    edit.entry.constraints = view.constraints;
+    if (HasText(view.type))
+    {
+        return MakeTextEntry(view.type, view.text, edit.entry);
+    }
+    edit.entry.number = view.type == ORB_STRATA_TYPE_NONE ? 0 : view.number;
+    return Success;
+}
+
+} // namespace
+
+void OrbStrataControl_SetStoreFile(const char* path)
+{
+    Store::Instance().SetFile(path);
+}
+
+char* OrbStrataControl_LastError(void)
+{
+    return CopyText(Store::Instance().LastError().c_str());
+}
+
+OrbStrataHandle OrbStrataControl_OpenProductHandle(const wchar_t* sid, OrbStrataResult* result)
+{
+    OrbStrataResult answer = Success;
+    const auto handle = Store::Instance().Open(sid, Access::Product, answer);
+    Tell(result, answer);
+    return handle;
+}
+
+OrbStrataResult OrbStrataControl_Remove(OrbStrataHandle handle, const wchar_t* key)
+{
+    return ApplyEdit(handle, key, Edit::Kind::Remove, {});
+}
+
+OrbStrataResult OrbStrataControl_Find(OrbStrataHandle handle, const wchar_t* key, OrbStrataEntryVisitor visitor,
+                                      void* context)
+{
+    Entry entry;
+    const auto result = Store::Instance().Find(handle, key, entry);
+    if (result == Success)
+    {
+        Visit(key, entry, visitor, context);
+    }
+    return result;
+}
+
+OrbStrataResult OrbStrataControl_List(OrbStrataHandle handle, const wchar_t* prefix, OrbStrataEntryVisitor visitor,
+                                      void* context)
+{
+    Entries entries;
+    const auto result = Store::Instance().List(handle, prefix, entries);
+    for (const auto& [key, entry] : entries)
+    {
+        Visit(Platform::FromUtf8(key).c_str(), entry, visitor, context);
+    }
+    return result;
+}
+
+OrbStrataResult OrbStrataControl_Write(OrbStrataHandle handle, const OrbStrataEntry* entry)
+{
+    return OrbStrataControl_WriteAll(handle, entry, 1);
+}
+
+OrbStrataResult OrbStrataControl_WriteAll(OrbStrataHandle handle, const OrbStrataEntry* entries, uint32_t count)
+{
+    if (entries == nullptr && count != 0)
+    {
+        return ORB_STRATA_INVALID_ARGUMENT;
+    }
+    std::vector<Edit> edits(count, Edit{Edit::Kind::Whole, {}, {}});
+    for (uint32_t i = 0; i < count; ++i)
+    {
+        if (const auto result = Checked(entries[i], edits[i]); result != Success)
+        {
+            return result;
+        }
+    }
+    return Store::Instance().Apply(handle, edits);
+}
+
+void OrbStrataControl_SetWriteObserver(OrbStrataWriteObserver observer, void* context)
+{
+    Store::Instance().writes.SetObserver(observer, context);
+}
+
+OrbStrataSubscription OrbStrataControl_Watch(OrbStrataHandle handle, const wchar_t* prefix, OrbStrataCallback callback,
+                                             void* context, OrbStrataResult* result)
+{
+    OrbStrataResult answer = ORB_STRATA_INVALID_ARGUMENT;
+    OrbStrataSubscription subscription = nullptr;
+    if (callback != nullptr)
+    {
+        constexpr int32_t EitherType = 0;
+        subscription = Store::Instance().Subscribe(handle, prefix == nullptr ? L"" : prefix, true, EitherType, callback,
+                                                   context, answer);
+    }
+    Tell(result, answer);
+    return subscription;
+}
+
+void OrbStrataControl_SetElevationAnswer(bool accept)
+{
+    Store::Instance().acceptElevation = accept;
+}
+
+bool OrbStrataControl_SetFault(const char* function, const wchar_t* key, OrbStrataResult code, uint32_t count)
+{
+    return Store::Instance().faults.Set(function, key, code, count);
+}
+
+void OrbStrataControl_ClearFaults(void)
+{
+    Store::Instance().faults.Clear();
+}
+
+bool OrbStrataControl_WaitForDelivery(uint32_t timeoutMs)
+{
+    return Store::Instance().WaitForDelivery(std::chrono::milliseconds(timeoutMs));
+}
+
+uint32_t OrbStrataControl_OpenHandles(void)
+{
+    return Store::Instance().OpenHandles();
+}
+
+void OrbStrataControl_Shutdown(void)
+{
+    Store::Shutdown();
+}

@@ -1,0 +1,166 @@
+#include "devkit/strata/Schema.h"
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
+#include <thread>
+
+namespace Strata::Schema
+{
+
+namespace
+{
+
+constexpr int PatienceMs = 5000;
+
+// "Strt": tells the file from other databases.
+constexpr int64_t ApplicationId = 0x53747274;
+constexpr int64_t Version = 1;
+
+// `changes` numbers the writes; its newest row is never deleted, so that no number is given twice.
+constexpr const char* Create = R"(
+CREATE TABLE entries (
+    scope TEXT NOT NULL,
+    key TEXT NOT NULL,
+    type INTEGER NOT NULL,
+    value,
+    constraints INTEGER NOT NULL,
+    revision INTEGER NOT NULL,
+    PRIMARY KEY (scope, key)
+);
+CREATE TABLE changes (
+    revision INTEGER PRIMARY KEY,
+    scope TEXT NOT NULL,
+    key TEXT NOT NULL,
+    kind INTEGER NOT NULL,
+    valueWrite INTEGER NOT NULL,
+    text TEXT
+);
+PRAGMA application_id = 1400140404;
+PRAGMA user_version = 1;
+)";
+static_assert(ApplicationId == 1400140404, "as in the statement");
+
+enum class State
+{
+    Store,
+    Empty,
+    Foreign,
+    Newer,
+    Unreadable
+};
+
+State Inspect(Database& database)
+{
+    constexpr int64_t Failed = -1;
+    const int64_t objects = database.Number("SELECT count(*) FROM sqlite_schema", Failed);
+    if (objects == Failed)
+    {
+        return State::Unreadable;
+    }
+    const int64_t application = database.Number("PRAGMA application_id", Failed);
+    const int64_t version = database.Number("PRAGMA user_version", Failed);
+    if (objects == 0 && application == 0 && version == 0)
+    {
+        return State::Empty;
+    }
+    return application != ApplicationId ? State::Foreign : version != Version ? State::Newer : State::Store;
+}
+
+/// Several processes may find the file empty at once: switching to the write-ahead log answers "busy" without waiting,
+/// and whoever comes first makes the tables.
+bool MakeTables(Database& database)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(PatienceMs);
+    while (!database.Execute("PRAGMA journal_mode = WAL"))
+    {
+        if (!database.LastErrorWasBusy() || std::chrono::steady_clock::now() > deadline)
+        {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    if (!database.Execute("BEGIN IMMEDIATE"))
+    {
+        return false;
+    }
+    if (Inspect(database) == State::Empty && !database.Execute(Create))
+    {
+        return false;
+    }
+    return database.Execute("COMMIT");
+}
+
+/// An empty file is one whose creation was interrupted, unless there is a log beside it: then its contents are gone,
+/// and SQLite would throw the log away too.
+bool LostItsContents(const std::filesystem::path& file)
+{
+    std::error_code failed;
+    const auto size = std::filesystem::file_size(file, failed);
+    if (failed || size != 0)
+    {
+        return false;
+    }
+    auto log = file;
+    log += "-wal";
+    const auto logSize = std::filesystem::file_size(log, failed);
+    return !failed && logSize != 0;
+}
+
+} // namespace
+
+std::unique_ptr<Database> Open(const std::string& path, std::string& error)
+{
+    const auto file = std::filesystem::u8path(path);
+    std::error_code failed;
+    if (file.has_parent_path())
+    {
+        std::filesystem::create_directories(file.parent_path(), failed);
+    }
+    if (failed)
+    {
+        error = Describe(path, "cannot be created: its folder cannot be made (" + failed.message() + ")");
+        return nullptr;
+    }
+    if (LostItsContents(file))
+    {
+        error = Describe(path, "is damaged: the file is empty, but its log is not");
+        return nullptr;
+    }
+    auto database = Database::Open(path, PatienceMs, error);
+    if (!database)
+    {
+        return nullptr;
+    }
+    State state = Inspect(*database);
+    if (state == State::Empty)
+    {
+        state = MakeTables(*database) ? Inspect(*database) : State::Unreadable;
+    }
+    switch (state)
+    {
+    case State::Store:
+        // A commit then survives the end of the process at any moment, which is what is promised; a power failure may
+        // take the last commits but leaves the file whole. A commit that waits for the disk takes twice as long.
+        if (database->Execute("PRAGMA synchronous = NORMAL; PRAGMA cell_size_check = ON"))
+        {
+            return database;
+        }
+        error = database->Error();
+        return nullptr;
+    case State::Empty:
+    case State::Foreign:
+        error = Describe(path, "is a database of another program");
+        return nullptr;
+    case State::Newer:
+        error = Describe(path, "was made by a newer version");
+        return nullptr;
+    case State::Unreadable:
+        error = database->Error();
+        return nullptr;
+    }
+    return nullptr;
+}
+
+} // namespace Strata::Schema

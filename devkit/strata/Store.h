@@ -1,0 +1,86 @@
+#pragma once
+
+#include "devkit/strata/Faults.h"
+#include "devkit/strata/OrbStrataControl.h"
+#include "devkit/strata/Session.h"
+#include "devkit/strata/WriteLog.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace Strata
+{
+
+/// Whose rights a handle has.
+enum class Access
+{
+    Normal,   ///< writes below "windows.browsing_protection.internal." only
+    Elevated, ///< writes every key that is not enforced
+    Product   ///< writes every key; no fault applies
+};
+
+/// The store as this process sees it: the handles, and what the development kit was told to do. The file is open, and
+/// the notification thread runs, only while there is a handle. Thread-safe.
+class Store
+{
+public:
+    /// Made at its first use, destroyed by Shutdown.
+    static Store& Instance();
+    /// Destroys the store unless there are open handles.
+    static void Shutdown();
+
+    OrbStrataHandle Open(const wchar_t* sid, Access access, OrbStrataResult& result);
+    void Close(OrbStrataHandle handle);
+    uint32_t OpenHandles();
+
+    /// Answers ORB_STRATA_NOT_FOUND where there is nothing under the key.
+    OrbStrataResult Find(OrbStrataHandle handle, const wchar_t* key, Entry& entry);
+    OrbStrataResult List(OrbStrataHandle handle, const wchar_t* prefix, Entries& entries);
+    OrbStrataResult Apply(OrbStrataHandle handle, const std::vector<Edit>& edits);
+
+    /// A key's changes of one type, or with `byPrefix` every change of keys that begin so.
+    OrbStrataSubscription Subscribe(OrbStrataHandle handle, const wchar_t* key, bool byPrefix, int32_t changeType,
+                                    OrbStrataCallback callback, void* context, OrbStrataResult& result);
+    void Unsubscribe(OrbStrataHandle handle, OrbStrataSubscription subscription);
+    bool WaitForDelivery(std::chrono::milliseconds timeout);
+
+    /// What a call by `handle` has to answer instead of doing its work; 0: nothing.
+    OrbStrataResult Fault(Function function, OrbStrataHandle handle, const wchar_t* key);
+    /// The same for a call that no handle makes.
+    OrbStrataResult Fault(Function function, const wchar_t* key = nullptr) { return faults.Take(function, key); }
+
+    void SetFile(const char* path);
+    std::string LastError();
+
+    Faults faults;
+    WriteLog writes;
+    std::atomic<bool> acceptElevation = true;
+
+private:
+    struct Handle
+    {
+        Access access;
+        std::shared_ptr<Session> session;
+        std::shared_ptr<Scope> scope;
+    };
+
+    std::shared_ptr<const Handle> Lookup(OrbStrataHandle handle);
+    std::shared_ptr<Session> OpenSession();
+    /// Keeps the reason of a failure.
+    OrbStrataResult Answer(Session& session, OrbStrataResult result);
+
+    std::mutex m_mutex; // guards what follows
+    std::string m_file;
+    std::shared_ptr<Session> m_session;
+    std::unordered_map<uintptr_t, std::shared_ptr<const Handle>> m_handles;
+    std::string m_lastError;
+};
+
+} // namespace Strata

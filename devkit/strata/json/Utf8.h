@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Strata
+{
+
+/// Whether `text` is well-formed UTF-8 without U+0000, which no text of the C interface can hold.
+bool IsUtf8(std::string_view text);
+
+/// `text` as UTF-8; nothing for null or ill-formed text (a lone surrogate, no code point).
+std::optional<std::string> ToUtf8Strict(const wchar_t* text);
+
+/// Appends a code point. False: a surrogate, or beyond U+10FFFF.
+bool AppendUtf8(std::string& text, char32_t code);
+
+} // namespace Strata
