@@ -1,0 +1,53 @@
+#include "devkit/datapipeline/EventRecorder.h"
+
+namespace DataPipeline
+{
+
+EventRecorder& EventRecorder::Instance()
+{
+    static EventRecorder recorder;
+    return recorder;
+}
+
+int32_t EventRecorder::Record(int32_t code, const char* name, const wchar_t* payload, bool major)
+{
+    constexpr int32_t InvalidArgument = 87;
+    const std::lock_guard lock(m_mutex);
+    if (m_fault != 0)
+    {
+        const int32_t fault = m_fault;
+        if (m_faultsLeft != 0 && --m_faultsLeft == 0)
+        {
+            m_fault = 0;
+        }
+        return fault;
+    }
+    if (name == nullptr)
+    {
+        return InvalidArgument;
+    }
+    m_events.push_back({code, name, payload == nullptr ? std::nullopt : std::optional<std::wstring>(payload), major});
+    return 0;
+}
+
+void EventRecorder::Visit(OrbDpEventVisitor visitor, void* context)
+{
+    std::unique_lock lock(m_mutex);
+    const std::vector<Event> events = m_events;
+    lock.unlock();
+    for (const Event& event : events)
+    {
+        const OrbDpEvent view{event.code, event.name.c_str(), event.payload ? event.payload->c_str() : nullptr,
+                              event.major};
+        visitor(context, &view);
+    }
+}
+
+void EventRecorder::SetFault(int32_t code, uint32_t count)
+{
+    const std::lock_guard lock(m_mutex);
+    m_fault = code;
+    m_faultsLeft = count;
+}
+
+} // namespace DataPipeline
