@@ -1,0 +1,131 @@
+#include "devkit/flyer/FlyerBoard.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace Flyers
+{
+
+namespace
+{
+
+#define FLYER_NAME(result, name, parameters) std::string_view(#name),
+constexpr std::string_view Names[] = {NL_FLYER_FUNCTIONS(FLYER_NAME)};
+#undef FLYER_NAME
+
+std::wstring TextOf(const wchar_t* text)
+{
+    return text == nullptr ? std::wstring() : std::wstring(text);
+}
+
+} // namespace
+
+FlyerBoard& FlyerBoard::Instance()
+{
+    static FlyerBoard board;
+    return board;
+}
+
+Flyer& FlyerBoard::Add(const wchar_t* title, const wchar_t* description)
+{
+    const auto id = static_cast<int32_t>(m_flyers.size() + 1);
+    return m_flyers.emplace_back(Flyer{id, TextOf(title), TextOf(description), {}, NL_FLYER_CREATED});
+}
+
+Flyer* FlyerBoard::Find(NlFlyerHandle handle)
+{
+    return FindById(reinterpret_cast<uintptr_t>(handle));
+}
+
+Flyer* FlyerBoard::FindById(std::size_t id)
+{
+    return id >= 1 && id <= m_flyers.size() ? &m_flyers[id - 1] : nullptr;
+}
+
+NlFlyerHandle FlyerBoard::HandleOf(const Flyer& flyer)
+{
+    return reinterpret_cast<NlFlyerHandle>(static_cast<uintptr_t>(flyer.id));
+}
+
+void FlyerBoard::Visit(NlFlyerVisitor visitor, void* context) const
+{
+    const std::size_t count = m_flyers.size();
+    for (std::size_t i = 0; i < count; ++i)
+    {
+        const Flyer flyer = m_flyers[i];
+        std::vector<NlFlyerButtonView> buttons;
+        for (const Button& button : flyer.buttons)
+        {
+            buttons.push_back({button.caption.c_str(), button.action ? button.action->c_str() : nullptr});
+        }
+        const NlFlyerView view{flyer.id,
+                               flyer.title.c_str(),
+                               flyer.description.c_str(),
+                               buttons.data(),
+                               static_cast<uint32_t>(buttons.size()),
+                               flyer.state};
+        visitor(context, &view);
+    }
+}
+
+bool FlyerBoard::Press(int32_t id, uint32_t button)
+{
+    Flyer* flyer = id < 1 ? nullptr : FindById(static_cast<std::size_t>(id));
+    if (flyer == nullptr || flyer->state != NL_FLYER_SHOWN || button >= flyer->buttons.size())
+    {
+        return false;
+    }
+    const auto action = flyer->buttons[button].action;
+    if (!action)
+    {
+        flyer->state = NL_FLYER_CLOSED;
+    }
+    else if (m_handler != nullptr)
+    {
+        m_handler(m_handlerContext, action->c_str());
+    }
+    return true;
+}
+
+void FlyerBoard::SetActionHandler(NlFlyerActionHandler handler, void* context)
+{
+    m_handler = handler;
+    m_handlerContext = context;
+}
+
+bool FlyerBoard::SetFault(const char* function, int32_t code, uint32_t count)
+{
+    const auto name = std::find(std::begin(Names), std::end(Names), function == nullptr ? "" : function);
+    if (name == std::end(Names))
+    {
+        return false;
+    }
+    const auto number = static_cast<Function>(name - std::begin(Names));
+    if (code != 0)
+    {
+        m_faults.push_back({number, code, count});
+        return true;
+    }
+    const auto same = [number](const Fault& fault) { return fault.function == number; };
+    m_faults.erase(std::remove_if(m_faults.begin(), m_faults.end(), same), m_faults.end());
+    return true;
+}
+
+int32_t FlyerBoard::TakeFault(Function function)
+{
+    const auto at = std::find_if(m_faults.begin(), m_faults.end(),
+                                 [function](const Fault& fault) { return fault.function == function; });
+    if (at == m_faults.end())
+    {
+        return 0;
+    }
+    const int32_t code = at->code;
+    if (at->left != 0 && --at->left == 0)
+    {
+        m_faults.erase(at);
+    }
+    return code;
+}
+
+} // namespace Flyers
