@@ -51,7 +51,7 @@ public:
             return;
         }
         ReplaceLogger(nullptr);
-        OwnLogger().Shutdown();
+        OwnLogger().ShutdownAtExit();
     }
 };
 
@@ -76,12 +76,13 @@ Logger& CreateLogger()
 void ReplaceLogger(std::unique_ptr<Logger> replacement)
 {
     LoggerWin& own = OwnLogger();
-    Logger* const previous = Detail::g_logger.exchange(replacement ? replacement.release() : &own);
-    if (previous == &own)
+    Logger* const next = replacement ? replacement.release() : &own;
+    Logger* const previous = Detail::g_logger.exchange(next);
+    if (previous != next && previous == &own)
     {
         own.Shutdown();
     }
-    else
+    else if (previous != next)
     {
         delete previous;
     }

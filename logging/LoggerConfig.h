@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <string>
 
 namespace NlOrbLogging
@@ -13,7 +12,6 @@ struct LoggerConfig
     std::wstring module;
     int defaultLevel = 0;
     unsigned flags = 0;
-    std::atomic<bool> dirty{false}; ///< The registry has not been read for this configuration.
 };
 
 } // namespace NlOrbLogging

@@ -1,40 +1,261 @@
 #include "logging/LoggerWin.h"
 
+#include "logging/FileUtilsWin32.h"
+#include "logging/LogSettings.h"
+#include "logging/TextBuffer.h"
+#include "platform/Clock.h"
+#include "platform/DebugOutput.h"
+#include "platform/Format.h"
 #include "platform/LastError.h"
+#include "platform/ProcessInfo.h"
+#include "platform/Sessions.h"
 #include "platform/Text.h"
+
+#include <chrono>
+#include <string_view>
+#include <thread>
 
 namespace NlOrbLogging
 {
 
-LoggerWin::LoggerWin() = default;
+namespace
+{
+
+using Platform::LastErrorGuard;
+
+constexpr std::size_t FirstBuffer = 2048;
+constexpr std::size_t BufferLimit = 0x40000;
+constexpr std::size_t PrefixRoom = 50;
+constexpr std::uint32_t UnknownSession = 0xDEADBEEF;
+constexpr int UnknownOffset = 3599;
+constexpr auto ExitWait = std::chrono::milliseconds(500);
+
+/// Hands `take` the formatted message. False: it is longer than any buffer.
+template <class Char, class Take>
+bool FormatMessage(const Char* format, va_list arguments, Take take)
+{
+    TextBuffer<Char, FirstBuffer> buffer;
+    for (std::size_t size = FirstBuffer; size < BufferLimit; size *= 2)
+    {
+        if (!buffer.Reserve(size))
+        {
+            return false;
+        }
+        const int length = Platform::Format(buffer.Data(), size, format, arguments);
+        if (length >= 0)
+        {
+            take(buffer.Data(), static_cast<std::size_t>(length));
+            return true;
+        }
+    }
+    return false;
+}
+
+std::uint32_t SessionOfProcess()
+{
+    std::uint32_t session = UnknownSession;
+    Platform::Get<Platform::Sessions>().ProcessSession(session);
+    return session;
+}
+
+} // namespace
 
 LoggerWin::~LoggerWin()
 {
-    Shutdown();
+    LoggerWin::Shutdown();
 }
 
 void LoggerWin::InitializeA(const char* component, const char* module, int defaultLevel, unsigned flags)
 {
-    const Platform::LastErrorGuard guard;
+    const LastErrorGuard guard;
     Initialize(Platform::FromAnsi(component).c_str(), Platform::FromAnsi(module).c_str(), defaultLevel, flags);
 }
 
 void LoggerWin::Initialize(const wchar_t* component, const wchar_t* module, int defaultLevel, unsigned flags)
 {
-    const std::lock_guard lock(m_lock);
-    m_config.component = component;
-    m_config.module = module;
-    m_config.defaultLevel = defaultLevel;
-    m_config.flags = flags;
-    m_threshold = defaultLevel;
+    const LastErrorGuard guard;
+    {
+        const std::lock_guard lock(m_lock);
+        if (m_file)
+        {
+            return;
+        }
+        m_config = {component, module, defaultLevel, flags};
+        m_flags = flags;
+        m_dirty = true;
+        if ((flags & DeferredInit) != 0)
+        {
+            m_debugOutput = false;
+            m_threshold = Verbose;
+            return;
+        }
+    }
+    Reconfigure();
 }
 
-void LoggerWin::Shutdown() {}
+void LoggerWin::Shutdown()
+{
+    const LastErrorGuard guard;
+    Log(BannerLevel(m_flags), L"***  LOGGING ENDED  ***");
+    const std::lock_guard lock(m_lock);
+    m_threshold = 0;
+    m_debugOutput = false;
+    m_dirty = false;
+    m_file.reset();
+    m_config = {};
+    m_flags = 0;
+}
 
-void LoggerWin::Flush() {}
+void LoggerWin::ShutdownAtExit()
+{
+    const auto deadline = std::chrono::steady_clock::now() + ExitWait;
+    while (!m_lock.try_lock())
+    {
+        if (std::chrono::steady_clock::now() > deadline)
+        {
+            return;
+        }
+        std::this_thread::yield();
+    }
+    m_lock.unlock();
+    Shutdown();
+}
 
-void LoggerWin::LogV(int, const wchar_t*, va_list) {}
+void LoggerWin::Flush()
+{
+    const LastErrorGuard guard;
+    const std::lock_guard lock(m_lock);
+    if (m_file)
+    {
+        m_file->Flush();
+    }
+}
 
-void LoggerWin::LogVA(int, const char*, va_list) {}
+void LoggerWin::LogV(int level, const wchar_t* format, va_list arguments)
+{
+    if (IsFiltered(level))
+    {
+        return;
+    }
+    const LastErrorGuard guard;
+    const auto write = [=](const wchar_t* text, std::size_t length) { FormatLine(level, text, length); };
+    if (!FormatMessage(format, arguments, write))
+    {
+        Log(Error, L"NL_ORB_LOG failure: too large message. Format: %s", format);
+    }
+}
+
+void LoggerWin::LogVA(int level, const char* format, va_list arguments)
+{
+    if (IsFiltered(level))
+    {
+        return;
+    }
+    const LastErrorGuard guard;
+    const auto write = [=](const char* text, std::size_t length) {
+        const std::wstring wide = Platform::FromAnsi({text, length});
+        FormatLine(level, wide.data(), wide.size());
+    };
+    if (!FormatMessage(format, arguments, write))
+    {
+        Log(Error, L"NL_ORB_LOG failure: too large message. Format: %hs", format);
+    }
+}
+
+std::unique_ptr<FileLowLevel> LoggerWin::CreateFileLowLevel()
+{
+    return std::make_unique<FileLowLevel>();
+}
+
+std::unique_ptr<FileUtils> LoggerWin::CreateFileUtils()
+{
+    return std::make_unique<FileUtilsWin32>();
+}
+
+void LoggerWin::Reconfigure()
+{
+    unsigned flags;
+    {
+        const std::lock_guard lock(m_lock);
+        if (!m_dirty)
+        {
+            return;
+        }
+        const LogSettings settings(m_config.component, m_config.module);
+        m_debugOutput = settings.ReadDword(L"DebugOutputLogging", 0) != 0;
+        if (!m_file)
+        {
+            m_threshold =
+                static_cast<int>(settings.ReadDword(L"LogLevel", static_cast<std::uint32_t>(m_config.defaultLevel)));
+            m_file = std::make_unique<FileAccess>(m_config.component, m_config.module, CreateFileLowLevel(),
+                                                  CreateFileUtils(), m_config.flags);
+        }
+        flags = m_config.flags;
+        m_dirty = false;
+    }
+    WriteStartBanner(flags);
+}
+
+void LoggerWin::WriteStartBanner(unsigned flags)
+{
+    int offset = UnknownOffset;
+    Platform::Get<Platform::Clock>().UtcOffset(offset);
+    const int level = BannerLevel(flags);
+    if (!IsFiltered(level))
+    {
+        WriteLine(level, L"\r\n", 2);
+    }
+    Log(level,
+        (flags & UtcTimestamps) != 0 ? L"***  LOGGING STARTED  *** (UTC+00:00, local:%+02d:%02d, session: 0x%x)"
+                                     : L"***  LOGGING STARTED  *** (UTC%+02d:%02d, session: 0x%x)",
+        offset / 60, offset % 60, SessionOfProcess());
+}
+
+void LoggerWin::FormatLine(int level, const wchar_t* message, std::size_t length)
+{
+    auto& clock = Platform::Get<Platform::Clock>();
+    const Platform::CalendarTime time = (m_flags & UtcTimestamps) != 0 ? clock.UtcTime() : clock.LocalTime();
+    const std::size_t size = length + PrefixRoom;
+    TextBuffer<wchar_t, FirstBuffer + PrefixRoom> line;
+    if (!line.Reserve(size))
+    {
+        return;
+    }
+    const int lineLength =
+        Platform::FormatTo(line.Data(), size, L"%04d-%02d-%02d %02d:%02d:%02d.%03d [%04x.%04x] %s: %s\r\n", time.year,
+                           time.month, time.day, time.hour, time.minute, time.second, time.millisecond,
+                           Platform::ProcessId(), Platform::ThreadId(), LevelTag(level), message);
+    if (lineLength > 0)
+    {
+        WriteLine(level, line.Data(), static_cast<std::size_t>(lineLength));
+    }
+}
+
+void LoggerWin::WriteLine(int level, const wchar_t* text, std::size_t length)
+{
+    if (m_dirty)
+    {
+        Reconfigure();
+        if (IsFiltered(level))
+        {
+            return;
+        }
+    }
+    if (m_debugOutput)
+    {
+        Platform::Get<Platform::DebugOutput>().Write(text);
+    }
+    TextBuffer<char16_t, 2 * FirstBuffer> units;
+    if (!units.Reserve(2 * length))
+    {
+        return;
+    }
+    const std::size_t count = Platform::ToUtf16({text, length}, units.Data());
+    const std::lock_guard lock(m_lock);
+    if (m_file)
+    {
+        m_file->Write(units.Data(), static_cast<std::uint32_t>(count * sizeof(char16_t)));
+    }
+}
 
 } // namespace NlOrbLogging

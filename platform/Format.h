@@ -2,6 +2,7 @@
 
 #include <cstdarg>
 #include <cstddef>
+#include <string>
 
 namespace Platform
 {
@@ -14,5 +15,10 @@ namespace Platform
 /// Writes at most `size` characters with the terminator and returns the length, or -1 when the text does not fit.
 int Format(wchar_t* buffer, std::size_t size, const wchar_t* format, va_list arguments);
 int Format(char* buffer, std::size_t size, const char* format, va_list arguments);
+
+int FormatTo(wchar_t* buffer, std::size_t size, const wchar_t* format, ...);
+
+/// A text of up to 4095 characters; a longer one is empty.
+std::wstring FormatText(const wchar_t* format, ...);
 
 } // namespace Platform

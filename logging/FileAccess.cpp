@@ -1,0 +1,254 @@
+#include "logging/FileAccess.h"
+
+#include "logging/LogSettings.h"
+#include "logging/Logger.h"
+#include "platform/DebugOutput.h"
+#include "platform/Format.h"
+#include "platform/Path.h"
+#include "platform/Token.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace NlOrbLogging
+{
+
+namespace
+{
+
+using Platform::NamedMutex;
+
+constexpr std::uint32_t DefaultSizeKB = 100;
+constexpr std::uint32_t SmallestSize = 3;
+constexpr std::uint32_t DefaultRotationCount = 2;
+constexpr std::uint32_t LargestRotationCount = 99;
+constexpr unsigned DeleteNames = 99;
+constexpr std::uint32_t MutexTimeoutMs = 500;
+
+constexpr const wchar_t* AdministratorsOnly = L"D:(A;;GA;;;SY)(A;;GA;;;BA)";
+constexpr const wchar_t* ReadableByUsers = L"D:(A;OICI;GA;;;SY)(A;OICI;GA;;;BA)(A;OICI;GRGX;;;AU)";
+
+void WriteDebug(const std::wstring& text)
+{
+    Platform::Get<Platform::DebugOutput>().Write(text.c_str());
+}
+
+/// In bytes, from KiB; what does not fit stays at the largest number there is.
+std::uint32_t MaximumSize(std::uint32_t sizeKB)
+{
+    const std::uint64_t size = std::uint64_t{sizeKB} * 1024;
+    return static_cast<std::uint32_t>(std::clamp<std::uint64_t>(size, SmallestSize, 0xFFFFFFFF));
+}
+
+std::wstring MutexName(const std::wstring& path, bool lowIntegrity)
+{
+    std::wstring file = path;
+    std::replace(file.begin(), file.end(), Platform::PathSeparator, L'_');
+    return (lowIntegrity ? L"Local\\NlOrbLogging_" : L"Global\\NlOrbLogging_") + file;
+}
+
+} // namespace
+
+FileAccess::FileAccess(const std::wstring& component, const std::wstring& module, std::unique_ptr<FileLowLevel> file,
+                       std::unique_ptr<FileUtils> utils, unsigned flags)
+    : m_file(std::move(file)), m_utils(std::move(utils))
+{
+    const LogSettings settings(component, module);
+    m_rotationCount = std::min(settings.ReadDword(L"LogRotateCount", DefaultRotationCount), LargestRotationCount);
+    m_maximumSize = MaximumSize(settings.ReadDword(L"LogMaxSizeKB", DefaultSizeKB));
+
+    auto& token = Platform::Get<Platform::Token>();
+    m_perUser =
+        (flags & PerUserLocation) != 0 || !token.IsMemberOfBuiltinGroup(nullptr, Platform::Token::Administrators);
+    m_lowIntegrity = token.IsLowIntegrity();
+
+    m_root = LogRoot(m_perUser, m_lowIntegrity);
+    if (m_root.empty())
+    {
+        return;
+    }
+    m_path = m_root;
+    for (const std::wstring& part : {std::wstring(L"Log"), component, module + L".log"})
+    {
+        m_path = Platform::JoinPath(m_path, part);
+    }
+    if ((flags & RestrictedAccess) != 0)
+    {
+        m_fileSecurity = AdministratorsOnly;
+    }
+    else if (!m_perUser)
+    {
+        m_fileSecurity = ReadableByUsers;
+    }
+    FileAccess::OpenFileMutex(MutexName(m_path, m_lowIntegrity), m_perUser);
+}
+
+void FileAccess::Write(const void* data, std::uint32_t bytes)
+{
+    if (!LockMutex())
+    {
+        return;
+    }
+    if (EnsureOpen())
+    {
+        m_file->SeekToEnd();
+        if (!NeedsRotation() || Rotate())
+        {
+            m_file->Write(data, bytes);
+        }
+    }
+    m_mutex.Unlock();
+}
+
+void FileAccess::Flush()
+{
+    if (LockMutex())
+    {
+        m_file->Flush();
+        m_mutex.Unlock();
+    }
+}
+
+bool FileAccess::Rotate()
+{
+    if (m_path.empty())
+    {
+        return false;
+    }
+    m_file->Close();
+    if (m_rotationCount == 0)
+    {
+        RemoveFile(m_path);
+        return Reopen();
+    }
+    bool moved = true;
+    for (std::uint32_t i = 0; i <= m_rotationCount; ++i)
+    {
+        const std::wstring source = NumberedName(m_path, m_rotationCount - i);
+        if (!m_utils->FileExists(source))
+        {
+            continue;
+        }
+        if (i == 0)
+        {
+            RemoveFile(source);
+        }
+        else
+        {
+            moved = m_utils->FileRename(source, NumberedName(m_path, m_rotationCount - i + 1));
+        }
+    }
+    return Reopen() && moved;
+}
+
+bool FileAccess::EnsureOpen()
+{
+    if (m_file->IsOpen())
+    {
+        return true;
+    }
+    if (m_path.empty())
+    {
+        return false;
+    }
+    CreateLogDirectory();
+    return Reopen();
+}
+
+bool FileAccess::NeedsRotation()
+{
+    if (!m_file->IsOpen() || m_file->GetSize() <= m_maximumSize)
+    {
+        return false;
+    }
+    // Another process may have rotated meanwhile; then this handle still shows the old file.
+    m_file->Close();
+    return !Reopen() || m_file->GetSize() > m_maximumSize;
+}
+
+void FileAccess::RemoveFile(const std::wstring& path)
+{
+    // Under another name first: the live name is free at once, even while another process holds the file.
+    std::array<wchar_t, 1024> name;
+    const bool renamed = MakeDeleteName(name.data(), name.size(), path) && m_utils->FileRename(path, name.data());
+    m_utils->FileDelete(renamed ? name.data() : path);
+}
+
+bool FileAccess::MakeDeleteName(wchar_t* buffer, std::size_t size, const std::wstring& path)
+{
+    for (unsigned i = 1; i <= DeleteNames; ++i)
+    {
+        if (Platform::FormatTo(buffer, size, L"%s__delete_%u", path.c_str(), i) < 0)
+        {
+            return false;
+        }
+        if (!m_utils->FileExists(buffer))
+        {
+            break;
+        }
+    }
+    return true;
+}
+
+void FileAccess::CreateLogDirectory()
+{
+    const std::wstring folder = Platform::ParentFolder(m_path);
+    if (m_perUser)
+    {
+        m_utils->CreateDirectoryTree(folder, nullptr);
+    }
+    else if (!m_utils->DirectoryExists(folder))
+    {
+        m_utils->CreateDirectoryTree(m_root, nullptr);
+        m_utils->CreateDirectoryTree(folder, ReadableByUsers);
+    }
+}
+
+void FileAccess::OpenFileMutex(const std::wstring& name, bool perUser)
+{
+    std::uint32_t error = m_mutex.Create(name, perUser ? nullptr : AdministratorsOnly);
+    if (NamedMutex::IsAccessDenied(error))
+    {
+        error = m_mutex.Open(name);
+    }
+    if (error != 0)
+    {
+        WriteDebug(Platform::FormatText(L"Failed to open mutex '%s': Win32 error: %lu", name.c_str(), error));
+    }
+}
+
+std::wstring FileAccess::NumberedName(const std::wstring& path, std::uint32_t number)
+{
+    if (number == 0)
+    {
+        return path;
+    }
+    const std::wstring digits = L"." + std::to_wstring(number);
+    const auto dot = path.find_last_of(L'.');
+    return dot == std::wstring::npos ? path + digits : path.substr(0, dot) + digits + path.substr(dot);
+}
+
+/// False: there is no mutex, or others did not give it up in time.
+bool FileAccess::LockMutex()
+{
+    if (!m_mutex.IsOpen())
+    {
+        return false;
+    }
+    const NamedMutex::Wait result = m_mutex.Lock(MutexTimeoutMs);
+    if (result == NamedMutex::Wait::Acquired || result == NamedMutex::Wait::Abandoned)
+    {
+        return true;
+    }
+    WriteDebug(Platform::FormatText(L"nl_orb_log!FileAccess::Write(): Failed to acquire file mutex, error=%lu\n",
+                                    static_cast<std::uint32_t>(result)));
+    return false;
+}
+
+bool FileAccess::Reopen()
+{
+    return m_file->Open(m_path, m_fileSecurity);
+}
+
+} // namespace NlOrbLogging

@@ -1,0 +1,37 @@
+#include "platform/DebugOutput.h"
+
+#include "platform/Text.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace Platform
+{
+
+namespace
+{
+
+class StandardError : public DebugOutput
+{
+public:
+    void Write(const wchar_t* text) override
+    {
+        if (m_on)
+        {
+            std::fputs(ToUtf8(text).c_str(), stderr);
+        }
+    }
+
+private:
+    const bool m_on = std::getenv("VERIDAN_DEBUG_OUTPUT") != nullptr;
+};
+
+} // namespace
+
+template <>
+DebugOutput& System<DebugOutput>()
+{
+    return Detail::Undying<StandardError>();
+}
+
+} // namespace Platform
