@@ -14,15 +14,30 @@ VariableIdentifier& VariableIdentifier::operator=(const VariableIdentifier& othe
 
 VariableIdentifier::~VariableIdentifier() = default;
 
-bool VariableIdentifier::operator==(const VariableIdentifier& other) const { return m_id == other.m_id; }
+bool VariableIdentifier::operator==(const VariableIdentifier& other) const
+{
+    return m_id == other.m_id;
+}
 
-bool VariableIdentifier::operator!=(const VariableIdentifier& other) const { return m_id != other.m_id; }
+bool VariableIdentifier::operator!=(const VariableIdentifier& other) const
+{
+    return m_id != other.m_id;
+}
 
-VariableIdentifier::operator QString() { return m_id; }
+VariableIdentifier::operator QString()
+{
+    return m_id;
+}
 
-VariableIdentifier::operator QVariant() { return m_id; }
+VariableIdentifier::operator QVariant()
+{
+    return m_id;
+}
 
-unsigned VariableIdentifier::GetHash() const { return qHash(m_id); }
+unsigned VariableIdentifier::GetHash() const
+{
+    return qHash(m_id);
+}
 
 QString VariableIdentifier::GetName() const
 {
@@ -37,4 +52,7 @@ QString VariableIdentifier::GetPackage() const
     return colon < 0 ? m_id.mid(start) : m_id.mid(start, colon - start);
 }
 
-QString VariableIdentifier::ToString() const { return m_id; }
+QString VariableIdentifier::ToString() const
+{
+    return m_id;
+}

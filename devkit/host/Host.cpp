@@ -1,0 +1,42 @@
+#include "devkit/host/Host.h"
+
+#include "devkit/flyer/NlFlyerControl.h"
+#include "devkit/host/UserSid.h"
+
+#include <QCoreApplication>
+
+namespace
+{
+
+/// A flyer's button acts as a page does.
+void NL_SUITE_CALL FireTrigger(void* context, const char* action)
+{
+    static_cast<VariableHub*>(context)->Trigger(QString::fromUtf8(action), true, Actor::Page);
+}
+
+} // namespace
+
+Host::Host(const DataFolder& dataFolder, const Setup& setup)
+    : folder(dataFolder), userSid(UserSid()), registry(folder.RegistryFolder()),
+      environment(registry, folder, setup.libraryFolder), store(folder.StoreFile(), userSid), hub(setup.warn),
+      manager(hub, setup.warn), urls(setup.openUrls), events(folder.EventFolder()), plugIn(setup.plugInFile, manager)
+{
+    if (environment.IsIncomplete())
+    {
+        setup.warn(QStringLiteral("The registry could not be written; the plug-in starts with its defaults."));
+    }
+    NlFlyerControl_SetActionHandler(&FireTrigger, &hub);
+}
+
+Host::~Host()
+{
+    hub.SetObserver(nullptr);
+    plugIn.Unload();
+    NlFlyerControl_SetActionHandler(nullptr, nullptr);
+}
+
+void Host::RequestQuit()
+{
+    m_quitting = true;
+    QCoreApplication::exit(0);
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "devkit/host/DataFolder.h"
+#include "devkit/host/NamedEvents.h"
+#include "devkit/host/PlugInEnvironment.h"
+#include "devkit/host/PlugInLoader.h"
+#include "devkit/host/PlugInManager.h"
+#include "devkit/host/Registry.h"
+#include "devkit/host/StoreAccess.h"
+#include "devkit/host/UrlRecorder.h"
+#include "devkit/host/VariableHub.h"
+
+/// Everything that a plug-in meets: the variables, the suite's libraries and the surroundings it finds on the machine.
+/// Its parts in the order in which they come to life; the plug-in goes first. UI thread only.
+class Host
+{
+public:
+    struct Setup
+    {
+        QString plugInFile;
+        QString libraryFolder; // of the suite's libraries
+        bool openUrls = false;
+        VariableHub::Warn warn;
+    };
+
+    Host(const DataFolder& folder, const Setup& setup);
+    ~Host();
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+
+    /// Ends the application; nothing further is begun.
+    void RequestQuit();
+    bool IsQuitting() const { return m_quitting; }
+
+    const DataFolder& folder;
+    const QString userSid;
+    Registry registry;
+    PlugInEnvironment environment;
+    StoreAccess store;
+    VariableHub hub;
+    PlugInManager manager;
+    UrlRecorder urls;
+    NamedEvents events;
+    PlugInLoader plugIn;
+    QStringList watched; // prefixes of the variables whose changes are reported as they happen
+
+private:
+    bool m_quitting = false;
+};

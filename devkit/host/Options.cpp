@@ -1,0 +1,45 @@
+#include "devkit/host/Options.h"
+
+#include "devkit/host/DataFolder.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <cstdio>
+
+Options Options::FromCommandLine()
+{
+    const QCommandLineOption jsonLines(
+        QStringLiteral("jsonl"),
+        QStringLiteral("Take requests as JSON Lines from standard input and answer on standard output."));
+    const QCommandLineOption data(QStringLiteral("data"),
+                                  QStringLiteral("Keep the store, the logs and the registry files in <folder>."),
+                                  QStringLiteral("folder"), DataFolder::DefaultPath());
+    const QCommandLineOption temporary(QStringLiteral("temporary"),
+                                       QStringLiteral("Use a fresh data folder and delete it at the end."));
+    const QCommandLineOption openUrls(QStringLiteral("open-urls"),
+                                      QStringLiteral("Hand addresses that the plug-in opens to the desktop."));
+    const QCommandLineOption plugIn(
+        QStringLiteral("plugin"), QStringLiteral("Load the plug-in from <file> instead of the one beside the host."),
+        QStringLiteral("file"),
+        QCoreApplication::applicationDirPath() + QLatin1String("/Veridan" VERIDAN_MODULE_SUFFIX));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Loads the Veridan plug-in and shows its main page. Type \"help\" at the prompt for the commands."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOptions({jsonLines, data, temporary, openUrls, plugIn});
+    parser.process(*QCoreApplication::instance());
+
+    const bool twoFolders = parser.isSet(temporary) && parser.isSet(data);
+    if (twoFolders || !parser.positionalArguments().isEmpty())
+    {
+        std::fputs(twoFolders ? "veridan-host: --data and --temporary exclude each other.\n"
+                              : "veridan-host: there are no arguments but options; see --help.\n",
+                   stderr);
+        std::exit(2);
+    }
+    return {parser.isSet(jsonLines), parser.isSet(temporary), parser.isSet(openUrls), parser.value(data),
+            QFileInfo(parser.value(plugIn)).absoluteFilePath()};
+}

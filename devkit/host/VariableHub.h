@@ -1,0 +1,121 @@
+#pragma once
+
+#include <QMetaMethod>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <vector>
+
+/// Who wrote a variable or fired a trigger.
+enum class Actor
+{
+    Page,
+    PlugIn
+};
+
+/// One write or trigger, as the history keeps it.
+struct VariableChange
+{
+    enum class Kind
+    {
+        Set,
+        Trigger
+    };
+
+    quint64 sequence; // counted from 1
+    QString name;
+    Kind kind;
+    Actor by;
+    QVariant value;
+};
+
+/// The method behind Qt's slot string ("1OnSave()"): a slot that takes nothing or one VariableIdentifier; invalid when
+/// `receiver` has no such slot.
+QMetaMethod FindSlot(const QObject& receiver, const char* slot);
+
+/// The UI variables: their values by id, who declared them, who listens. Plug-ins reach it through their data peers,
+/// pages through the commands of the host. UI thread only.
+///
+/// A write or trigger notifies the variable's subscribers, the writer too, in the order of their subscription, before
+/// Set() or Trigger() returns. One that is made from inside a notification is stored at once and its notification
+/// delivered after the present one: notifications never nest.
+class VariableHub
+{
+public:
+    /// The party that declares and subscribes: a data peer. Only its address matters here.
+    using Owner = const void*;
+    /// Told of every change before the subscribers are; `previous` is the value before it.
+    using Observer = std::function<void(const VariableChange& change, const QVariant& previous)>;
+    using Warn = std::function<void(const QString& sentence)>;
+
+    struct View
+    {
+        QVariant value;
+        bool registered;
+        bool kept;
+        int subscribers;
+        quint32 writes;
+        quint32 triggers;
+    };
+
+    explicit VariableHub(Warn warn);
+
+    QVariant Value(const QString& name) const;
+    void Set(const QString& name, const QVariant& value, Actor by);
+
+    /// A trigger's value, where it carries one, becomes the variable's value first. Invalid: the value stays.
+    void Trigger(const QString& name, const QVariant& value, Actor by);
+
+    /// Declares a variable that `owner` provides. A value that is there already stays.
+    void Register(const QString& name, Owner owner);
+    void RegisterKept(const QString& name, Owner owner);
+
+    /// `slot` is Qt's slot string of a slot that takes nothing or one VariableIdentifier. False: there is no such slot.
+    bool Subscribe(const QString& name, Owner owner, QObject* receiver, const char* slot);
+
+    /// Ends the declarations and subscriptions of `owner`. Values stay.
+    void Release(Owner owner);
+
+    std::map<QString, View> Variables(const QString& prefix) const;
+    const std::vector<VariableChange>& History() const { return m_history; }
+    void SetObserver(Observer observer) { m_observer = std::move(observer); }
+
+private:
+    struct Subscription
+    {
+        Owner owner;
+        QPointer<QObject> receiver;
+        QMetaMethod slot;
+    };
+
+    struct Variable
+    {
+        QVariant value;
+        std::vector<Owner> providers;
+        bool kept = false;
+        bool warned = false;
+        quint32 writes = 0;
+        quint32 triggers = 0;
+        std::vector<quint64> subscriptions; // keys of m_subscriptions, ascending
+    };
+
+    void Record(const QString& name, VariableChange::Kind kind, Actor by, const QVariant& value,
+                const QVariant& previous);
+    void Notify(const QString& name);
+    void Deliver(const QString& name);
+    void WarnOfMisuse(const QString& name, Variable& variable, const QVariant& value, Actor by);
+
+    std::map<QString, Variable> m_variables;
+    std::map<quint64, Subscription> m_subscriptions; // by order of subscription
+    quint64 m_nextSubscription = 0;
+    std::deque<QString> m_pending;
+    bool m_delivering = false;
+    std::vector<VariableChange> m_history;
+    Observer m_observer;
+    Warn m_warn;
+};
