@@ -172,6 +172,38 @@ bool JsonReader::Null()
     return Word("null") || Expected("null");
 }
 
+bool JsonReader::Raw(std::string_view& value)
+{
+    if (const Kind kind = Peek(); kind != Kind::Object && kind != Kind::Array)
+    {
+        return Expected("an object or an array");
+    }
+    const std::size_t begin = m_at;
+    std::size_t depth = 0;
+    do
+    {
+        m_at = m_text.find_first_of("{}[]\"", m_at);
+        std::string ignored;
+        if (m_at >= m_text.size())
+        {
+            m_at = m_text.size();
+            return Fail("an object or an array does not end");
+        }
+        if (m_text[m_at] == '"')
+        {
+            if (!String(ignored))
+            {
+                return false;
+            }
+            continue;
+        }
+        depth = m_text[m_at] == '{' || m_text[m_at] == '[' ? depth + 1 : depth - 1;
+        ++m_at;
+    } while (depth != 0);
+    value = m_text.substr(begin, m_at - begin);
+    return true;
+}
+
 bool JsonReader::AtEnd()
 {
     SkipSpace();

@@ -50,6 +50,8 @@ public:
     bool Integer(int64_t& value);
     bool Boolean(bool& value);
     bool Null();
+    /// The text of an object or an array, for someone else to read: its brackets match, more is not known of it.
+    bool Raw(std::string_view& value);
 
     /// Whether the whole text was one value, with nothing behind it.
     bool AtEnd();

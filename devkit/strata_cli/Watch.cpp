@@ -1,0 +1,71 @@
+#include "devkit/strata_cli/Watch.h"
+
+#include "devkit/strata_cli/Console.h"
+
+#include "devkit/strata/json/JsonWriter.h"
+
+#include "platform/Text.h"
+
+#include <cstdio>
+
+namespace StrataCli
+{
+
+namespace
+{
+
+struct Watcher
+{
+    StoreScope& scope;
+    bool json;
+};
+
+std::string JsonLine(const std::string& key, const std::optional<Item>& item)
+{
+    std::string line = "{\"key\":";
+    Strata::AppendJsonString(line, key);
+    line += item ? ",\"change\":\"changed\"," : ",\"change\":\"removed\"}";
+    // The item's own members, without its opening bracket.
+    return item ? line + JsonItem(*item).substr(1) : line;
+}
+
+void NL_SUITE_CALL PrintChange(void* context, const wchar_t* wideKey, int32_t changeType, const char* /*objectText*/)
+{
+    const auto& watcher = *static_cast<const Watcher*>(context);
+    const std::string key = Platform::ToUtf8(wideKey);
+    std::optional<Item> item;
+    if (changeType == ORB_STRATA_CHANGED)
+    {
+        item = watcher.scope.Find(key);
+        if (!item)
+        {
+            return; // removed since, which is told next
+        }
+    }
+    const std::string line = watcher.json ? JsonLine(key, item)
+                             : item       ? key + " = " + Describe(*item)
+                                          : key + " removed";
+    std::fprintf(stdout, "%s\n", line.c_str());
+    std::fflush(stdout);
+}
+
+} // namespace
+
+bool Watch(StoreScope& scope, const std::string& prefix, bool json)
+{
+    CatchInterrupts();
+    Watcher watcher{scope, json};
+    OrbStrataResult result = ORB_STRATA_SUCCESS;
+    const auto subscription =
+        OrbStrataControl_Watch(scope.Handle(), Platform::FromUtf8(prefix).c_str(), PrintChange, &watcher, &result);
+    if (result != ORB_STRATA_SUCCESS)
+    {
+        return false;
+    }
+    std::fputs("strata: watching; Ctrl-C ends it.\n", stderr);
+    WaitForInterrupt();
+    OrbStrata_Unsubscribe(scope.Handle(), subscription);
+    return true;
+}
+
+} // namespace StrataCli
