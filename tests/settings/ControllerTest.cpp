@@ -1,0 +1,230 @@
+#include "platform/Sessions.h"
+#include "settings/binding/UserSettingsController.h"
+#include "settings/model/VdnSettings.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/StoreTest.h"
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using SystemController = SystemSettingsController<VdnSettings>;
+using UserController = UserSettingsController<VdnSettings>;
+
+namespace
+{
+
+constexpr const wchar_t* kTimeEnabled = L"common.time.enabled";
+constexpr const char* kOtherUser = "S-1-5-21-1-2-3-1002";
+const std::string kName = "UserSettingsController<class VdnSettings>::";
+const std::string kScopeName = "StrataSettings::ScopedSettings<class VdnSettings>::";
+
+class ControllerTest : public StoreTest
+{
+protected:
+    std::shared_ptr<SystemController> m_system = std::make_shared<SystemController>(nullptr, L"vdn_gui");
+    std::unique_ptr<UserController> m_user = std::make_unique<UserController>(kUser, m_system, true);
+};
+
+/// One session or none, with an account whose SID is kUser or cannot be found.
+class FakeSessions : public Platform::Sessions
+{
+public:
+    bool m_active = true;
+    bool m_accountKnown = true;
+    bool m_processUserKnown = true;
+
+    bool Enumerate(std::vector<Session>& sessions) override
+    {
+        sessions = {{1, m_active}};
+        return true;
+    }
+    std::uint32_t ActiveConsoleSession() override { return Invalid; }
+    std::wstring UserName(std::uint32_t) override { return L"anna"; }
+    std::wstring DomainName(std::uint32_t) override { return L"HOME"; }
+    std::uint32_t LookupAccount(const wchar_t*, void* sid, std::uint32_t* sidSize, wchar_t* domain,
+                                std::uint32_t* domainSize) override
+    {
+        if (!m_accountKnown)
+            return ErrorNoneMapped;
+        const std::vector<std::uint8_t> bytes = Sid({21, 1, 2, 3, 1001});
+        if (*sidSize < bytes.size() || *domainSize < 5)
+        {
+            *sidSize = static_cast<std::uint32_t>(bytes.size());
+            *domainSize = 5;
+            return ErrorInsufficientBuffer;
+        }
+        std::copy(bytes.begin(), bytes.end(), static_cast<std::uint8_t*>(sid));
+        std::wstring(L"HOME").copy(domain, 4);
+        domain[4] = 0;
+        return 0;
+    }
+    std::uint32_t ProcessUser(std::vector<std::uint8_t>& sid) override
+    {
+        if (!m_processUserKnown)
+            return 5;
+        sid = Sid({18});
+        return 0;
+    }
+    bool ProcessSession(std::uint32_t& session) override
+    {
+        session = 1;
+        return true;
+    }
+
+private:
+    static std::vector<std::uint8_t> Sid(std::initializer_list<std::uint32_t> subAuthorities)
+    {
+        std::vector<std::uint8_t> bytes = {1, static_cast<std::uint8_t>(subAuthorities.size()), 0, 0, 0, 0, 0, 5};
+        for (const std::uint32_t value : subAuthorities)
+            for (int shift = 0; shift < 32; shift += 8)
+                bytes.push_back(static_cast<std::uint8_t>(value >> shift));
+        return bytes;
+    }
+};
+
+} // namespace
+
+TEST_F(ControllerTest, TheUserOfTheActiveSessionIsShown)
+{
+    FakeSessions sessions;
+    const Platform::ServiceReplacement<Platform::Sessions> replacement(sessions);
+    EXPECT_EQ(kUser, UserController::Create(m_system, false)->CurrentSid());
+}
+
+TEST_F(ControllerTest, WithoutAnActiveSessionTheProcessUserIsShown)
+{
+    FakeSessions sessions;
+    sessions.m_active = false;
+    const Platform::ServiceReplacement<Platform::Sessions> replacement(sessions);
+    EXPECT_EQ(kSystem, UserController::Create(m_system, false)->CurrentSid());
+    EXPECT_THAT(LogCapture::Take(4), ElementsAre(LogLine{4, kName + "Create: AllUsers().GetActiveSession() returned "
+                                                                    "an invalid ID. Using system default user for "
+                                                                    "initialization"}));
+}
+
+TEST_F(ControllerTest, WithoutTheSessionUsersSidTheProcessUserIsShown)
+{
+    FakeSessions sessions;
+    sessions.m_accountKnown = false;
+    const Platform::ServiceReplacement<Platform::Sessions> replacement(sessions);
+    EXPECT_EQ(kSystem, UserController::Create(m_system, false)->CurrentSid());
+    EXPECT_THAT(LogCapture::Take(4), ElementsAre(LogLine{2, kName + "Create: LoggedInUser::FromActiveUser().GetSid() "
+                                                                    "returned an empty string! Error: 1332"}));
+}
+
+TEST_F(ControllerTest, WithoutAnySidTheStoresCallingUserIsShown)
+{
+    FakeSessions sessions;
+    sessions.m_active = false;
+    sessions.m_processUserKnown = false;
+    const Platform::ServiceReplacement<Platform::Sessions> replacement(sessions);
+    EXPECT_EQ("", UserController::Create(m_system, false)->CurrentSid());
+    EXPECT_THAT(LogCapture::Take(2), ElementsAre(LogLine{2, kName + "Create: CurrentUser().GetSid() failed. "
+                                                                    "Defaulting to ORB_STRATA_SCOPE_CURRENT_USER"}));
+}
+
+TEST_F(ControllerTest, AScopeIsOpenedAndLoadedOnFirstUse)
+{
+    Put(kUser, kTimeEnabled, true);
+    EXPECT_EQ(1u, OpenHandles());
+    EXPECT_TRUE(m_user->Settings().time.enabled.Get());
+    EXPECT_EQ(2u, OpenHandles());
+    EXPECT_THAT(LogCapture::Take(5), testing::IsSupersetOf({LogLine{5, kName + "Emplace: entering"},
+                                                            LogLine{5, kName + "Emplace: '" + kUser + "' emplaced"},
+                                                            LogLine{5, kName + "Emplace: leaving"}}));
+}
+
+TEST_F(ControllerTest, AScopeWithoutAHandleGivesDefaultsUntilTheStoreIsBack)
+{
+    Put(kUser, kTimeEnabled, true);
+    Fail("OrbStrata_OpenHandle", nullptr, 31, 2);
+    EXPECT_FALSE(m_user->Settings().time.enabled.Get());
+    EXPECT_THAT(LogCapture::Take(),
+                testing::IsSupersetOf(
+                    {LogLine{2, kScopeName + "ScopedSettings: Failed with error 31, strata handle not available"},
+                     LogLine{5, kName + "Emplace: Strata handle not available (yet), returning uninitialized settings"},
+                     LogLine{5, kName + "Load: Strata handle was not valid, resetting."},
+                     LogLine{2, kScopeName + "ResetHandle: Failed with error 31, strata handle not available"}}));
+    EXPECT_TRUE(m_user->Settings().time.enabled.Get());
+}
+
+TEST_F(ControllerTest, SaveSavesEveryScopeAndTellsOfOneWithoutAHandle)
+{
+    m_user->Emplace(kUser).Settings().internal.mainGuiOpen.Set(true);
+    m_user->Emplace(kOtherUser).Settings().internal.mainGuiOpen.Set(true);
+    EXPECT_TRUE(m_user->Save());
+    EXPECT_EQ(1, Find(kOtherUser, L"windows.browsing_protection.internal.main_gui_open").number);
+
+    Fail("OrbStrata_OpenHandle", nullptr, 31, 1);
+    m_user->Emplace("S-1-5-21-1-2-3-1003");
+    LogCapture::Take();
+    m_user->Emplace(kUser).Settings().internal.mainGuiOpen.Set(false);
+    EXPECT_FALSE(m_user->Save());
+    EXPECT_THAT(LogCapture::Take(2), ElementsAre(LogLine{2, kScopeName + "Save: Cannot save null handle. "
+                                                                         "SID='S-1-5-21-1-2-3-1003'"}));
+    EXPECT_EQ(0, Find(kUser, L"windows.browsing_protection.internal.main_gui_open").number);
+}
+
+TEST_F(ControllerTest, ARequestedSaveIsNotLostAtTheEnd)
+{
+    m_user->WritableSettings().internal.mainGuiOpen.Set(true);
+    m_user->RequestSave(kUser);
+    m_user->RequestSave(kUser);
+    m_user.reset();
+    const auto writes = TakeWrites();
+    ASSERT_EQ(1u, writes.size());
+    EXPECT_EQ(L"windows.browsing_protection.internal.main_gui_open", writes[0].key);
+}
+
+TEST_F(ControllerTest, RemoveUnusedKeepsTheCurrentUserAndWhoWaits)
+{
+    m_user->Settings();
+    m_user->Emplace(kOtherUser);
+    m_user->Emplace("S-1-5-21-1-2-3-1003").Settings().internal.mainGuiOpen.Set(true);
+    m_user->RequestSave("S-1-5-21-1-2-3-1003");
+    LogCapture::Take();
+    m_user->RemoveUnused();
+    EXPECT_THAT(LogCapture::Take(), ElementsAre(LogLine{5, kName + "RemoveUnused: '" + kOtherUser + "' erased"}));
+    EXPECT_EQ(3u, OpenHandles());
+    m_user.reset();
+    EXPECT_EQ(1, Find("S-1-5-21-1-2-3-1003", L"windows.browsing_protection.internal.main_gui_open").number);
+}
+
+TEST_F(ControllerTest, ServesTheGroupsThatTheTreeHas)
+{
+    m_user->Serve<Settings::Time, Settings::Curfews>();
+    EXPECT_TRUE(m_user->Serves(typeid(Settings::Time)));
+    EXPECT_FALSE(m_user->Serves(typeid(Settings::Curfews))); // stands deeper in the tree
+    EXPECT_FALSE(m_user->Serves(typeid(Settings::Internal)));
+}
+
+TEST_F(ControllerTest, SubscribersHearOfTheProductsChangesToTheCurrentUser)
+{
+    std::vector<std::wstring> told;
+    const auto record = [&](const std::wstring& key) { told.push_back(key); };
+    const auto registration = m_user->Subscribe(m_user->Settings().time.enabled, record);
+    EXPECT_TRUE(registration);
+    EXPECT_FALSE(m_user->Subscribe(L"no.such.key", record));
+    m_user->Emplace(kOtherUser);
+
+    Put(kOtherUser, kTimeEnabled, true);
+    Settle();
+    EXPECT_THAT(told, IsEmpty());
+    Put(kUser, kTimeEnabled, true);
+    Settle();
+    EXPECT_THAT(told, ElementsAre(kTimeEnabled));
+    EXPECT_TRUE(m_user->Settings().time.enabled.Get());
+}
+
+TEST_F(ControllerTest, AControllerWithoutAStoreSaysSo)
+{
+    Fail("OrbStrata_OpenElevatedHandle", nullptr, ORB_STRATA_ACCESS_DENIED, 0);
+    Controller<VdnSettings> elevated(nullptr, kUser, L"vdn_gui", true);
+    EXPECT_FALSE(elevated.HasHandle());
+    EXPECT_FALSE(elevated.Load());
+    EXPECT_FALSE(elevated.Save());
+    EXPECT_EQ(4u, LogCapture::Take(2).size());
+    ClearFaults();
+    EXPECT_TRUE(elevated.Load());
+    EXPECT_TRUE(elevated.HasHandle());
+}

@@ -1,0 +1,195 @@
+#include "settings/binding/Property.h"
+#include "settings/binding/PropertySet.h"
+#include "settings/binding/StoreHandle.h"
+#include "settings/model/Site.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/StoreTest.h"
+
+#include <thread>
+
+using namespace StrataSettings;
+using testing::ElementsAre;
+
+namespace
+{
+
+constexpr const wchar_t* kKey = L"windows.browsing_protection.internal.test";
+constexpr const char* kNotFound = "StrataSettings::Property<int>::Load: "
+                                  "'windows.browsing_protection.internal.test' not found, ok if not yet created.";
+
+class PropertyTest : public StoreTest
+{
+protected:
+    PropertyTest()
+    {
+        OrbStrataResult result = ORB_STRATA_INVALID_HANDLE;
+        m_handle = StoreHandle(OrbStrata_OpenHandle(L"safe", L"S-1-5-21-1-2-3-1001", L"property_test", &result));
+        m_property.SetHandle(m_handle.Get());
+        LogCapture::Take();
+    }
+
+    StoreHandle m_handle;
+    Property<int> m_property{nullptr, kKey, 42};
+};
+
+} // namespace
+
+TEST_F(PropertyTest, AnAbsentKeyKeepsTheDefaultAndSaysSoQuietly)
+{
+    m_property.Load();
+    EXPECT_EQ(42, m_property.Get());
+    EXPECT_EQ(ModificationState::Default, m_property.State());
+    EXPECT_THAT(LogCapture::Take(), ElementsAre(LogLine{5, kNotFound}));
+}
+
+TEST_F(PropertyTest, AFailedReadKeepsWhatTheValueWas)
+{
+    Put(kUser, kKey, 7);
+    m_property.Load();
+    Put(kUser, kKey, 8);
+    Fail("OrbStrata_GetInt32", kKey, ORB_STRATA_STORE_FAILED, 1);
+    m_property.Load();
+    EXPECT_EQ(7, m_property.Get());
+    m_property.Save();
+    EXPECT_TRUE(TakeWrites().empty());
+    EXPECT_THAT(LogCapture::Take(1), ElementsAre(LogLine{1, "StrataSettings::Property<int>::Load: "
+                                                            "'windows.browsing_protection.internal.test' reading "
+                                                            "failed, error 112"}));
+}
+
+TEST_F(PropertyTest, UnreadableConstraintsLeaveTheValue)
+{
+    Put(kUser, kKey, 7);
+    Fail("OrbStrata_GetConstraints", kKey, 31, 1);
+    m_property.Load();
+    EXPECT_EQ(7, m_property.Get());
+    EXPECT_THAT(LogCapture::Take(), ElementsAre(LogLine{5, "StrataSettings::Property<int>::Load: Getting constraints "
+                                                           "for 'windows.browsing_protection.internal.test' failed, "
+                                                           "error 31"}));
+}
+
+TEST_F(PropertyTest, ARefusedOrFailedSaveIsLoggedAndTriedAgain)
+{
+    m_property.Set(1);
+    Fail("OrbStrata_SetInt32", kKey, ORB_STRATA_ACCESS_DENIED, 1);
+    EXPECT_FALSE(m_property.Save());
+    Fail("OrbStrata_SetInt32", kKey, 31, 1);
+    EXPECT_FALSE(m_property.Save());
+    EXPECT_THAT(LogCapture::Take(),
+                ElementsAre(LogLine{5, "StrataSettings::Property<int>::Save: "
+                                       "'windows.browsing_protection.internal.test' saving failed, access denied"},
+                            LogLine{1, "StrataSettings::Property<int>::Save: "
+                                       "'windows.browsing_protection.internal.test' saving failed, result 31"}));
+    EXPECT_TRUE(m_property.Save());
+    EXPECT_EQ(1, Find(kUser, kKey).number);
+    EXPECT_EQ(ModificationState::InStep, m_property.State());
+}
+
+TEST_F(PropertyTest, SettingAnEqualValueIsAChangeOnlyWhileTheStoreHoldsNone)
+{
+    EXPECT_EQ(SetResult::Stored, m_property.Set(42));
+    EXPECT_TRUE(m_property.Save());
+    EXPECT_EQ(SetResult::Unchanged, m_property.Set(42));
+    EXPECT_EQ(ModificationState::InStep, m_property.State());
+    EXPECT_EQ(SetResult::Stored, m_property.Set(43));
+}
+
+TEST_F(PropertyTest, AnEnforcedValueRefusesTheSetterUntilItIsReleased)
+{
+    std::uint32_t constraints = ORB_STRATA_CONSTRAINT_ENFORCED | 2;
+    m_property.UpdateConstraints(&constraints);
+    m_property.UpdateConstraints(nullptr);
+    EXPECT_EQ(SetResult::Enforced, m_property.Set(1));
+    EXPECT_EQ(42, m_property.Get());
+    constraints = 2;
+    m_property.UpdateConstraints(&constraints);
+    EXPECT_EQ(SetResult::Stored, m_property.Set(1));
+}
+
+TEST_F(PropertyTest, AValueFromTheStoreReplacesAChangeAndIsNotSaved)
+{
+    m_property.Set(1);
+    const int value = 5;
+    m_property.Update(&value);
+    m_property.Update(nullptr);
+    EXPECT_EQ(5, m_property.Get());
+    EXPECT_TRUE(m_property.Save());
+    EXPECT_TRUE(TakeWrites().empty());
+}
+
+TEST_F(PropertyTest, WithoutAHandleNothingIsReadOrWritten)
+{
+    m_property.SetHandle(nullptr);
+    m_property.Set(1);
+    m_property.Load();
+    EXPECT_TRUE(m_property.Save());
+    EXPECT_EQ(1, m_property.Get());
+    EXPECT_EQ(ModificationState::Changed, m_property.State());
+    EXPECT_TRUE(LogCapture::Take().empty());
+}
+
+TEST_F(PropertyTest, ALateNotificationDoesNotBringBackWhatASaveReplaced)
+{
+    Put(kUser, kKey, 1);
+    m_property.Set(2);
+    ASSERT_TRUE(m_property.Save());
+    m_property.Refresh(m_handle.Get(), nullptr); // of the 1 that was written before
+    EXPECT_EQ(2, m_property.Get());
+    m_property.Reset(m_handle.Get()); // of a removal before that
+    EXPECT_EQ(2, m_property.Get());
+}
+
+TEST_F(PropertyTest, MinutesBeyondTheirTypeAreNoValue)
+{
+    Property<Minutes> minutes(nullptr, kKey, Minutes(3));
+    Put(kUser, kKey, Stored{ORB_STRATA_TYPE_INT64, 5'000'000'000, {}, 0});
+    LogCapture::Expect(1, "StrataSettings::Property<std::chrono::duration<int,std::ratio<60>>>::Load: "
+                          "'windows.browsing_protection.internal.test' reading failed, error 110");
+    minutes.Load(m_handle.Get());
+    EXPECT_EQ(Minutes(3), minutes.Get());
+}
+
+TEST_F(PropertyTest, ASetReadsAsEmptyWhereTheStoreHasNoArray)
+{
+    PropertySet<Settings::Site> sites(nullptr, kKey);
+    sites.Insert(Settings::Site("a.example", true, ""));
+    sites.Load(m_handle.Get());
+    EXPECT_TRUE(sites.Get().empty());
+
+    sites.Insert(Settings::Site("a.example", true, ""));
+    Put(kUser, kKey, Stored{ORB_STRATA_TYPE_OBJECT, 0, R"({"url":"a.example"})", 0});
+    sites.Load(m_handle.Get());
+    EXPECT_TRUE(sites.Get().empty());
+}
+
+TEST_F(PropertyTest, AnUnreadableSetIsTakenFromTheNotification)
+{
+    PropertySet<Settings::Site> sites(nullptr, kKey);
+    sites.Insert(Settings::Site("a.example", true, ""));
+    Fail("OrbStrata_GetObject", kKey, ORB_STRATA_STORE_FAILED, 2);
+    const std::string failure = "StrataSettings::Property<std::set<Settings::Site>>::Load: "
+                                "'windows.browsing_protection.internal.test' reading failed, error 112";
+    LogCapture::Expect(1, failure);
+    LogCapture::Expect(1, failure);
+    sites.Refresh(m_handle.Get(), "no array");
+    EXPECT_EQ(1u, sites.Get().count(Settings::Site("a.example", true, "")));
+    sites.Refresh(m_handle.Get(), R"([{"url":"b.example","label":"","allowed":false}])");
+    EXPECT_EQ((std::set<Settings::Site>{{"b.example", false, ""}}), sites.Get());
+}
+
+TEST_F(PropertyTest, ThreadsSeeWholeValues)
+{
+    Property<std::wstring> text(nullptr, kKey, L"");
+    const std::wstring first(200, L'a');
+    const std::wstring second(300, L'b');
+    std::thread writer([&] {
+        for (int i = 0; i < 2000; ++i)
+            text.Update(i % 2 ? &first : &second);
+    });
+    for (int i = 0; i < 2000; ++i)
+    {
+        const std::wstring seen = text.Get();
+        EXPECT_TRUE(seen.empty() || seen == first || seen == second);
+    }
+    writer.join();
+}

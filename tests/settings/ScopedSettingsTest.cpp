@@ -1,0 +1,147 @@
+#include "settings/binding/FollowedScope.h"
+#include "settings/model/VdnSettings.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/StoreTest.h"
+
+using StrataSettings::FollowedScope;
+using StrataSettings::StoreHandle;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+constexpr const wchar_t* kSessionOpen = L"windows.browsing_protection.internal.banking_session_open";
+const std::string kName = "StrataSettings::ScopedSettings<class VdnSettings>::";
+
+class ScopedSettingsTest : public StoreTest
+{
+protected:
+    using Scope = FollowedScope<VdnSettings>;
+};
+
+class Recorder final : public StrataSettings::Observer
+{
+public:
+    void OnPropertyChanged(const StrataSettings::PropertyBase& property) override
+    {
+        m_changed.push_back(property.GetKey().Text());
+    }
+    std::vector<std::wstring> m_changed;
+};
+
+} // namespace
+
+TEST_F(ScopedSettingsTest, WithoutAHandleTheDefaultsStayAndNothingIsDone)
+{
+    Fail("OrbStrata_OpenHandle", nullptr, 31, 2);
+    Scope scope(kUser, L"safe", L"test", false);
+    EXPECT_EQ(31u, scope.OpenResult());
+    EXPECT_FALSE(scope.Load());
+    EXPECT_FALSE(scope.Save());
+    EXPECT_FALSE(scope.ResetHandle());
+    EXPECT_THAT(LogCapture::Take(2),
+                ElementsAre(LogLine{2, kName + "ScopedSettings: Failed with error 31, strata handle not available"},
+                            LogLine{2, kName + "Load: Cannot load null handle. SID='" + kUser + "'"},
+                            LogLine{2, kName + "Save: Cannot save null handle. SID='" + kUser + "'"},
+                            LogLine{2, kName + "ResetHandle: Failed with error 31, strata handle not available"}));
+    EXPECT_TRUE(scope.ResetHandle());
+    EXPECT_TRUE(scope.Load());
+}
+
+TEST_F(ScopedSettingsTest, AHandleIsNotReset)
+{
+    Scope scope(kUser, L"safe", L"test", false);
+    EXPECT_FALSE(scope.ResetHandle());
+    EXPECT_THAT(LogCapture::Take(2),
+                ElementsAre(LogLine{2, kName + "ResetHandle: Reseting non-null handle not allowed!"}));
+    EXPECT_EQ(1u, OpenHandles());
+}
+
+TEST_F(ScopedSettingsTest, ADeclinedElevationGivesNoHandle)
+{
+    AnswerElevation(false);
+    LogCapture::Expect(2, kName + "ScopedSettings: Failed with error 5, strata handle not available");
+    const Scope scope(kUser, L"safe", L"test", true);
+    EXPECT_EQ(nullptr, scope.EffectiveHandle());
+    EXPECT_EQ(0u, OpenHandles());
+}
+
+TEST_F(ScopedSettingsTest, TheSecondHandleSaves)
+{
+    Scope scope(kUser, L"safe", L"test", false);
+    ASSERT_TRUE(scope.Load());
+    scope.Settings().time.enabled.Set(true);
+    EXPECT_FALSE(scope.Save()); // a normal handle may not
+
+    OrbStrataResult result = ORB_STRATA_INVALID_HANDLE;
+    scope.UseForSaving(StoreHandle(OrbStrata_OpenElevatedHandle(L"safe", L"S-1-5-21-1-2-3-1001", L"test", &result)));
+    EXPECT_TRUE(scope.Save());
+    EXPECT_EQ(1, Find(kUser, L"common.time.enabled").number);
+    scope.Settings().time.enabled.Set(false);
+    EXPECT_TRUE(scope.Settings().time.enabled.Save()); // a property finds it through the tree
+    EXPECT_EQ(0, Find(kUser, L"common.time.enabled").number);
+}
+
+TEST_F(ScopedSettingsTest, FollowsValuesConstraintsAndRemovals)
+{
+    Recorder recorder;
+    Scope scope(kUser, L"safe", L"test", false);
+    ASSERT_TRUE(scope.LoadOnce(&recorder));
+    const auto& property = scope.Settings().internal.bankingSessionOpen;
+
+    Put(kUser, kSessionOpen, true);
+    Settle();
+    EXPECT_TRUE(property.Get());
+    Constrain(kUser, kSessionOpen, ORB_STRATA_CONSTRAINT_ENFORCED);
+    Settle();
+    EXPECT_TRUE(property.IsEnforced());
+    Erase(kUser, kSessionOpen);
+    Settle();
+    EXPECT_FALSE(property.Get());
+    EXPECT_FALSE(property.IsEnforced());
+    EXPECT_THAT(recorder.m_changed, ElementsAre(kSessionOpen, kSessionOpen, kSessionOpen));
+
+    Put(kSystem, kSessionOpen, true); // another scope's
+    Settle();
+    EXPECT_FALSE(property.Get());
+    EXPECT_EQ(3u, recorder.m_changed.size());
+}
+
+TEST_F(ScopedSettingsTest, ItsOwnWritesAreNoNews)
+{
+    Recorder recorder;
+    Scope scope(kUser, L"safe", L"test", false);
+    ASSERT_TRUE(scope.LoadOnce(&recorder));
+    scope.Settings().internal.mainGuiOpen.Set(true);
+    ASSERT_TRUE(scope.Save());
+    Settle();
+    EXPECT_THAT(recorder.m_changed, IsEmpty());
+}
+
+TEST_F(ScopedSettingsTest, ARefusedSubscriptionLeavesTheOthers)
+{
+    Fail("OrbStrata_Subscribe", kSessionOpen, 31, 1);
+    LogCapture::Expect(2, "StrataSettings::Listener<class StrataSettings::ScopedSettings<class VdnSettings> >::"
+                          "Subscribe: Failed to add listener "
+                          "'windows.browsing_protection.internal.banking_session_open', Type: 1, error 31u");
+    Scope scope(kUser, L"safe", L"test", false);
+    ASSERT_TRUE(scope.LoadOnce(nullptr));
+    Put(kUser, kSessionOpen, true);
+    Put(kUser, L"common.time.enabled", true);
+    Settle();
+    EXPECT_FALSE(scope.Settings().internal.bankingSessionOpen.Get());
+    EXPECT_TRUE(scope.Settings().time.enabled.Get());
+}
+
+TEST_F(ScopedSettingsTest, AnUnknownKeyIsReported)
+{
+    StrataSettings::ScopedSettings<VdnSettings> scope(kUser, L"safe", L"test", false);
+    StrataSettings::Listener<StrataSettings::ScopedSettings<VdnSettings>> listener(scope, nullptr);
+    const std::string name = "StrataSettings::Listener<class StrataSettings::ScopedSettings<class VdnSettings> >::";
+    LogCapture::Expect(2, name + "OnSettingChanged: Could not find 'no.such.key', type 1");
+    LogCapture::Expect(2, name + "OnSettingRemoved: Could not erase no.such.key");
+    listener.OnSettingChanged(L"no.such.key", ORB_STRATA_CHANGED, nullptr);
+    listener.OnSettingRemoved(L"no.such.key");
+}
