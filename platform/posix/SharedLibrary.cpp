@@ -5,6 +5,8 @@
 
 #include <dlfcn.h>
 
+#include <cstdlib>
+#include <memory>
 #include <utility>
 
 namespace Platform
@@ -55,7 +57,14 @@ const char* SharedLibrary::Suffix()
 std::wstring SharedLibrary::PathOf(const void* code)
 {
     Dl_info info{};
-    return ::dladdr(code, &info) != 0 && info.dli_fname != nullptr ? FromUtf8(info.dli_fname) : std::wstring();
+    if (::dladdr(code, &info) == 0 || info.dli_fname == nullptr)
+    {
+        return {};
+    }
+    // The program itself goes by the name that it was started with, which may be relative.
+    std::unique_ptr<char, decltype(&std::free)> path(
+        ::realpath(info.dli_fname[0] == '/' ? info.dli_fname : "/proc/self/exe", nullptr), &std::free);
+    return path ? FromUtf8(path.get()) : std::wstring();
 }
 
 } // namespace Platform
