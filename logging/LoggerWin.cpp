@@ -1,13 +1,13 @@
 #include "logging/LoggerWin.h"
 
 #include "logging/FileUtilsWin32.h"
+#include "logging/LogLine.h"
 #include "logging/LogSettings.h"
 #include "logging/TextBuffer.h"
 #include "platform/Clock.h"
 #include "platform/DebugOutput.h"
 #include "platform/Format.h"
 #include "platform/LastError.h"
-#include "platform/ProcessInfo.h"
 #include "platform/Sessions.h"
 #include "platform/Text.h"
 
@@ -221,13 +221,10 @@ void LoggerWin::FormatLine(int level, const wchar_t* message, std::size_t length
     {
         return;
     }
-    const int lineLength =
-        Platform::FormatTo(line.Data(), size, L"%04d-%02d-%02d %02d:%02d:%02d.%03d [%04x.%04x] %s: %s\r\n", time.year,
-                           time.month, time.day, time.hour, time.minute, time.second, time.millisecond,
-                           Platform::ProcessId(), Platform::ThreadId(), LevelTag(level), message);
+    const std::size_t lineLength = PrintLine(line.Data(), size, time, LevelTag(level), {message, length});
     if (lineLength > 0)
     {
-        WriteLine(level, line.Data(), static_cast<std::size_t>(lineLength));
+        WriteLine(level, line.Data(), lineLength);
     }
 }
 

@@ -124,25 +124,32 @@ std::wstring FromUtf8(std::string_view text)
 
 std::size_t ToUtf16(std::wstring_view text, char16_t* target)
 {
-    char16_t* const begin = target;
+    // Nearly every text is within the basic plane; then each character is one unit.
+    char32_t allBits = 0;
+    for (std::size_t i = 0; i < text.size(); ++i)
+    {
+        allBits |= static_cast<char32_t>(text[i]);
+        target[i] = static_cast<char16_t>(text[i]);
+    }
+    if (allBits < 0x10000)
+    {
+        return text.size();
+    }
+    char16_t* at = target;
     for (const wchar_t character : text)
     {
         const auto code = static_cast<char32_t>(character);
-        if (code < 0x10000)
+        if (code < 0x10000 || code > 0x10FFFF)
         {
-            *target++ = static_cast<char16_t>(code);
-        }
-        else if (code <= 0x10FFFF)
-        {
-            *target++ = static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
-            *target++ = static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
+            *at++ = static_cast<char16_t>(code < 0x10000 ? code : Replacement);
         }
         else
         {
-            *target++ = static_cast<char16_t>(Replacement);
+            *at++ = static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
+            *at++ = static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
         }
     }
-    return static_cast<std::size_t>(target - begin);
+    return static_cast<std::size_t>(at - target);
 }
 
 } // namespace Platform

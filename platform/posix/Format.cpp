@@ -330,15 +330,18 @@ template <class Char>
 template <class Source>
 void Formatter<Char>::PutText(const Conversion& conversion, const Source* text)
 {
-    // One character more than fits is enough to know that the text does not fit; a precision may also stand for a
-    // missing terminator.
-    std::size_t limit = static_cast<std::size_t>(m_end - m_at) * (std::is_same_v<Source, Char> ? 1 : 4) + 1;
-    if (conversion.precision >= 0)
+    // A precision may stand for a missing terminator.
+    const auto length = conversion.precision < 0
+                            ? std::char_traits<Source>::length(text)
+                            : static_cast<std::size_t>(std::find(text, text + conversion.precision, Source{0}) - text);
+    if (length > static_cast<std::size_t>(std::numeric_limits<int>::max()))
     {
-        limit = std::min(limit, static_cast<std::size_t>(conversion.precision));
+        m_fits = false;
+        return;
     }
-    const auto length = static_cast<std::size_t>(std::find(text, text + limit, Source{0}) - text);
-    if constexpr (std::is_same_v<Source, Char>)
+    const bool same = std::is_same_v<Source, Char> ||
+                      std::all_of(text, text + length, [](Source unit) { return unit >= 0 && unit < 0x80; });
+    if (same)
     {
         Pad(conversion, static_cast<int>(length), [&] { Put(text, length); });
     }
@@ -442,9 +445,19 @@ void Formatter<Char>::PutDigits(const Conversion& conversion, std::uint64_t magn
     char* const end = digits + sizeof(digits);
     char* begin = end;
     const char* const set = conversion.type == 'X' ? "0123456789ABCDEF" : "0123456789abcdef";
-    for (; magnitude != 0; magnitude /= base)
+    const auto convert = [&](auto divisor) {
+        for (; magnitude != 0; magnitude /= divisor())
+        {
+            *--begin = set[magnitude % divisor()];
+        }
+    };
+    if (base == 10)
     {
-        *--begin = set[magnitude % base];
+        convert(std::integral_constant<unsigned, 10>());
+    }
+    else
+    {
+        convert([base] { return base; });
     }
     const auto count = static_cast<int>(end - begin);
     const auto prefixLength = static_cast<int>(std::char_traits<char>::length(prefix));

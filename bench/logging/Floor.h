@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/Files.h"
+#include "platform/NamedMutex.h"
+
+#include <cstddef>
+#include <string>
+
+/// The least that a log which processes share has to do for a line: lock, go to the end, write once, unlock.
+class Floor
+{
+public:
+    explicit Floor(const std::wstring& path);
+
+    void Write(const std::string& line);
+
+private:
+    Platform::NamedMutex m_mutex;
+    Platform::File m_file;
+};
