@@ -5,7 +5,7 @@
 namespace Strata
 {
 
-/// The SID of the user that this process runs as.
+/// The SID of the user that this process runs as; empty if the system does not tell.
 std::string UserSid();
 
 /// Where the store is unless someone says otherwise: the environment variable ORB_STRATA_STORE, else the machine-wide

@@ -8,6 +8,10 @@
 
 #include "devkit/strata/json/JsonReader.h"
 
+#include "platform/KnownFolders.h"
+#include "platform/Path.h"
+#include "platform/Text.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
@@ -236,6 +240,18 @@ ExitCode SeedScopes(const Arguments& arguments)
     return Done;
 }
 
+/// The file that the development host uses unless it is told otherwise, so that both meet in one store.
+std::string StoreFile(const Arguments& arguments)
+{
+    std::wstring file = arguments.data ? Platform::JoinPath(Platform::FromUtf8(*arguments.data), L"store.db")
+                                       : Platform::ExpandEnvironment(L"%ORB_STRATA_STORE%");
+    if (file.empty())
+    {
+        file = Platform::JoinPath(Platform::JoinPath(Platform::LocalAppData(), L"veridan"), L"store.db");
+    }
+    return Platform::ToUtf8(file);
+}
+
 struct Command
 {
     std::string_view name;
@@ -284,7 +300,7 @@ ExitCode Run(const Arguments& arguments)
         return Misuse("The command " + arguments.command + " does not go with " +
                       std::to_string(arguments.operands.size()) + " arguments.");
     }
-    OrbStrataControl_SetStoreFile((arguments.data ? *arguments.data + "/store.db" : DefaultStoreFile()).c_str());
+    OrbStrataControl_SetStoreFile(StoreFile(arguments).c_str());
     if (command->run == nullptr)
     {
         return SeedScopes(arguments);

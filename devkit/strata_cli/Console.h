@@ -9,10 +9,6 @@ namespace StrataCli
 /// The command line as UTF-8, without the program's name.
 std::vector<std::string> CommandLine(int argc, char** argv);
 
-/// The UTF-8 path of the store's file where the caller names none: the environment variable ORB_STRATA_STORE, else
-/// "store.db" in the folder that the development host uses.
-std::string DefaultStoreFile();
-
 /// The UTF-8 path of the folder that this program lies in; empty if the system does not tell.
 std::string ProgramFolder();
 

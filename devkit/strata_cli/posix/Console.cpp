@@ -2,9 +2,7 @@
 
 #include <array>
 #include <csignal>
-#include <cstdlib>
 
-#include <pwd.h>
 #include <unistd.h>
 
 namespace StrataCli
@@ -12,22 +10,6 @@ namespace StrataCli
 
 namespace
 {
-
-std::string EnvironmentText(const char* name)
-{
-    const char* text = std::getenv(name);
-    return text == nullptr ? std::string() : text;
-}
-
-std::string HomeFolder()
-{
-    if (std::string home = EnvironmentText("HOME"); !home.empty())
-    {
-        return home;
-    }
-    const passwd* user = getpwuid(getuid());
-    return user == nullptr ? "/" : user->pw_dir;
-}
 
 sigset_t Interrupts()
 {
@@ -45,17 +27,6 @@ sigset_t Interrupts()
 std::vector<std::string> CommandLine(int argc, char** argv)
 {
     return argc < 1 ? std::vector<std::string>() : std::vector<std::string>(argv + 1, argv + argc);
-}
-
-std::string DefaultStoreFile()
-{
-    if (std::string file = EnvironmentText("ORB_STRATA_STORE"); !file.empty())
-    {
-        return file;
-    }
-    // A relative folder in the variable is to be ignored, as the convention for it says.
-    const std::string data = EnvironmentText("XDG_DATA_HOME");
-    return (data.substr(0, 1) == "/" ? data : HomeFolder() + "/.local/share") + "/veridan/store.db";
 }
 
 std::string ProgramFolder()

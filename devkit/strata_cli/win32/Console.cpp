@@ -24,14 +24,6 @@ BOOL WINAPI OnConsoleEvent(DWORD /*event*/)
     return TRUE;
 }
 
-std::string EnvironmentText(const wchar_t* name)
-{
-    const DWORD size = GetEnvironmentVariableW(name, nullptr, 0);
-    std::wstring text(size, L'\0');
-    text.resize(size == 0 ? 0 : GetEnvironmentVariableW(name, text.data(), size));
-    return Platform::ToUtf8(text);
-}
-
 } // namespace
 
 std::vector<std::string> CommandLine(int /*argc*/, char** /*argv*/)
@@ -45,15 +37,6 @@ std::vector<std::string> CommandLine(int /*argc*/, char** /*argv*/)
     }
     LocalFree(wide);
     return arguments;
-}
-
-std::string DefaultStoreFile()
-{
-    if (std::string file = EnvironmentText(L"ORB_STRATA_STORE"); !file.empty())
-    {
-        return file;
-    }
-    return EnvironmentText(L"LOCALAPPDATA") + "\\veridan\\store.db";
 }
 
 std::string ProgramFolder()
