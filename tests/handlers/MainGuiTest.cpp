@@ -1,0 +1,222 @@
+#include "tests/handlers/MainGuiTest.h"
+
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+TEST_F(MainGuiTest, DeclaresItsVariablesInOrder)
+{
+    m_handler = std::make_unique<MainGuiHandler>(m_system, m_user);
+    ASSERT_TRUE(m_handler->Initialize(&m_host));
+    EXPECT_THAT(m_host.Take("register"),
+                ElementsAre("browsing_protection_status", "browsing_protection_state",
+                            "browsing_protection_state_readonly", "current_user_web_page_filter_status",
+                            "time_limit_status", "safe_search_status", "banking_protection_status",
+                            "banking_protection_state_readonly", "banking_protection_state", "status_level",
+                            "main_status", "sub_status", "browser_extension_disabled", "default_browser_type",
+                            "visible", "request_show_settings_ui", "show_settings_ui", "save"));
+}
+
+TEST_F(MainGuiTest, PublishesUserThenSystemDataAtStart)
+{
+    m_handler = std::make_unique<MainGuiHandler>(m_system, m_user);
+    ASSERT_TRUE(m_handler->Initialize(&m_host));
+    EXPECT_THAT(SetsBesideStatus(),
+                ElementsAre("time_limit_state", "time_limit_status", "current_user_web_page_filter_switch_state",
+                            "current_user_web_page_filter_status", "safe_search_state", "safe_search_status",
+                            "browser_extension_disabled", "default_browser_type", "browsing_protection_state",
+                            "browsing_protection_state_readonly", "browsing_protection_status",
+                            "banking_protection_state", "banking_protection_state_readonly",
+                            "banking_protection_status"));
+    EXPECT_THAT(LogCapture::Take(5),
+                testing::IsSupersetOf({LogLine{5, "MainGuiHandler::Initialize: MainGuiHandler logon"},
+                                       LogLine{5, "MainGuiHandler::Initialize: MainGuiHandler variables wired"},
+                                       LogLine{5, "MainGuiHandler::Initialize: MainGuiHandler initialized"}}));
+}
+
+TEST_F(MainGuiTest, StatusFollowsProtectionFirstThenFilterOrTimeLimit)
+{
+    struct Row
+    {
+        bool browsing, content, time;
+        const char *level, *main, *sub;
+    };
+    for (const Row& row :
+         {Row{true, false, false, "Ok", "UsersProtected", "WfOff"},
+          Row{true, true, false, "Ok", "UsersProtected", "WfOn"},
+          Row{true, false, true, "Ok", "UsersProtected", "WfOn"}, Row{true, true, true, "Ok", "UsersProtected", "WfOn"},
+          Row{false, false, false, "Error", "UsersNotProtected", "BpOff"},
+          Row{false, true, true, "Error", "UsersNotProtected", "BpOff"}})
+    {
+        m_handler.reset();
+        Put(kSystem, Keys::kBrowsingProtection, row.browsing);
+        Put(kUser, Keys::kContent, row.content);
+        Put(kUser, Keys::kTime, row.time);
+        Settle();
+        Start();
+        EXPECT_EQ(row.level, m_host.Text(Ids::kStatusLevel));
+        EXPECT_EQ(row.main, m_host.Text(Ids::kMainStatus));
+        EXPECT_EQ(row.sub, m_host.Text(Ids::kSubStatus));
+    }
+}
+
+TEST_F(MainGuiTest, SubStatusStaysWithoutTheUsersSettings)
+{
+    Start();
+    m_host.PageSets(Ids::kSubStatus, "as before");
+    m_user.reset();
+    m_handler->LoadStatus();
+    EXPECT_THAT(m_host.Take("set"), ElementsAre("status_level", "main_status"));
+    EXPECT_EQ("as before", m_host.Text(Ids::kSubStatus));
+}
+
+TEST_F(MainGuiTest, WithoutControllersNothingIsPublished)
+{
+    m_handler = std::make_unique<MainGuiHandler>(nullptr, nullptr);
+    LogCapture::Expect(1, "MainGuiHandler::LoadStatus: systemSettings=0, m_dataPeer=1");
+    ASSERT_TRUE(m_handler->Initialize(&m_host));
+    EXPECT_THAT(m_host.Take("set"), IsEmpty());
+    m_host.PageFires(Ids::kLoadData);
+    m_host.PageSets(Ids::kVisible, true);
+    EXPECT_THAT(m_host.Take("set"), IsEmpty());
+    EXPECT_THAT(LogCapture::Take(5),
+                Contains(LogLine{5, "MainGuiHandler::Initialize: user settings controller missing. UI is blind to "
+                                    "browser extension state"}));
+}
+
+TEST_F(MainGuiTest, WithoutADataPeerStatusSaysSo)
+{
+    m_handler = std::make_unique<MainGuiHandler>(m_system, m_user);
+    LogCapture::Expect(1, "MainGuiHandler::LoadStatus: systemSettings=1, m_dataPeer=0");
+    LogCapture::Expect(1, "MainGuiHandler::LoadStatus: systemSettings=1, m_dataPeer=0");
+    m_handler->LoadStatus();
+    m_handler->LoadSystemWideData();
+    m_handler->LoadUserData();
+    m_handler->OnUserInfoChanged();
+    m_handler->BrowsingProtectionSTRATAChanged(L"");
+}
+
+TEST_F(MainGuiTest, ReadOnlyFlagsAreTheSwitchesOwn)
+{
+    Put(kSystem, Keys::kBankingProtection, false);
+    Constrain(kSystem, Keys::kBankingProtection, ORB_STRATA_CONSTRAINT_ENFORCED);
+    Start();
+    EXPECT_EQ("Off", m_host.Text("@SafeBanking\\Data:banking_protection_state"));
+    EXPECT_EQ("Off", m_host.Text("@SafeBanking\\Data:banking_protection_status"));
+    EXPECT_EQ(QVariant(true), m_host.Value("@SafeBanking\\Data:banking_protection_state_readonly"));
+    EXPECT_EQ(QVariant(false), m_host.Value("@BrowsingProtection\\Data:browsing_protection_state_readonly"));
+}
+
+TEST_F(MainGuiTest, TheSystemSelectsWhichSafeSearchSwitchIsShown)
+{
+    Put(kUser, Keys::kSafeSearch, true);
+    Start();
+    EXPECT_EQ("Off", m_host.Text(Ids::kSafeSearch));
+    Put(kSystem, Keys::kDigiParenting, true);
+    Settle();
+    EXPECT_EQ("On", m_host.Text(Ids::kSafeSearch));
+    EXPECT_EQ("On", m_host.Text(Ids::kSafeSearchStatus));
+}
+
+TEST_F(MainGuiTest, APageThatIsOpenFollowsTheStore)
+{
+    Start();
+    Put(kUser, Keys::kTime, true);
+    Put(kUser, Keys::kBrowserType, 3);
+    Put(kSystem, Keys::kBankingProtection, false);
+    Settle();
+    EXPECT_EQ("On", m_host.Text(Ids::kTimeLimit));
+    EXPECT_EQ("On", m_host.Text(Ids::kTimeLimitStatus));
+    EXPECT_EQ("WfOn", m_host.Text(Ids::kSubStatus));
+    EXPECT_EQ(QVariant(3), m_host.Value("@ContentControl\\Status:default_browser_type"));
+    EXPECT_EQ("Off", m_host.Text("@SafeBanking\\Data:banking_protection_state"));
+    EXPECT_THAT(m_host.Take("trigger"), IsEmpty()); // an edit in progress is not reloaded
+
+    Put(kSystem, Keys::kBrowsingProtection, false);
+    Settle();
+    EXPECT_EQ("Error", m_host.Text(Ids::kStatusLevel));
+}
+
+TEST_F(MainGuiTest, AChangedBrowserExtensionReloadsEveryPage)
+{
+    Start();
+    Put(kUser, Keys::kExtensionDisabled, true);
+    Settle();
+    EXPECT_EQ(QVariant(true), m_host.Value("@ContentControl\\Status:browser_extension_disabled"));
+    EXPECT_THAT(m_host.Take("trigger"), ElementsAre("load_data"));
+}
+
+TEST_F(MainGuiTest, LoadDataPublishesSystemThenUser)
+{
+    Start();
+    m_host.PageFires(Ids::kLoadData);
+    const auto set = SetsBesideStatus();
+    ASSERT_EQ(14u, set.size());
+    EXPECT_EQ("browsing_protection_state", set.front());
+    EXPECT_EQ("default_browser_type", set.back());
+}
+
+TEST_F(MainGuiTest, VisibilityIsKeptInTheUsersSettings)
+{
+    Start();
+    m_host.PageSets(Ids::kVisible, true);
+    EXPECT_THAT(WrittenKeys(), ElementsAre(Keys::kMainGuiOpen));
+    EXPECT_EQ(1, Find(kUser, Keys::kMainGuiOpen).number);
+    m_host.PageSets(Ids::kVisible, false);
+    EXPECT_EQ(0, Find(kUser, Keys::kMainGuiOpen).number);
+}
+
+TEST_F(MainGuiTest, LocalisationUserAndBrowserChangesRepublishTheirPart)
+{
+    Start();
+    m_host.PageFires("@Localization\\MetaData\\Localization:updated");
+    EXPECT_THAT(m_host.Take("set"), ElementsAre("status_level", "main_status", "sub_status"));
+    m_handler->OnBrowserRepositoryChanged();
+    EXPECT_EQ(8u, SetsBesideStatus().size());
+    m_handler->OnUserInfoChanged();
+    EXPECT_EQ("sub_status", m_host.Take("set").back());
+}
+
+TEST_F(MainGuiTest, TheSaveTriggerIsHandedOnAndWritesNothing)
+{
+    Start();
+    int saves = 0;
+    QObject::connect(m_handler.get(), &MainGuiHandler::Save, [&] { ++saves; });
+    m_host.PageFires("@Veridan\\Settings\\Triggers:save");
+    EXPECT_EQ(1, saves);
+    EXPECT_THAT(WrittenKeys(), IsEmpty());
+}
+
+TEST_F(MainGuiTest, TheSettingsSaveIsAnsweredInOrder)
+{
+    Start();
+    m_host.PageFires("@VDNSettings:save");
+    EXPECT_EQ(QVariant(0), m_host.Value("@VDNSettings:saveResult"));
+    EXPECT_EQ("VDNSettingsMultiPageHost", m_host.Text("@VDNSettings:saveResultReceiver"));
+    EXPECT_THAT(m_host.Take("set"), ElementsAre("saveResult", "saveResultReceiver"));
+    m_host.PageFires("@VDNSettings:save");
+    EXPECT_THAT(m_host.Take("trigger"), ElementsAre("saveResultNotifier"));
+    EXPECT_THAT(WrittenKeys(), IsEmpty());
+}
+
+TEST_F(MainGuiTest, AnUnusedTriggerDoesNothing)
+{
+    Start();
+    m_host.PageFires("@ContentControl\\Triggers:launch_support_tool");
+    EXPECT_THAT(m_host.Take("set"), IsEmpty());
+    EXPECT_THAT(LogCapture::Take(5),
+                Contains(LogLine{5, "MainGuiHandler::OnNotify: @ContentControl\\Triggers:launch_support_tool"}));
+}
+
+TEST_F(MainGuiTest, ThePeerGoesBackExactlyOnce)
+{
+    Start();
+    EXPECT_EQ(1, m_host.PeersGiven());
+    EXPECT_EQ(1, m_host.PeersOut());
+    m_handler.reset();
+    EXPECT_EQ(0, m_host.PeersOut());
+    Put(kUser, Keys::kTime, true); // nobody is told any more
+    Settle();
+}
