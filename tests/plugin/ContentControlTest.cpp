@@ -1,0 +1,179 @@
+#include "tarn/IPlugIn.h"
+#include "tests/plugin/ThreadCount.h"
+#include "tests/support/RecordingHost.h"
+#include "tests/support/StoreTest.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QJsonObject>
+#include <QPluginLoader>
+#include <QSettings>
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace
+{
+
+/// The built plug-in in this process, with a registry and a log of its own.
+class ContentControlTest : public StoreTest
+{
+protected:
+    ContentControlTest()
+    {
+        qputenv("VERIDAN_REGISTRY_DIR", m_registry.path().toLocal8Bit());
+        for (const char* file : {"machine.ini", "user.ini"})
+        {
+            QSettings settings(m_registry.filePath(QLatin1String(file)), QSettings::IniFormat);
+            settings.setValue(QStringLiteral("SOFTWARE/Norlane/ORB/Logging/RootPath"), m_log.path());
+            settings.setValue(QStringLiteral("SOFTWARE/Norlane/ORB/Logging/LogLevel"), 5);
+            settings.setValue(QStringLiteral("SOFTWARE/Norlane/ORB/Logging/LogMaxSizeKB"), 100'000); // no rotation
+        }
+    }
+
+    ~ContentControlTest() override
+    {
+        m_loader.unload();
+        qunsetenv("VERIDAN_REGISTRY_DIR");
+    }
+
+    void PointLibraryTo(const char* library, const QString& path)
+    {
+        QSettings settings(m_registry.filePath(QStringLiteral("machine.ini")), QSettings::IniFormat);
+        settings.setValue(QStringLiteral("Software/Norlane/ORB/Delay Loading/") + QLatin1String(library), path);
+    }
+
+    IPlugIn* Load() { return qobject_cast<IPlugIn*>(m_loader.instance()); }
+
+    /// The messages that the plug-in has logged so far.
+    std::vector<std::string> Log()
+    {
+        QFile file(m_log.filePath(QStringLiteral("Norlane/Log/NLCC/Veridan.log")));
+        if (!file.open(QIODevice::ReadOnly))
+            return {};
+        const QByteArray bytes = file.readAll();
+        const QString text = QString::fromUtf16(reinterpret_cast<const char16_t*>(bytes.constData()), bytes.size() / 2);
+        std::vector<std::string> messages;
+        for (const QString& line : text.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts))
+            messages.push_back(line.section(QLatin1String("]"), 1).mid(5).toStdString());
+        return messages;
+    }
+
+    QTemporaryDir m_registry;
+    QTemporaryDir m_log;
+    RecordingHost m_host;
+    QPluginLoader m_loader{QCoreApplication::applicationDirPath() + QStringLiteral("/Veridan")};
+};
+
+} // namespace
+
+TEST_F(ContentControlTest, IsWhatTheHostLooksFor)
+{
+    EXPECT_EQ("com.norlane.Veridan.ContentControl",
+              m_loader.metaData().value(QStringLiteral("IID")).toString().toStdString());
+    EXPECT_EQ("ContentControl", m_loader.metaData().value(QStringLiteral("className")).toString().toStdString());
+    EXPECT_EQ(QJsonObject(), m_loader.metaData().value(QStringLiteral("MetaData")).toObject());
+
+    QObject* object = m_loader.instance();
+    ASSERT_NE(nullptr, object) << m_loader.errorString().toStdString();
+    EXPECT_STREQ("ContentControl", object->metaObject()->className());
+    IPlugIn* plugIn = qobject_cast<IPlugIn*>(object);
+    ASSERT_NE(nullptr, plugIn);
+    EXPECT_EQ(plugIn, object->qt_metacast("com.norlane.Tarn.IPlugIn/1.0"));
+    EXPECT_EQ(plugIn, object->qt_metacast("IPlugIn"));
+    EXPECT_EQ(object, object->qt_metacast("ContentControl"));
+    EXPECT_EQ(nullptr, object->qt_metacast("IDataPeer"));
+    EXPECT_EQ(QObject::staticMetaObject.methodCount() + 1, object->metaObject()->methodCount());
+    EXPECT_EQ(0, object->metaObject()->indexOfMethod("OnEventLoopReady()") - object->metaObject()->methodOffset());
+}
+
+TEST_F(ContentControlTest, TheHostsDeletionMakesRoomForANewInstance)
+{
+    QObject* first = m_loader.instance();
+    EXPECT_EQ(first, m_loader.instance());
+    delete first;
+    EXPECT_TRUE(Load()->Initialize(&m_host));
+}
+
+TEST_F(ContentControlTest, StartsUpInItsOrder)
+{
+    ASSERT_TRUE(Load()->Initialize(&m_host));
+    EXPECT_THAT(m_host.EventLoopSlots(), ElementsAre("1OnEventLoopReady()"));
+    EXPECT_EQ(2u, OpenHandles());
+    EXPECT_TRUE(QMetaObject::invokeMethod(m_loader.instance(), "OnEventLoopReady"));
+    m_loader.unload();
+
+    std::vector<std::string> milestones;
+    for (const std::string& message : Log())
+        if (message.find("ContentControl::") == 0 || message.find("MainGuiHandler::MainGuiHandler") == 0 ||
+            message.find("MainGuiHandler::Initialize: MainGuiHandler init") == 0 ||
+            message.find("MainGuiHandler::~MainGuiHandler") == 0)
+            milestones.push_back(message);
+    EXPECT_THAT(milestones,
+                ElementsAre("ContentControl::ContentControl: ", "ContentControl::Initialize: ",
+                            "ContentControl::Initialize: VDN settings initialized",
+                            "MainGuiHandler::MainGuiHandler: ", "ContentControl::Initialize: GUI handlers created",
+                            "MainGuiHandler::Initialize: MainGuiHandler initialized",
+                            "ContentControl::Initialize: GUI handlers initialized",
+                            "ContentControl::~ContentControl: ", "MainGuiHandler::~MainGuiHandler: "));
+}
+
+TEST_F(ContentControlTest, WithoutAManagerNothingIsCreated)
+{
+    EXPECT_FALSE(Load()->Initialize(nullptr));
+    EXPECT_EQ(0u, OpenHandles());
+    EXPECT_THAT(Log(), Not(Contains(HasSubstr("ModuleHandler"))));
+}
+
+TEST_F(ContentControlTest, AMissingLibraryStopsTheStartAndIsNamed)
+{
+    const QString suffix = QFileInfo(m_loader.fileName()).suffix();
+    for (const char* library : {"nl_orb_strata_32", "nl_orb_datapipeline_api_32", "nl_flyer_api_32"})
+    {
+        const QString name = QLatin1String(library) + QLatin1Char('.') + suffix;
+        PointLibraryTo(name.toLatin1().constData(), m_registry.filePath(QStringLiteral("missing")));
+        EXPECT_FALSE(Load()->Initialize(&m_host)) << library;
+        EXPECT_EQ(0u, OpenHandles());
+        EXPECT_EQ(0, m_host.PeersGiven());
+        EXPECT_THAT(m_host.EventLoopSlots(), IsEmpty());
+        EXPECT_THAT(Log(),
+                    Contains("ModuleHandler::LoadDll: Failed to load " + name.toStdString() + ". Error code: 126"));
+        m_loader.unload();
+        PointLibraryTo(name.toLatin1().constData(), QCoreApplication::applicationDirPath() + QLatin1Char('/') + name);
+    }
+    EXPECT_TRUE(Load()->Initialize(&m_host));
+}
+
+TEST_F(ContentControlTest, AStoreThatDoesNotOpenDoesNotStopTheStart)
+{
+    Fail("OrbStrata_OpenHandle", nullptr, ORB_STRATA_STORE_FAILED, 0);
+    EXPECT_TRUE(Load()->Initialize(&m_host));
+    EXPECT_EQ("Ok", m_host.Text("@ContentControl\\Status:status_level"));
+    EXPECT_EQ("Off", m_host.Text("@TimeLimit\\Data:time_limit_state"));
+
+    ClearFaults();
+    Put(kUser, L"common.time.enabled", false);
+    m_host.PageFires("@Veridan\\Settings\\Triggers:load_data");
+    EXPECT_GE(OpenHandles(), 1u); // the user's settings came back
+}
+
+TEST_F(ContentControlTest, TwentyLivesLeaveNothingBehind)
+{
+    const int threads = ThreadCount();
+    for (int life = 0; life < 20; ++life)
+    {
+        IPlugIn* plugIn = Load();
+        ASSERT_NE(nullptr, plugIn) << m_loader.errorString().toStdString();
+        ASSERT_TRUE(plugIn->Initialize(&m_host));
+        m_host.PageFires("@Veridan\\Settings\\Triggers:request_show_settings_ui");
+        EXPECT_EQ(3u, OpenHandles());
+        ASSERT_TRUE(m_loader.unload());
+        EXPECT_EQ(0u, OpenHandles());
+        EXPECT_EQ(0, m_host.PeersOut());
+    }
+    EXPECT_EQ(threads, ThreadCount());
+    EXPECT_EQ("Ok", m_host.Text("@ContentControl\\Status:status_level")); // the texts are the host's own
+}

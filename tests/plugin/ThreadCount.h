@@ -1,0 +1,4 @@
+#pragma once
+
+/// How many threads this process has.
+int ThreadCount();
