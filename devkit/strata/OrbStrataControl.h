@@ -72,7 +72,8 @@ typedef void(NL_SUITE_CALL* OrbStrataWriteObserver)(void* context, const char* s
     F(bool, OrbStrataControl_WaitForDelivery, (uint32_t timeoutMs))                                                    \
     /* Open handles of this process, product handles included. */                                                      \
     F(uint32_t, OrbStrataControl_OpenHandles, (void))                                                                  \
-    /* Ends the notification thread and closes the database once no handle is open; for an orderly unload. */          \
+    /* Where no handle is open, makes the library as if it were freshly loaded: no thread, no file, no memory, nothing \
+     * set up. While one is open, does nothing. */                                                                     \
     F(void, OrbStrataControl_Shutdown, (void))
 
 #if defined(NL_SUITE_PROTOTYPES)
