@@ -10,7 +10,7 @@
 PlugInLoader::PlugInLoader(const QString& libraryFile, PlugInManager& manager)
     : m_library(libraryFile), m_manager(manager)
 {
-    m_library.setFileName(libraryFile);
+    m_library.setLoadHints({}); // the default would keep the library in memory after it is unloaded
 }
 
 PlugInLoader::~PlugInLoader()

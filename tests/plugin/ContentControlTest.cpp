@@ -24,6 +24,7 @@ class ContentControlTest : public StoreTest
 protected:
     ContentControlTest()
     {
+        m_loader.setLoadHints({}); // the default keeps the library in memory
         qputenv("VERIDAN_REGISTRY_DIR", m_registry.path().toLocal8Bit());
         for (const char* file : {"machine.ini", "user.ini"})
         {
