@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <array>
+
 namespace Strata
 {
 
@@ -113,6 +115,22 @@ std::unique_ptr<Database> Database::Open(const std::string& path, int patienceMs
 bool Database::IsReadOnly() const
 {
     return sqlite3_db_readonly(m_connection.get(), "main") != 0;
+}
+
+bool Database::BeginsAsDatabase()
+{
+    // Read with SQLite's own descriptor: closing another one would give up the process's locks on the file.
+    static constexpr std::string_view Start("SQLite format 3\0", 16);
+    std::array<char, Start.size()> start{};
+    sqlite3_int64 size = 0;
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(m_connection.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    if (file == nullptr || file->pMethods == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK)
+    {
+        return false;
+    }
+    return size == 0 || (file->pMethods->xRead(file, start.data(), static_cast<int>(start.size()), 0) == SQLITE_OK &&
+                         std::string_view(start.data(), start.size()) == Start);
 }
 
 bool Database::Execute(const char* sql)

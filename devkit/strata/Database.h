@@ -66,6 +66,9 @@ public:
     static std::unique_ptr<Database> Open(const std::string& path, int patienceMs, std::string& error);
 
     bool IsReadOnly() const;
+    /// Whether the file begins as a database does, or is empty. SQLite does not look while a log says what is in the
+    /// file, and would write the log over whatever is there.
+    bool BeginsAsDatabase();
     bool Execute(const char* sql);
     /// The integer that `sql` gives in its first column and row; `otherwise` if it gives none or fails.
     int64_t Number(const char* sql, int64_t otherwise);

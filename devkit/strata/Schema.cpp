@@ -133,6 +133,11 @@ std::unique_ptr<Database> Open(const std::string& path, std::string& error)
     {
         return nullptr;
     }
+    if (!database->BeginsAsDatabase())
+    {
+        error = Describe(path, "is damaged or not a store (it does not begin as one)");
+        return nullptr;
+    }
     State state = Inspect(*database);
     if (state == State::Empty)
     {

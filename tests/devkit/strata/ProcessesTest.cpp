@@ -1,0 +1,175 @@
+#include "tests/devkit/strata/Program.h"
+#include "tests/devkit/strata/StoreFixture.h"
+
+#include <QFile>
+
+#include <future>
+#include <memory>
+#include <random>
+
+using Kind = Opened::Kind;
+
+namespace
+{
+
+class Processes : public StoreFixture
+{
+protected:
+    std::unique_ptr<Program> Start(const QStringList& command)
+    {
+        return std::make_unique<Program>("strata_helper", QStringList{QString::fromStdString(StoreFile())} + command);
+    }
+};
+
+TEST_F(Processes, ChangesOfAnotherProcessComeInOrderOnceEach)
+{
+    constexpr int Count = 500;
+    const Opened reader(Kind::Normal);
+    Deliveries heard;
+    heard.Watch(reader, L"k");
+    const auto writer = Start({"write", "k", QString::number(Count)});
+    std::vector<std::string> expected;
+    for (int i = 0; i < Count; ++i)
+    {
+        expected.push_back("kobject0 changed {\"n\":" + std::to_string(i) + "}");
+        expected.push_back("k" + std::to_string(i) + " changed");
+    }
+    EXPECT_EQ(heard.WaitFor(expected.size()), expected);
+    EXPECT_EQ(writer->ExitCode(), 0);
+    EXPECT_EQ(heard.Take().size(), expected.size());
+}
+
+TEST_F(Processes, ReadGivesWhatAnotherProcessHasWrittenAsSoonAsItSaysSo)
+{
+    const Opened reader(Kind::Normal);
+    const auto other = Start({"echo"});
+    for (int i = 1; i <= 200; ++i)
+    {
+        other->Send(std::to_string(i));
+        ASSERT_EQ(other->Line(), std::to_string(i));
+        ASSERT_EQ(OrbStrata_GetInt32(reader, L"answer", 0, nullptr), i);
+    }
+}
+
+TEST_F(Processes, WritersTakeTurnsAndLoseNothing)
+{
+    constexpr int Count = 100;
+    std::vector<std::unique_ptr<Program>> writers;
+    for (const char* prefix : {"a", "b", "c"})
+    {
+        writers.push_back(Start({"write", prefix, QString::number(Count)}));
+    }
+    for (const auto& writer : writers)
+    {
+        EXPECT_EQ(writer->ExitCode(), 0);
+    }
+    const Opened reader(Kind::Normal);
+    for (const wchar_t* prefix : {L"a", L"b", L"c"})
+    {
+        for (int i = 0; i < Count; ++i)
+        {
+            const std::wstring key = prefix + std::to_wstring(i);
+            ASSERT_EQ(OrbStrata_GetInt32(reader, key.c_str(), -1, nullptr), i);
+        }
+    }
+}
+
+TEST_F(Processes, KilledWriterLosesNothingThatItWasToldIsWritten)
+{
+    std::mt19937 random(20); // the same moments on every machine would be chance anyway
+    std::uniform_int_distribution<int> lines(0, 60);
+    const Opened follower(Kind::Normal);
+    Deliveries heard;
+    heard.Watch(follower, L"");
+    for (int round = 0; round < 25; ++round)
+    {
+        const std::string prefix = "r" + std::to_string(round) + ".";
+        const auto writer = Start({"write", QString::fromStdString(prefix), "1000000"});
+        const int atLeast = lines(random);
+        for (int i = 0; i < atLeast; ++i)
+        {
+            ASSERT_EQ(writer->Line(), std::to_string(i));
+        }
+        writer->Kill();
+        EXPECT_EQ(writer->ExitCode(), -1);
+        int acknowledged = atLeast;
+        for (const char c : writer->RestOfOutput())
+        {
+            acknowledged += c == '\n' ? 1 : 0;
+        }
+        std::vector<std::string> keys;
+        for (const std::string& change : heard.Take())
+        {
+            if (change.find("object") == std::string::npos)
+            {
+                keys.push_back(change.substr(0, change.find(' ')));
+            }
+        }
+        ASSERT_GE(keys.size(), static_cast<std::size_t>(acknowledged));
+        for (std::size_t i = 0; i < keys.size(); ++i)
+        {
+            ASSERT_EQ(keys[i], prefix + std::to_string(i));
+        }
+        EXPECT_EQ(Start({"check", QString::fromStdString(prefix), QString::number(acknowledged)})->Line(), "all");
+    }
+    const Opened writer(Kind::Product);
+    EXPECT_EQ(OrbStrata_SetBool(writer, L"still", true), 0U);
+}
+
+TEST_F(Processes, SubscriberThatFellFarBehindHearsWhatIsDifferentThen)
+{
+    const Opened writer(Kind::Product);
+    const Opened reader(Kind::Normal);
+    OrbStrata_SetInt32(writer, L"doomed", 1);
+    OrbStrata_SetInt32(writer, L"untouched", 1);
+    Deliveries heard;
+    std::promise<void> entered;
+    std::promise<void> release;
+    std::once_flag once;
+    heard.onDelivery = [&] {
+        std::call_once(once, [&] {
+            entered.set_value();
+            release.get_future().wait_for(Patience);
+        });
+    };
+    heard.Watch(reader, L"");
+    OrbStrata_SetInt32(writer, L"hammered", 0);
+    entered.get_future().wait();
+    EXPECT_EQ(Start({"hammer", "12000"})->Line(), "done");
+    release.set_value();
+    EXPECT_THAT(heard.Take(), testing::ElementsAre("hammered changed", "doomed removed", "hammered changed"));
+    EXPECT_EQ(OrbStrata_GetInt32(reader, L"hammered", 0, nullptr), 12000);
+}
+
+TEST_F(Processes, ReadOnlyStoreIsReadAndSaysWhyItIsNotWritten)
+{
+    {
+        const Opened writer(Kind::Product);
+        OrbStrata_SetInt32(writer, L"key", 1);
+    }
+    const auto everyoneReads = QFile::ReadOwner | QFile::ReadUser | QFile::ReadGroup | QFile::ReadOther;
+    const auto everyoneEnters = QFile::ExeOwner | QFile::ExeUser | QFile::ExeGroup | QFile::ExeOther;
+    for (const char* file : {"data/store.db", "data/store.db-wal", "data/store.db-shm", "data/store.db-stamp"})
+    {
+        ASSERT_TRUE(QFile::setPermissions(QString::fromStdString(Path(file)), everyoneReads)) << file;
+    }
+    for (const char* folder : {"data", "."})
+    {
+        QFile::setPermissions(QString::fromStdString(Path(folder)), everyoneReads | everyoneEnters);
+    }
+    const auto other = Start({"readonly"});
+    const std::string value = other->Line();
+    if (value == "privileged")
+    {
+        GTEST_SKIP() << "this process cannot give up its rights";
+    }
+    EXPECT_EQ(value, "1");
+    EXPECT_EQ(other->Line(), std::to_string(ORB_STRATA_STORE_FAILED));
+    EXPECT_THAT(other->Line(), testing::HasSubstr("may not be written"));
+    for (const char* folder : {".", "data"})
+    {
+        QFile::setPermissions(QString::fromStdString(Path(folder)), everyoneReads | everyoneEnters | QFile::WriteOwner);
+    }
+}
+
+} // namespace

@@ -1,0 +1,126 @@
+// Another process that uses the store: StoreHelper FILE COMMAND. Says on standard output what it did, a line each.
+
+#include "devkit/strata/OrbStrataControl.h"
+
+#include "tests/devkit/strata/Privileges.h"
+
+#include "platform/Text.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
+namespace
+{
+
+constexpr const wchar_t* System = L"S-1-5-18";
+
+void Say(const std::string& line)
+{
+    std::cout << line << std::endl;
+}
+
+std::wstring Key(const char* prefix, int number)
+{
+    return Platform::FromUtf8(prefix + std::to_string(number));
+}
+
+/// Writes "PREFIX0", "PREFIX1", ... and an object "PREFIXobject" beside each, and tells of each when it is done.
+void Write(OrbStrataHandle store, const char* prefix, int count)
+{
+    for (int i = 0; i < count; ++i)
+    {
+        OrbStrataObject* object = OrbStrata_CreateObject();
+        OrbStrata_ObjectSetInt64(object, L"n", i);
+        const bool written = OrbStrata_SetObject(store, Key((std::string(prefix) + "object").c_str(), 0).c_str(),
+                                                 object) == ORB_STRATA_SUCCESS &&
+                             OrbStrata_SetInt32(store, Key(prefix, i).c_str(), i) == ORB_STRATA_SUCCESS;
+        OrbStrata_DeleteObject(object);
+        if (!written)
+        {
+            Say("failed");
+            return;
+        }
+        Say(std::to_string(i));
+    }
+}
+
+/// Writes each number that it is given under "answer", and gives it back.
+void Echo(OrbStrataHandle store)
+{
+    for (std::string line; std::getline(std::cin, line);)
+    {
+        OrbStrata_SetInt32(store, L"answer", std::atoi(line.c_str()));
+        Say(line);
+    }
+}
+
+/// Overwrites one key many times, telling only of the last.
+void Hammer(OrbStrataHandle store, int count)
+{
+    for (int i = 1; i <= count; ++i)
+    {
+        OrbStrata_SetInt32(store, L"hammered", i);
+    }
+    OrbStrataControl_Remove(store, L"doomed");
+    Say("done");
+}
+
+/// Whether the values that Write wrote are in the file.
+void Check(OrbStrataHandle store, const char* prefix, int count)
+{
+    for (int i = 0; i < count; ++i)
+    {
+        if (OrbStrata_GetInt32(store, Key(prefix, i).c_str(), -1, nullptr) != i)
+        {
+            Say(std::to_string(i));
+            return;
+        }
+    }
+    Say("all");
+}
+
+void ReadOnly(OrbStrataHandle store)
+{
+    OrbStrataResult result = 0;
+    const int32_t value = OrbStrata_GetInt32(store, L"key", -1, &result);
+    Say(std::to_string(value));
+    Say(std::to_string(OrbStrata_SetInt32(store, L"key", 2)));
+    char* error = OrbStrataControl_LastError();
+    Say(error);
+    OrbStrata_FreeString(error);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 3)
+    {
+        return 2;
+    }
+    const std::string command = argv[2];
+    if (command == "readonly" && !DropPrivileges())
+    {
+        Say("privileged");
+        return 0;
+    }
+    OrbStrataControl_SetStoreFile(argv[1]);
+    const OrbStrataHandle store = OrbStrataControl_OpenProductHandle(System, nullptr);
+    if (store == nullptr)
+    {
+        char* error = OrbStrataControl_LastError();
+        Say(error);
+        OrbStrata_FreeString(error);
+        return 1;
+    }
+    command == "write"    ? Write(store, argv[3], std::atoi(argv[4]))
+    : command == "check"  ? Check(store, argv[3], std::atoi(argv[4]))
+    : command == "echo"   ? Echo(store)
+    : command == "hammer" ? Hammer(store, std::atoi(argv[3]))
+                          : ReadOnly(store);
+    OrbStrata_CloseHandle(store);
+    OrbStrataControl_Shutdown();
+    return 0;
+}

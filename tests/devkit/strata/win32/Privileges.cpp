@@ -1,0 +1,6 @@
+#include "tests/devkit/strata/Privileges.h"
+
+bool DropPrivileges()
+{
+    return true;
+}
