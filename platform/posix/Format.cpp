@@ -481,6 +481,12 @@ void Formatter<Char>::PutDigits(const Conversion& conversion, std::uint64_t magn
 template <class Char>
 void Formatter<Char>::PutFloat(const Conversion& conversion)
 {
+    // Asked for more digits than there is room for, the system would take minutes to count them.
+    if (conversion.width >= m_end - m_at || conversion.precision >= m_end - m_at)
+    {
+        m_fits = false;
+        return;
+    }
     char format[16] = "%";
     char* at = format + 1;
     for (const auto& [set, flag] :

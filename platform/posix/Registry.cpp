@@ -43,7 +43,12 @@ public:
     std::optional<std::wstring> ReadString(RegistryRoot root, const wchar_t* key, const wchar_t* value) override
     {
         const QVariant entry = Read(root, key, value);
-        return entry.isValid() ? std::optional(entry.toString().toStdWString()) : std::nullopt;
+        if (!entry.isValid())
+        {
+            return std::nullopt;
+        }
+        // A file written by hand may lack the quotes that keep a comma from separating.
+        return entry.toStringList().join(QStringLiteral(", ")).toStdWString();
     }
 
 private:

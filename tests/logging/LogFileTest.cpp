@@ -1,0 +1,126 @@
+#include "tests/logging/LogFixture.h"
+
+#include "logging/FileLowLevel.h"
+#include "platform/Path.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace
+{
+
+using NlOrbLogging::FileLowLevel;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class LogFile : public LogFixture
+{
+protected:
+    void Start() { Initialize(NlOrbLogging::BannerAtDebug); }
+
+    qint64 SizeOf(const std::wstring& path) const { return QFile(QString::fromStdWString(path)).size(); }
+};
+
+/// A disk with room for so many bytes.
+class FullDisk : public FileLowLevel
+{
+public:
+    explicit FullDisk(std::uint32_t room) : m_room(room) {}
+
+    bool Write(const void* data, std::uint32_t bytes) override
+    {
+        if (bytes > m_room)
+        {
+            return false;
+        }
+        m_room -= bytes;
+        return FileLowLevel::Write(data, bytes);
+    }
+
+private:
+    std::uint32_t m_room;
+};
+
+TEST_F(LogFile, OnlyANewFileGetsAByteOrderMark)
+{
+    Start();
+    m_logger->Log(4, L"a");
+    m_logger->Shutdown();
+    Start();
+    m_logger->Log(4, L"b");
+    EXPECT_THAT(Messages(), ElementsAre(L"a", L"b"));
+}
+
+TEST_F(LogFile, IsMadeByTheFirstLine)
+{
+    Start();
+    EXPECT_FALSE(QDir(QString::fromStdWString(Folder())).exists());
+    m_logger->Log(4, L"a");
+    EXPECT_THAT(FileNames(), ElementsAre(L"Veridan.log"));
+}
+
+TEST_F(LogFile, IsNotOpenedTwice)
+{
+    QDir().mkpath(QString::fromStdWString(Folder()));
+    FileLowLevel file;
+    ASSERT_TRUE(file.Open(FilePath(), nullptr));
+    EXPECT_FALSE(file.Open(FilePath(L"other.log"), nullptr));
+    EXPECT_EQ(file.GetSize(), 2U);
+    file.Close();
+    EXPECT_EQ(file.GetSize(), 0U);
+    EXPECT_TRUE(file.Open(FilePath(), nullptr));
+}
+
+TEST_F(LogFile, HoldsCharactersOfAllPlanes)
+{
+    Start();
+    m_logger->Log(4, L"%s", L"\xE4\x20AC\U0001F600");
+    EXPECT_THAT(Messages(), ElementsAre(L"\xE4\x20AC\U0001F600"));
+}
+
+TEST_F(LogFile, AFolderInItsPlaceCostsTheLinesAndNothingElse)
+{
+    QDir().mkpath(QString::fromStdWString(FilePath()));
+    Start();
+    m_logger->Log(4, L"lost");
+    ASSERT_TRUE(QDir().rmdir(QString::fromStdWString(FilePath())));
+    m_logger->Log(4, L"written");
+    EXPECT_THAT(Messages(), ElementsAre(L"written"));
+}
+
+TEST_F(LogFile, AFileInPlaceOfTheFolderCostsTheLinesAndNothingElse)
+{
+    QFile obstacle(m_folder.filePath(QStringLiteral("Norlane")));
+    ASSERT_TRUE(obstacle.open(QIODevice::WriteOnly));
+    obstacle.close();
+    Start();
+    m_logger->Log(4, L"lost");
+    ASSERT_TRUE(obstacle.remove());
+    m_logger->Log(4, L"written");
+    EXPECT_THAT(Messages(), ElementsAre(L"written"));
+}
+
+TEST_F(LogFile, AFullDiskLosesWholeLinesAndLoggingGoesOnWhenThereIsRoom)
+{
+    struct Logger : NlOrbLogging::LoggerWin
+    {
+        std::unique_ptr<FileLowLevel> CreateFileLowLevel() override { return std::make_unique<FullDisk>(200); }
+    };
+    m_logger = std::make_unique<Logger>();
+    Start();
+    m_logger->Log(4, L"first");
+    m_logger->Log(4, L"%s", std::wstring(200, L'x').c_str());
+    m_logger->Log(4, L"second");
+    EXPECT_THAT(Messages(), ElementsAre(L"first", L"second"));
+}
+
+TEST_F(LogFile, ReachesTheDiskOnFlush)
+{
+    Start();
+    m_logger->Flush();
+    m_logger->Log(4, L"a");
+    m_logger->Flush();
+    EXPECT_THAT(Messages(), ElementsAre(L"a"));
+}
+
+} // namespace

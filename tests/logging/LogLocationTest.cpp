@@ -1,0 +1,97 @@
+#include "tests/logging/LogFixture.h"
+
+#include "logging/FileAccess.h"
+#include "logging/FileUtilsWin32.h"
+#include "platform/KnownFolders.h"
+#include "platform/Path.h"
+
+namespace
+{
+
+using NlOrbLogging::FileAccess;
+using Root = FakeRegistry::Root;
+
+constexpr const wchar_t* kLogging = L"SOFTWARE\\Norlane\\ORB\\Logging";
+constexpr const wchar_t* kShellFolders = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+constexpr const wchar_t* kLocalLow = L"{A520A1A4-1780-4FF6-BD18-167343C5AF16}";
+
+class LogLocation : public testing::Test
+{
+protected:
+    std::wstring Path(unsigned flags = 0) const
+    {
+        return FileAccess(L"NLCC", L"Veridan", std::make_unique<NlOrbLogging::FileLowLevel>(),
+                          std::make_unique<NlOrbLogging::FileUtilsWin32>(), flags)
+            .Path();
+    }
+
+    static std::wstring Below(std::wstring root)
+    {
+        for (const wchar_t* const part : {L"Norlane", L"Log", L"NLCC", L"Veridan.log"})
+        {
+            root = Platform::JoinPath(root, part);
+        }
+        return root;
+    }
+
+    FakeRegistry m_registry;
+    FakeToken m_token;
+    FakeDebugOutput m_debugOutput;
+};
+
+TEST_F(LogLocation, AdministratorsLogForTheMachine)
+{
+    EXPECT_EQ(Path(), Below(Platform::CommonAppData()));
+    m_registry.Set(Root::Machine, kShellFolders, L"Common AppData", L"/common");
+    EXPECT_EQ(Path(), Below(L"/common"));
+    m_registry.Set(Root::Machine, kLogging, L"RootPath", L"/root-path");
+    EXPECT_EQ(Path(), Below(L"/root-path"));
+    m_token.lowIntegrity = true;
+    EXPECT_EQ(Path(), Below(L"/root-path"));
+}
+
+TEST_F(LogLocation, OthersLogForThemselvesAndAdministratorsWhoAskForIt)
+{
+    m_registry.Set(Root::Machine, kLogging, L"RootPath", L"/machine");
+    EXPECT_EQ(Path(NlOrbLogging::PerUserLocation), Below(Platform::LocalAppData()));
+    m_token.administrator = false;
+    EXPECT_EQ(Path(), Below(Platform::LocalAppData()));
+    m_registry.Set(Root::User, kShellFolders, L"Local AppData", L"/local");
+    EXPECT_EQ(Path(), Below(L"/local"));
+    m_registry.Set(Root::User, kLogging, L"RootPath", L"/user");
+    EXPECT_EQ(Path(), Below(L"/user"));
+}
+
+TEST_F(LogLocation, AtLowIntegrityTheFolderForItComesFirst)
+{
+    m_token.administrator = false;
+    m_token.lowIntegrity = true;
+    m_registry.Set(Root::User, kLogging, L"RootPath", L"/user");
+    EXPECT_EQ(Path(), Below(L"/user"));
+    m_registry.Set(Root::User, kShellFolders, kLocalLow, L"/low");
+    EXPECT_EQ(Path(), Below(L"/low"));
+    m_token.lowIntegrity = false;
+    EXPECT_EQ(Path(), Below(L"/user"));
+}
+
+TEST_F(LogLocation, ARootThatIsTooLongMeansNoFile)
+{
+    const std::size_t appended = std::wstring(L"/Norlane").size();
+    m_registry.Set(Root::Machine, kLogging, L"RootPath", L"/" + std::wstring(259 - appended, L'x'));
+    EXPECT_NE(Path(), L"");
+    m_registry.Set(Root::Machine, kLogging, L"RootPath", L"/" + std::wstring(260 - appended, L'x'));
+    EXPECT_EQ(Path(), L"");
+}
+
+TEST_F(LogLocation, WithoutAFileLinesStillReachTheDebugger)
+{
+    m_registry.Set(Root::Machine, kLogging, L"RootPath", std::wstring(300, L'x'));
+    m_registry.Set(Root::Machine, kLogging, L"DebugOutputLogging", 1);
+    NlOrbLogging::LoggerWin logger;
+    logger.Initialize(L"NLCC", L"Veridan", 4, NlOrbLogging::BannerAtDebug);
+    logger.Log(4, L"x");
+    logger.Flush();
+    EXPECT_EQ(m_debugOutput.Take().size(), 1U);
+}
+
+} // namespace

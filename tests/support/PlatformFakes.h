@@ -1,0 +1,189 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/DebugOutput.h"
+#include "platform/Registry.h"
+#include "platform/Sessions.h"
+#include "platform/Token.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <mutex>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+/// Stand-ins for the platform's services. Each is in place as long as it lives and is empty at first; a test sets what
+/// it needs before the code under test asks.
+
+template <class Service>
+class FakeService : public Service
+{
+private:
+    const Platform::ServiceReplacement<Service> m_replacement{*this};
+};
+
+class FakeRegistry : public FakeService<Platform::Registry>
+{
+public:
+    using Root = Platform::RegistryRoot;
+
+    void Set(Root root, const std::wstring& key, const std::wstring& value, std::uint32_t number)
+    {
+        m_numbers[{root, key, value}] = number;
+    }
+    void Set(Root root, const std::wstring& key, const std::wstring& value, const std::wstring& text)
+    {
+        m_texts[{root, key, value}] = text;
+    }
+
+    std::optional<std::uint32_t> ReadDword(Root root, const wchar_t* key, const wchar_t* value) override
+    {
+        const auto found = m_numbers.find({root, key, value});
+        return found != m_numbers.end() ? std::optional(found->second) : std::nullopt;
+    }
+    std::optional<std::wstring> ReadString(Root root, const wchar_t* key, const wchar_t* value) override
+    {
+        const auto found = m_texts.find({root, key, value});
+        return found != m_texts.end() ? std::optional(found->second) : std::nullopt;
+    }
+
+private:
+    using Name = std::tuple<Root, std::wstring, std::wstring>;
+
+    std::map<Name, std::uint32_t> m_numbers;
+    std::map<Name, std::wstring> m_texts;
+};
+
+class FakeToken : public FakeService<Platform::Token>
+{
+public:
+    bool administrator = true;
+    bool lowIntegrity = false;
+
+    bool IsMemberOfBuiltinGroup(Platform::KernelHandle, std::uint32_t group) override
+    {
+        return administrator && group == Administrators;
+    }
+    bool IsLowIntegrity() override { return lowIntegrity; }
+};
+
+class FakeClock : public FakeService<Platform::Clock>
+{
+public:
+    Platform::CalendarTime utc{2024, 3, 5, 12, 7, 9, 120};
+    Platform::CalendarTime local{2024, 3, 5, 14, 7, 9, 120};
+    bool hasZone = true;
+    int offset = 120;
+    std::uint32_t localError = 0; ///< What ToLocal() answers.
+
+    Platform::CalendarTime UtcTime() override { return utc; }
+    Platform::CalendarTime LocalTime() override { return local; }
+    bool UtcOffset(int& minutes) override
+    {
+        minutes = hasZone ? offset : minutes;
+        return hasZone;
+    }
+    std::uint32_t ToLocal(std::int64_t, Platform::CalendarTime& result) override
+    {
+        result = local;
+        return localError;
+    }
+};
+
+class FakeDebugOutput : public FakeService<Platform::DebugOutput>
+{
+public:
+    void Write(const wchar_t* text) override
+    {
+        const std::lock_guard lock(m_lock);
+        m_texts.emplace_back(text);
+    }
+    std::vector<std::wstring> Take()
+    {
+        const std::lock_guard lock(m_lock);
+        return std::exchange(m_texts, {});
+    }
+
+private:
+    std::mutex m_lock;
+    std::vector<std::wstring> m_texts;
+};
+
+class FakeSessions : public FakeService<Platform::Sessions>
+{
+public:
+    struct User
+    {
+        std::wstring name;
+        std::wstring domain;
+    };
+    struct Answer
+    {
+        std::uint32_t error;
+        std::uint32_t sidSize;
+        std::uint32_t domainSize;
+    };
+
+    bool hasList = true;
+    std::vector<Session> sessions;
+    std::uint32_t console = Invalid;
+    std::map<std::uint32_t, User> users;
+    std::map<std::wstring, std::vector<std::uint8_t>> accounts; ///< SIDs by domain\user.
+    std::vector<Answer> answers;                                ///< Instead of looking up, one for each call.
+    std::vector<std::wstring> asked;                            ///< The accounts that were looked up.
+    std::vector<std::uint8_t> processUser;
+    std::uint32_t processUserError = 0;
+    std::uint32_t processSession = Invalid;
+
+    bool Enumerate(std::vector<Session>& result) override
+    {
+        result = sessions;
+        return hasList;
+    }
+    std::uint32_t ActiveConsoleSession() override { return console; }
+    std::wstring UserName(std::uint32_t session) override { return users[session].name; }
+    std::wstring DomainName(std::uint32_t session) override { return users[session].domain; }
+
+    std::uint32_t LookupAccount(const wchar_t* account, void* sid, std::uint32_t* sidSize, wchar_t* domain,
+                                std::uint32_t* domainSize) override
+    {
+        asked.emplace_back(account);
+        if (!answers.empty())
+        {
+            const Answer answer = answers.front();
+            answers.erase(answers.begin());
+            *sidSize = answer.sidSize;
+            *domainSize = answer.domainSize;
+            return answer.error;
+        }
+        const auto found = accounts.find(account);
+        if (found == accounts.end())
+        {
+            return ErrorNoneMapped;
+        }
+        const auto needed = static_cast<std::uint32_t>(found->second.size());
+        const bool fits = *sidSize >= needed && *domainSize >= 2;
+        *sidSize = needed;
+        *domainSize = 2;
+        if (fits)
+        {
+            std::memcpy(sid, found->second.data(), needed);
+            domain[0] = L'D';
+            domain[1] = L'\0';
+        }
+        return fits ? 0 : ErrorInsufficientBuffer;
+    }
+    std::uint32_t ProcessUser(std::vector<std::uint8_t>& sid) override
+    {
+        sid = processUser;
+        return processUserError;
+    }
+    bool ProcessSession(std::uint32_t& session) override
+    {
+        session = processSession != Invalid ? processSession : session;
+        return processSession != Invalid;
+    }
+};
