@@ -35,6 +35,11 @@ Host::~Host()
     NlFlyerControl_SetActionHandler(nullptr, nullptr);
 }
 
+int Host::Run()
+{
+    return m_quitting ? 0 : QCoreApplication::exec();
+}
+
 void Host::RequestQuit()
 {
     m_quitting = true;

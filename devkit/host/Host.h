@@ -28,7 +28,9 @@ public:
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
 
-    /// Ends the application; nothing further is begun.
+    /// Runs the event loop until the end is asked for. The exit code.
+    int Run();
+    /// Ends Run(), also one that comes later; nothing further is begun.
     void RequestQuit();
     bool IsQuitting() const { return m_quitting; }
 

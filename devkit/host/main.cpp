@@ -2,6 +2,7 @@
 // script.
 
 #include "devkit/host/Host.h"
+#include "devkit/host/InteractiveSession.h"
 #include "devkit/host/JsonLinesSession.h"
 #include "devkit/host/Options.h"
 #include "devkit/host/Termination.h"
@@ -9,6 +10,7 @@
 #include <QGuiApplication>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace
 {
@@ -28,7 +30,41 @@ int RunJsonLines(const DataFolder& folder, const Options& options)
     Host host(folder, {options.plugInFile, QCoreApplication::applicationDirPath(), options.openUrls, &PrintWarning});
     const Termination termination([&host] { host.RequestQuit(); });
     const JsonLinesSession session(host);
-    return QCoreApplication::exec();
+    return host.Run();
+}
+
+int RunInteractively(const DataFolder& folder, const Options& options)
+{
+    const QString problem = folder.Prepare();
+    if (!problem.isEmpty())
+    {
+        PrintWarning(problem);
+        return EXIT_FAILURE;
+    }
+    InteractiveSession* shown = nullptr;
+    const auto warn = [&shown](const QString& sentence) { shown ? shown->Warn(sentence) : PrintWarning(sentence); };
+    Host host(folder, {options.plugInFile, QCoreApplication::applicationDirPath(), options.openUrls, warn});
+    const Answer store = host.store.List(QStringLiteral("system"), QString());
+    if (!store.Ok())
+    {
+        PrintWarning(store.error);
+        return EXIT_FAILURE;
+    }
+    const Termination termination([&host] { host.RequestQuit(); });
+    InteractiveSession session(host);
+    shown = &session;
+    const int exitCode = session.Start() ? host.Run() : EXIT_FAILURE;
+    shown = nullptr;
+    return exitCode;
+}
+
+/// Qt's own messages go where the host's do. One is about a folder for sockets, of which the host has none.
+void OnQtMessage(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    if (!message.contains(QLatin1String("XDG_RUNTIME_DIR")))
+    {
+        PrintWarning(message);
+    }
 }
 
 } // namespace
@@ -39,11 +75,12 @@ int main(int argc, char** argv)
     {
         qputenv("QT_QPA_PLATFORM", "minimal");
     }
+    qInstallMessageHandler(&OnQtMessage);
     QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("veridan-host"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VERIDAN_VERSION));
 
     const Options options = Options::FromCommandLine();
     const DataFolder folder = options.temporary ? DataFolder() : DataFolder(options.dataFolder);
-    return RunJsonLines(folder, options);
+    return options.jsonLines ? RunJsonLines(folder, options) : RunInteractively(folder, options);
 }

@@ -1,0 +1,67 @@
+#include "devkit/host/InteractiveSession.h"
+
+#include "devkit/host/Host.h"
+#include "devkit/host/LogTail.h"
+#include "devkit/host/MainPage.h"
+#include "devkit/host/ValueText.h"
+
+#include <QTime>
+
+#include <cstdio>
+
+InteractiveSession::InteractiveSession(Host& host)
+    : m_host(host), m_console({[this](const QString& line) { m_commands.Run(line); }, [&host] { host.RequestQuit(); }}),
+      m_commands(host, m_console)
+{}
+
+InteractiveSession::~InteractiveSession()
+{
+    m_host.hub.SetObserver(nullptr);
+    m_host.urls.SetObserver(nullptr);
+}
+
+bool InteractiveSession::Start()
+{
+    const PlugInLoader::Outcome outcome = m_host.plugIn.Load();
+    if (!outcome.initialized)
+    {
+        std::fprintf(stderr, "veridan-host: %s\n", qUtf8Printable(outcome.error));
+        const QStringList errors = ReadLogTail(m_host.folder.LogFile(), 5, 2);
+        for (const QString& line : errors)
+        {
+            std::fprintf(stderr, "  %s\n", qUtf8Printable(line));
+        }
+        return false;
+    }
+    m_commands.ShowPage();
+    m_host.hub.SetObserver(
+        [this](const VariableChange& change, const QVariant& previous) { OnChange(change, previous); });
+    m_host.urls.SetObserver(
+        [this](const QString& url) { m_console.Print(QStringLiteral("The plug-in opens %1\n").arg(url)); });
+    m_console.Listen();
+    return true;
+}
+
+void InteractiveSession::Warn(const QString& sentence)
+{
+    m_console.Print(QStringLiteral("  ") + m_console.Style().Notice(sentence) + QLatin1Char('\n'));
+}
+
+void InteractiveSession::OnChange(const VariableChange& change, const QVariant& previous)
+{
+    const TextStyle& style = m_console.Style();
+    const bool isTrigger = change.kind == VariableChange::Kind::Trigger;
+    if (!isTrigger && change.value == previous)
+    {
+        return;
+    }
+    constexpr int TitleColumns = 28;
+    const QString time = style.Faint(QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz")));
+    const QString title = MainPage::TitleOf(change.name).leftJustified(TitleColumns);
+    const QString what =
+        isTrigger ? style.Faint(QStringLiteral("fired by the %1")
+                                    .arg(change.by == Actor::Page ? QStringLiteral("page") : QStringLiteral("plug-in")))
+                  : ValueText::Short(previous) + QLatin1Char(' ') + style.Arrow() + QLatin1Char(' ') +
+                        style.Strong(ValueText::Short(change.value));
+    m_console.Print(QStringLiteral("  %1  %2  %3\n").arg(time, title, what));
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+
+/// What the process's terminal is like.
+namespace Terminal
+{
+
+/// Somebody types: standard input and output are both a terminal.
+bool IsInteractive();
+
+/// Standard output is a terminal that shows colours, and the user has not declined them (NO_COLOR).
+bool HasColours();
+
+/// Text is written in UTF-8 here.
+bool IsUtf8();
+
+/// Columns of the terminal; 80 where there is none to ask.
+int Width();
+
+/// While it lives, keys arrive one by one and are not shown; Ctrl-C still asks the process to end.
+class KeyMode
+{
+public:
+    KeyMode();
+    ~KeyMode();
+    KeyMode(const KeyMode&) = delete;
+    KeyMode& operator=(const KeyMode&) = delete;
+
+private:
+    struct Saved;
+    std::unique_ptr<Saved> m_saved;
+};
+
+} // namespace Terminal

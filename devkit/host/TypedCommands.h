@@ -1,0 +1,42 @@
+#pragma once
+
+#include "devkit/host/MainPage.h"
+
+#include <QString>
+#include <QStringList>
+
+class Console;
+class Host;
+
+/// The commands that a person types.
+class TypedCommands
+{
+public:
+    TypedCommands(Host& host, Console& console) : m_host(host), m_console(console) {}
+
+    void Run(const QString& line);
+    void ShowPage();
+
+private:
+    void Page(const QString& rest);
+    void Help(const QString& rest);
+    void Quit(const QString& rest);
+    void Get(const QString& rest);
+    void Set(const QString& rest);
+    void Trigger(const QString& rest);
+    void Variables(const QString& rest);
+    void Log(const QString& rest);
+    void Store(const QString& rest);
+    void StoreGet(const QString& scope, const QString& key);
+    void StoreSet(const QString& scope, const QString& key, const QString& typed);
+    void MoveSwitch(const MainPage::Switch& row, bool on);
+
+    /// The id behind what was typed: an id, the name of a switch, or the last part of an id that only one variable
+    /// has. Empty, and told, when there is none.
+    QString Resolve(const QString& name);
+    void Say(const QString& sentence);
+    void Complain(const QString& sentence);
+
+    Host& m_host;
+    Console& m_console;
+};
