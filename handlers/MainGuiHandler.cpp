@@ -1,6 +1,8 @@
 #include "handlers/MainGuiHandler.h"
 
 #include "handlers/MainGuiVariables.h"
+#include "handlers/Metrics.h"
+#include "logging/FunctionLog.h"
 
 using namespace MainGuiVariables;
 using StrataSettings::SetResult;
@@ -10,6 +12,8 @@ namespace
 
 constexpr FunctionLog kInitializeLog(L"MainGuiHandler::Initialize");
 constexpr FunctionLog kNotifyLog(L"MainGuiHandler::OnNotify");
+
+constexpr const char* kOnRequestShow = "1OnNotifyRequestShow(VariableIdentifier)";
 
 /// The elevated pages, as bits of the mask of open ones.
 enum UnusedUI : std::uint32_t
@@ -33,11 +37,29 @@ QString OnOff(bool on)
 
 } // namespace
 
-/// What a notified variable leads to.
-struct MainGuiHandler::NotifyRule
-{
-    const VariableIdentifier& id;
-    void (MainGuiHandler::*action)(const VariableIdentifier& id);
+const NotifyRule<MainGuiHandler> MainGuiHandler::kNotifyRules[] = {
+    {kLoadData, &MainGuiHandler::OnLoadData},
+    {kMainGuiVisible, &MainGuiHandler::OnVisibilityChanged},
+    {kWebFilterState, &MainGuiHandler::OnSwitchMoved},
+    {kTimeLimitState, &MainGuiHandler::OnSwitchMoved},
+    {kSafeSearchState, &MainGuiHandler::OnSwitchMoved},
+    {kShowWebsiteList, &MainGuiHandler::OnWebsiteListShown},
+    {kCloseWebsiteList, &MainGuiHandler::OnWebsiteListClosed},
+    {kCloseAddWebsites, &MainGuiHandler::OnAddWebsitesClosed},
+    {kSaveAllowedUrl, &MainGuiHandler::OnUrlToSave},
+    {kSaveMyLinksUrl, &MainGuiHandler::OnUrlToSave},
+    {kShowSettings, &MainGuiHandler::OnSettingsShown},
+    {kShowBrowsingProtection, &MainGuiHandler::OnSettingsShown},
+    {kShowTimeLimit, &MainGuiHandler::OnSettingsShown},
+    {kShowWebFilter, &MainGuiHandler::OnSettingsShown},
+    {kShowBankingProtection, &MainGuiHandler::OnSettingsShown},
+    {kShowSafeSearch, &MainGuiHandler::OnSettingsShown},
+    {kShowBrowserExtensions, &MainGuiHandler::OnSettingsShown},
+    {kShowSecuritySettings, &MainGuiHandler::OnSettingsShown},
+    {kSettingsClosed, &MainGuiHandler::OnSettingsClosed},
+    {kSecuritySettingsClosed, &MainGuiHandler::OnSettingsClosed},
+    {kSettingsSave, &MainGuiHandler::OnSettingsSave},
+    NotifyRule<MainGuiHandler>(kLaunchSupportTool),
 };
 
 /// A request to show an elevated page.
@@ -47,6 +69,16 @@ struct MainGuiHandler::ShowRule
     std::uint32_t page;
     bool ownHandle; // asks anew while pages of another kind are open
     const VariableIdentifier& show;
+};
+
+const MainGuiHandler::ShowRule MainGuiHandler::kShowRules[] = {
+    {kRequestShowWebsiteList, kWebsiteListPage, true, kShowWebsiteList},
+    {kRequestShowAddWebsites, kAddWebsitesDialog, true, kShowAddWebsites},
+    {kRequestShowSettings, kSettingsUI, false, kShowSettings},
+    {kRequestShowWebFilter, kSettingsUI, false, kShowWebFilter},
+    {kRequestShowTimeLimit, kSettingsUI, false, kShowTimeLimit},
+    {kRequestShowTimeLimitWizard, kSettingsUI, false, kShowTimeLimit},
+    {kRequestShowSafeSearch, kSettingsUI, false, kShowSafeSearch},
 };
 
 MainGuiHandler::MainGuiHandler(const std::shared_ptr<SystemSettings>& systemSettings,
@@ -68,7 +100,7 @@ bool MainGuiHandler::Initialize(IPlugInManager* manager)
 {
     const EntryLog log(kInitializeLog.Name());
     LOG(log, 5, L"%s: MainGuiHandler logon");
-    m_dataPeer = ObtainDataPeer(manager);
+    m_variables.Obtain(manager);
     DeclareVariables();
     LOG(log, 5, L"%s: MainGuiHandler variables wired");
 
@@ -82,31 +114,18 @@ bool MainGuiHandler::Initialize(IPlugInManager* manager)
 
 void MainGuiHandler::DeclareVariables()
 {
-    for (const VariableIdentifier* id :
-         {&kBrowsingProtectionStatus, &kBrowsingProtectionState, &kBrowsingProtectionReadOnly, &kWebFilterStatus,
-          &kTimeLimitStatus, &kSafeSearchStatus, &kBankingProtectionStatus, &kBankingProtectionReadOnly,
-          &kBankingProtectionState, &kStatusLevel, &kMainStatus, &kSubStatus, &kBrowserExtensionDisabled,
-          &kDefaultBrowserType, &kMainGuiVisible, &kRequestShowSettings, &kShowSettings, &kSave})
-        m_dataPeer->Register(*id);
+    m_variables.Register({kBrowsingProtectionStatus, kBrowsingProtectionState, kBrowsingProtectionReadOnly,
+                          kWebFilterStatus, kTimeLimitStatus, kSafeSearchStatus, kBankingProtectionStatus,
+                          kBankingProtectionReadOnly, kBankingProtectionState, kStatusLevel, kMainStatus, kSubStatus,
+                          kBrowserExtensionDisabled, kDefaultBrowserType, kMainGuiVisible, kRequestShowSettings,
+                          kShowSettings, kSave});
 
-    const auto subscribe = [this](const char* slot, std::initializer_list<const VariableIdentifier*> ids) {
-        for (const VariableIdentifier* id : ids)
-            m_dataPeer->Subscribe(*id, this, slot);
-    };
-    subscribe("1OnNotify(VariableIdentifier)",
-              {&kWebFilterState, &kTimeLimitState, &kSafeSearchState, &kMainGuiVisible, &kShowWebsiteList,
-               &kCloseWebsiteList, &kCloseAddWebsites, &kLaunchSupportTool, &kSaveAllowedUrl, &kSaveMyLinksUrl});
-    subscribe("1OnNotifyRequestShow(VariableIdentifier)",
-              {&kRequestShowWebsiteList, &kRequestShowAddWebsites, &kRequestShowTimeLimitWizard, &kRequestShowSettings,
-               &kRequestShowWebFilter, &kRequestShowTimeLimit, &kRequestShowSafeSearch});
-    subscribe("1OnNotify(VariableIdentifier)",
-              {&kShowSettings, &kShowBrowsingProtection, &kShowTimeLimit, &kShowWebFilter, &kShowBankingProtection,
-               &kShowSafeSearch, &kShowBrowserExtensions, &kShowSecuritySettings, &kSettingsClosed,
-               &kSecuritySettingsClosed, &kLoadData});
-    subscribe("1OnSave()", {&kSave});
-    subscribe("1OnNotify(VariableIdentifier)", {&kSettingsSave});
-    subscribe("1OnNotifyRequestShow(VariableIdentifier)", {&kShowMainWindow});
-    subscribe("1OnLocalizationUpdated(VariableIdentifier)", {&kLocalizationUpdated});
+    m_variables.SubscribeRules(kNotifyRules);
+    for (const ShowRule& rule : kShowRules)
+        m_variables.Subscribe({rule.request}, kOnRequestShow);
+    m_variables.Subscribe({kShowMainWindow}, kOnRequestShow);
+    m_variables.Subscribe({kSave}, "1OnSave()");
+    m_variables.Subscribe({kLocalizationUpdated}, "1OnLocalizationUpdated(VariableIdentifier)");
 }
 
 void MainGuiHandler::FollowSettings()
@@ -149,26 +168,26 @@ void MainGuiHandler::LoadStatus()
 {
     const EntryLog log(L"MainGuiHandler::LoadStatus");
     const auto system = m_systemSettings.lock();
-    if (!system || !m_dataPeer)
+    if (!system || !m_variables)
     {
-        LOG(log, 1, L"%s: systemSettings=%d, m_dataPeer=%d", system ? 1 : 0, m_dataPeer ? 1 : 0);
+        LOG(log, 1, L"%s: systemSettings=%d, m_dataPeer=%d", system ? 1 : 0, m_variables ? 1 : 0);
         return;
     }
 
     if (!system->Settings().browsingProtection.enabled.Get())
     {
-        Publish(kStatusLevel, Text("Error"));
-        Publish(kMainStatus, Text("UsersNotProtected"));
-        Publish(kSubStatus, Text("BpOff"));
+        m_variables.Set(kStatusLevel, Text("Error"));
+        m_variables.Set(kMainStatus, Text("UsersNotProtected"));
+        m_variables.Set(kSubStatus, Text("BpOff"));
         return;
     }
-    Publish(kStatusLevel, Text("Ok"));
-    Publish(kMainStatus, Text("UsersProtected"));
+    m_variables.Set(kStatusLevel, Text("Ok"));
+    m_variables.Set(kMainStatus, Text("UsersProtected"));
     if (const auto user = m_userSettings.lock())
     {
         const VdnSettings& settings = user->Settings();
         const bool filtered = settings.categories.enabled.Get() || settings.time.enabled.Get();
-        Publish(kSubStatus, filtered ? Text("WfOn") : Text("WfOff"));
+        m_variables.Set(kSubStatus, filtered ? Text("WfOn") : Text("WfOff"));
     }
 }
 
@@ -176,16 +195,16 @@ void MainGuiHandler::LoadSystemWideData()
 {
     const EntryLog log(L"MainGuiHandler::LoadSystemWideData");
     const auto system = m_systemSettings.lock();
-    if (!system || !m_dataPeer)
+    if (!system || !m_variables)
         return;
 
     const VdnSettings& settings = system->Settings();
     const auto publish = [this](const StrataSettings::Property<bool>& feature, const VariableIdentifier& state,
                                 const VariableIdentifier& readOnly, const VariableIdentifier& status) {
         const QString onOff = OnOff(feature.Get());
-        Publish(state, onOff);
-        Publish(readOnly, feature.IsEnforced());
-        Publish(status, onOff);
+        m_variables.Set(state, onOff);
+        m_variables.Set(readOnly, feature.IsEnforced());
+        m_variables.Set(status, onOff);
     };
     publish(settings.browsingProtection.enabled, kBrowsingProtectionState, kBrowsingProtectionReadOnly,
             kBrowsingProtectionStatus);
@@ -198,7 +217,7 @@ void MainGuiHandler::LoadUserData()
     const EntryLog log(L"MainGuiHandler::LoadUserData");
     const auto user = m_userSettings.lock();
     const auto system = m_systemSettings.lock();
-    if (!user || !system || !m_dataPeer)
+    if (!user || !system || !m_variables)
         return;
 
     const VdnSettings& settings = user->Settings();
@@ -207,63 +226,36 @@ void MainGuiHandler::LoadUserData()
     const auto& safeSearch = system->Settings().digiParenting.activated.Get() ? settings.categories.safeSearchEnabled
                                                                               : settings.searchResultFilter.enabled;
     PublishSwitch(kSafeSearchState, kSafeSearchStatus, safeSearch.Get());
-    Publish(kBrowserExtensionDisabled, settings.internal.defaultBrowserExtensionDisabled.Get());
-    Publish(kDefaultBrowserType, settings.internal.defaultBrowserType.Get());
+    m_variables.Set(kBrowserExtensionDisabled, settings.internal.defaultBrowserExtensionDisabled.Get());
+    m_variables.Set(kDefaultBrowserType, settings.internal.defaultBrowserType.Get());
 }
 
 void MainGuiHandler::PublishSwitch(const VariableIdentifier& state, const VariableIdentifier& status, bool on)
 {
     const QString onOff = OnOff(on);
-    Publish(state, onOff);
-    Publish(status, onOff);
+    m_variables.Set(state, onOff);
+    m_variables.Set(status, onOff);
 }
 
 void MainGuiHandler::OnNotify(VariableIdentifier identifier)
 {
     LOG(kNotifyLog, 5, L"%s: %ls", LogText(identifier).c_str());
 
-    static constexpr NotifyRule kRules[] = {
-        {kLoadData, &MainGuiHandler::OnLoadData},
-        {kMainGuiVisible, &MainGuiHandler::OnVisibilityChanged},
-        {kWebFilterState, &MainGuiHandler::OnSwitchMoved},
-        {kTimeLimitState, &MainGuiHandler::OnSwitchMoved},
-        {kSafeSearchState, &MainGuiHandler::OnSwitchMoved},
-        {kShowWebsiteList, &MainGuiHandler::OnWebsiteListShown},
-        {kCloseWebsiteList, &MainGuiHandler::OnWebsiteListClosed},
-        {kCloseAddWebsites, &MainGuiHandler::OnAddWebsitesClosed},
-        {kSaveAllowedUrl, &MainGuiHandler::OnUrlToSave},
-        {kSaveMyLinksUrl, &MainGuiHandler::OnUrlToSave},
-        {kShowSettings, &MainGuiHandler::OnSettingsShown},
-        {kShowBrowsingProtection, &MainGuiHandler::OnSettingsShown},
-        {kShowTimeLimit, &MainGuiHandler::OnSettingsShown},
-        {kShowWebFilter, &MainGuiHandler::OnSettingsShown},
-        {kShowBankingProtection, &MainGuiHandler::OnSettingsShown},
-        {kShowSafeSearch, &MainGuiHandler::OnSettingsShown},
-        {kShowBrowserExtensions, &MainGuiHandler::OnSettingsShown},
-        {kShowSecuritySettings, &MainGuiHandler::OnSettingsShown},
-        {kSettingsClosed, &MainGuiHandler::OnSettingsClosed},
-        {kSecuritySettingsClosed, &MainGuiHandler::OnSettingsClosed},
-        {kSettingsSave, &MainGuiHandler::OnSettingsSave},
-    };
-    for (const NotifyRule& rule : kRules)
-    {
-        if (rule.id == identifier)
-            return (this->*rule.action)(identifier);
-    }
+    Dispatch(*this, kNotifyRules, identifier);
 }
 
-void MainGuiHandler::OnLoadData(const VariableIdentifier&)
+void MainGuiHandler::OnLoadData()
 {
     LoadSystemWideData();
     LoadUserData();
 }
 
-void MainGuiHandler::OnVisibilityChanged(const VariableIdentifier& id)
+void MainGuiHandler::OnVisibilityChanged()
 {
     const auto user = m_userSettings.lock();
     if (!user)
         return;
-    user->WritableSettings().internal.mainGuiOpen.Set(m_dataPeer->GetValue(id).toBool());
+    user->WritableSettings().internal.mainGuiOpen.Set(m_variables.Get(kMainGuiVisible).toBool());
     user->RequestSave(user->CurrentSid());
 }
 
@@ -273,17 +265,17 @@ void MainGuiHandler::OnSwitchMoved(const VariableIdentifier& id)
     LoadStatus();
 }
 
-void MainGuiHandler::OnWebsiteListShown(const VariableIdentifier&)
+void MainGuiHandler::OnWebsiteListShown()
 {
     m_unusedUI |= kWebsiteListPage;
 }
 
-void MainGuiHandler::OnWebsiteListClosed(const VariableIdentifier&)
+void MainGuiHandler::OnWebsiteListClosed()
 {
     SetUnusedUI(kWebsiteListPage);
 }
 
-void MainGuiHandler::OnAddWebsitesClosed(const VariableIdentifier&)
+void MainGuiHandler::OnAddWebsitesClosed()
 {
     SetUnusedUI(kAddWebsitesDialog);
 }
@@ -295,29 +287,29 @@ void MainGuiHandler::OnUrlToSave(const VariableIdentifier& id)
         LOG(kNotifyLog, 3, L"%s: Could not show UAC.");
         return;
     }
-    if (SaveAllowedUrl(m_dataPeer->GetValue(id).toString()))
+    if (SaveAllowedUrl(m_variables.Get(id).toString()))
         Q_EMIT ReloadAllowedWebsitesList();
     if (m_unusedUI == 0)
         UninitialiseAdminHandle(); // no page would release it
 }
 
-void MainGuiHandler::OnSettingsShown(const VariableIdentifier&)
+void MainGuiHandler::OnSettingsShown()
 {
     RecordMetricsEvent(kNotifyLog, "settings_gui_opened");
-    Fire(kLoadData);
+    m_variables.Fire(kLoadData);
 }
 
-void MainGuiHandler::OnSettingsClosed(const VariableIdentifier&)
+void MainGuiHandler::OnSettingsClosed()
 {
     SetUnusedUI(kSettingsUI);
 }
 
-void MainGuiHandler::OnSettingsSave(const VariableIdentifier&)
+void MainGuiHandler::OnSettingsSave()
 {
     LOG(kNotifyLog, 5, L"%s: Trigger Settings save event");
-    Publish(kSaveResult, 0);
-    Publish(kSaveResultReceiver, Text("VDNSettingsMultiPageHost"));
-    Fire(kSaveResultNotifier);
+    m_variables.Set(kSaveResult, 0);
+    m_variables.Set(kSaveResultReceiver, Text("VDNSettingsMultiPageHost"));
+    m_variables.Fire(kSaveResultNotifier);
 }
 
 void MainGuiHandler::OnNotifyRequestShow(VariableIdentifier identifier)
@@ -325,7 +317,7 @@ void MainGuiHandler::OnNotifyRequestShow(VariableIdentifier identifier)
     const FunctionLog log(L"MainGuiHandler::OnNotifyRequestShow");
     LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
 
-    if (m_unusedUI == 0 && !m_dataPeer->GetValue(kMainGuiVisible).toBool())
+    if (m_unusedUI == 0 && !m_variables.Get(kMainGuiVisible).toBool())
     {
         LoadUserData();
         LoadStatus();
@@ -333,22 +325,13 @@ void MainGuiHandler::OnNotifyRequestShow(VariableIdentifier identifier)
 
     if (identifier == kShowMainWindow)
     {
-        Publish(kMainGuiVisible, true);
+        m_variables.Set(kMainGuiVisible, true);
         LoadSystemWideData();
         LoadUserData();
         return;
     }
 
-    static constexpr ShowRule kRules[] = {
-        {kRequestShowWebsiteList, kWebsiteListPage, true, kShowWebsiteList},
-        {kRequestShowAddWebsites, kAddWebsitesDialog, true, kShowAddWebsites},
-        {kRequestShowSettings, kSettingsUI, false, kShowSettings},
-        {kRequestShowWebFilter, kSettingsUI, false, kShowWebFilter},
-        {kRequestShowTimeLimit, kSettingsUI, false, kShowTimeLimit},
-        {kRequestShowTimeLimitWizard, kSettingsUI, false, kShowTimeLimit},
-        {kRequestShowSafeSearch, kSettingsUI, false, kShowSafeSearch},
-    };
-    for (const ShowRule& rule : kRules)
+    for (const ShowRule& rule : kShowRules)
     {
         if (rule.request != identifier)
             continue;
@@ -356,7 +339,7 @@ void MainGuiHandler::OnNotifyRequestShow(VariableIdentifier identifier)
         if (!ShowUAC(reopen))
             return;
         m_unusedUI |= rule.page;
-        Fire(rule.show);
+        m_variables.Fire(rule.show);
         return;
     }
 }
@@ -366,7 +349,7 @@ void MainGuiHandler::SaveFeatureSwitch(const VariableIdentifier& id)
     const FunctionLog log(L"MainGuiHandler::SaveFeatureSwitch");
     LOG(log, 5, L"%s: %ls", LogText(id).c_str());
 
-    const QString move = m_dataPeer->GetValue(id).toString();
+    const QString move = m_variables.Get(id).toString();
     if (move != QLatin1String("MoveOn") && move != QLatin1String("MoveOff"))
         return; // a settled value, which this handler wrote itself
     if (!m_adminHandle)
@@ -475,7 +458,7 @@ void MainGuiHandler::OnBrowserRepositoryChanged()
 void MainGuiHandler::OnUserInfoChanged()
 {
     const EntryLog log(L"MainGuiHandler::OnUserInfoChanged");
-    if (!m_dataPeer)
+    if (!m_variables)
         return;
     LoadUserData();
     LoadStatus();
@@ -493,6 +476,6 @@ void MainGuiHandler::BrowsingProtectionSTRATAChanged(const std::wstring&)
     LoadSystemWideData();
     LoadStatus();
     LoadUserData();
-    if (m_dataPeer)
-        Fire(kLoadData);
+    if (m_variables)
+        m_variables.Fire(kLoadData);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "handlers/HandlerSupport.h"
 #include "handlers/SettingsControllers.h"
+#include "handlers/UiVariables.h"
 
 #include <QObject>
 #include <QString>
@@ -67,34 +67,33 @@ public Q_SLOTS:
     void OnSave();
 
 private:
-    struct NotifyRule;
     struct ShowRule;
+    static const NotifyRule<MainGuiHandler> kNotifyRules[22];
+    static const ShowRule kShowRules[7];
 
     void DeclareVariables();
     void FollowSettings();
     template <class Controller, class... Properties>
     void RepublishOnChange(Controller& controller, const Properties&... properties);
 
-    void OnLoadData(const VariableIdentifier& id);
-    void OnVisibilityChanged(const VariableIdentifier& id);
+    void OnLoadData();
+    void OnVisibilityChanged();
     void OnSwitchMoved(const VariableIdentifier& id);
-    void OnWebsiteListShown(const VariableIdentifier& id);
-    void OnWebsiteListClosed(const VariableIdentifier& id);
-    void OnAddWebsitesClosed(const VariableIdentifier& id);
+    void OnWebsiteListShown();
+    void OnWebsiteListClosed();
+    void OnAddWebsitesClosed();
     void OnUrlToSave(const VariableIdentifier& id);
-    void OnSettingsShown(const VariableIdentifier& id);
-    void OnSettingsClosed(const VariableIdentifier& id);
-    void OnSettingsSave(const VariableIdentifier& id);
+    void OnSettingsShown();
+    void OnSettingsClosed();
+    void OnSettingsSave();
 
-    void Publish(const VariableIdentifier& id, const QVariant& value) { m_dataPeer->SetValue(id, value, 0); }
     void PublishSwitch(const VariableIdentifier& state, const VariableIdentifier& status, bool on);
-    void Fire(const VariableIdentifier& trigger) { m_dataPeer->Trigger(trigger, 0); }
     bool OpenAdminHandle();
 
     const std::weak_ptr<SystemSettings> m_systemSettings;
     const std::weak_ptr<UserSettings> m_userSettings;
     std::shared_ptr<ElevatedSettings> m_adminHandle;
-    std::shared_ptr<IDataPeer> m_dataPeer;
+    UiVariables m_variables{*this};
     std::string m_userSid;
     std::uint32_t m_unusedUI = 0; // the elevated pages that are open
     std::vector<UserSettings::Registration> m_registrations;

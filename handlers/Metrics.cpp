@@ -1,0 +1,14 @@
+#include "handlers/Metrics.h"
+
+#include "util/OrbDpApi.h"
+
+namespace
+{
+constexpr int kComponent = 600;
+}
+
+void RecordMetricsEvent(const FunctionLog& log, const char* name)
+{
+    if (const int error = OrbDpApi_MetricsRecordEvent(kComponent, name); error != 0)
+        LOG(log, 2, L"%s: OrbDpApi_MetricsRecordEvent failed with error: %d", error);
+}

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "tarn/IDataPeer.h"
+#include "tarn/IPlugInManager.h"
+#include "tarn/VariableIdentifier.h"
+
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <string>
+
+class QObject;
+
+/// A handler's side of the UI variables: a data peer of the host's and the handler that the host notifies. Before
+/// Obtain() there is no peer, and only the test for it may be called. UI thread only.
+class UiVariables
+{
+public:
+    using Ids = std::initializer_list<std::reference_wrapper<const VariableIdentifier>>;
+
+    static constexpr const char* kOnNotify = "1OnNotify(VariableIdentifier)";
+
+    explicit UiVariables(QObject& handler) : m_handler(handler) {}
+
+    /// Takes a peer from the manager; it goes back when this object is destroyed or takes another.
+    void Obtain(IPlugInManager* manager);
+    explicit operator bool() const noexcept { return m_dataPeer != nullptr; }
+
+    /// Declare variables that the handler owns, and such whose value the host keeps.
+    void Register(Ids ids);
+    void RegisterKept(Ids ids);
+
+    /// Has the handler's slot invoked when one of these is notified.
+    void Subscribe(Ids ids, const char* slot = kOnNotify);
+
+    /// The same for the ids of a table of rules (see Dispatch()).
+    template <class Rules>
+    void SubscribeRules(const Rules& rules)
+    {
+        for (const auto& rule : rules)
+            Subscribe({rule.id});
+    }
+
+    QVariant Get(const VariableIdentifier& id) const { return m_dataPeer->GetValue(id); }
+
+    /// Texts become the host's: they must own their characters, since the host may unload this library.
+    void Set(const VariableIdentifier& id, const QVariant& value) { m_dataPeer->SetValue(id, value, 0); }
+
+    /// What the host answered.
+    bool Fire(const VariableIdentifier& trigger) { return m_dataPeer->Trigger(trigger, 0); }
+
+private:
+    QObject& m_handler;
+    std::shared_ptr<IDataPeer> m_dataPeer;
+};
+
+/// What a notified variable leads to: an operation of the handler, with or without the variable's id, or none.
+template <class Handler>
+struct NotifyRule
+{
+    using Action = void (Handler::*)();
+    using ActionOnId = void (Handler::*)(const VariableIdentifier& id);
+
+    explicit constexpr NotifyRule(const VariableIdentifier& ruleId) : id(ruleId) {}
+    constexpr NotifyRule(const VariableIdentifier& ruleId, Action ruleAction) : id(ruleId), action(ruleAction) {}
+    constexpr NotifyRule(const VariableIdentifier& ruleId, ActionOnId ruleAction) : id(ruleId), actionOnId(ruleAction)
+    {}
+
+    const VariableIdentifier& id;
+    Action action = nullptr;
+    ActionOnId actionOnId = nullptr;
+};
+
+/// Carries out the first rule that the id matches, if there is one.
+template <class Handler, std::size_t Count>
+void Dispatch(Handler& handler, const NotifyRule<Handler> (&rules)[Count], const VariableIdentifier& id)
+{
+    for (const NotifyRule<Handler>& rule : rules)
+    {
+        if (rule.id != id)
+            continue;
+        if (rule.action)
+            (handler.*rule.action)();
+        else if (rule.actionOnId)
+            (handler.*rule.actionOnId)(id);
+        return;
+    }
+}
+
+/// An identifier's text as log formats take it.
+inline std::wstring LogText(const VariableIdentifier& id)
+{
+    return id.ToString().toStdWString();
+}
