@@ -7,10 +7,15 @@
 namespace Strata
 {
 
-Statement::Statement(sqlite3* connection, const char* sql)
+void Statement::Prepare()
 {
+    if (m_statement)
+    {
+        sqlite3_reset(m_statement.get());
+        return;
+    }
     sqlite3_stmt* statement = nullptr;
-    m_failed = sqlite3_prepare_v3(connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr) != SQLITE_OK;
+    sqlite3_prepare_v3(m_connection, m_sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
     m_statement.reset(statement);
 }
 
@@ -140,13 +145,8 @@ bool Database::Execute(const char* sql)
 
 int64_t Database::Number(const char* sql, int64_t otherwise)
 {
-    Statement statement = Prepare(sql);
-    return statement.Step() ? statement.Integer(0) : otherwise;
-}
-
-Statement Database::Prepare(const char* sql)
-{
-    return Statement(m_connection.get(), sql);
+    Statement statement = MakeStatement(sql);
+    return statement.Bind().Step() ? statement.Integer(0) : otherwise;
 }
 
 void Database::KeepLogOnClose(bool keep)

@@ -12,18 +12,18 @@ struct sqlite3_stmt;
 namespace Strata
 {
 
-/// A prepared statement. Texts are bound without a copy: they must live until the statement has been reset.
+/// A statement, prepared when it is first bound. Texts are bound without a copy: they must live until the statement has
+/// been reset. It must not outlive its connection.
 class Statement
 {
 public:
-    Statement() = default;
-    Statement(sqlite3* connection, const char* sql);
+    Statement(sqlite3* connection, const char* sql) : m_connection(connection), m_sql(sql) {}
 
     /// Binds the parameters from the first on and makes the statement ready to step.
     template <class... Values>
     Statement& Bind(const Values&... values)
     {
-        Reset();
+        Prepare();
         int index = 0;
         (BindOne(++index, values), ...);
         return *this;
@@ -31,7 +31,7 @@ public:
 
     /// Goes to the next row. False: there is none, or it failed; see Failed.
     bool Step();
-    /// Runs a statement that gives no rows, and resets it.
+    /// Runs a statement that gives no rows and has been bound, and resets it.
     bool Run();
     void Reset();
     bool Failed() const { return m_failed; }
@@ -42,6 +42,7 @@ public:
     bool IsText(int column) const;
 
 private:
+    void Prepare();
     void BindOne(int index, int64_t value);
     void BindOne(int index, std::string_view value);
     void BindOne(int index, std::nullptr_t);
@@ -50,6 +51,8 @@ private:
     {
         void operator()(sqlite3_stmt* statement) const;
     };
+    sqlite3* m_connection;
+    const char* m_sql;
     std::unique_ptr<sqlite3_stmt, Finalize> m_statement;
     bool m_failed = false;
 };
@@ -72,7 +75,7 @@ public:
     bool Execute(const char* sql);
     /// The integer that `sql` gives in its first column and row; `otherwise` if it gives none or fails.
     int64_t Number(const char* sql, int64_t otherwise);
-    Statement Prepare(const char* sql);
+    Statement MakeStatement(const char* sql) { return Statement(m_connection.get(), sql); }
 
     /// Leaves the file as it is when the connection closes, instead of writing the log back into it; for a connection
     /// that only reads, or a file that turned out not to be ours.

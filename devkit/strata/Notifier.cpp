@@ -23,16 +23,16 @@ bool Concerns(const Subscription& subscription, const Change& change)
 
 } // namespace
 
-Notifier::Notifier(std::unique_ptr<StampWatch> watch, std::function<void()> refresh)
-    : m_watch(std::move(watch)), m_refresh(std::move(refresh))
+Notifier::Notifier(std::string stampPath, std::function<void()> refresh)
+    : m_stampPath(std::move(stampPath)), m_refresh(std::move(refresh))
 {}
 
 Notifier::~Notifier()
 {
     m_stop = true;
-    m_watch->Wake();
     if (m_thread.joinable())
     {
+        m_watch->Wake();
         m_thread.join();
     }
 }
@@ -42,6 +42,7 @@ void Notifier::Start()
     const std::lock_guard lock(m_mutex);
     if (!m_thread.joinable())
     {
+        m_watch = StampWatch::Open(m_stampPath);
         m_thread = std::thread([this] { Run(); });
     }
 }

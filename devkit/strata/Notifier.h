@@ -37,7 +37,7 @@ class Notifier
 {
 public:
     /// `refresh` is called on the notifier's thread and announces what it finds.
-    Notifier(std::unique_ptr<StampWatch> watch, std::function<void()> refresh);
+    Notifier(std::string stampPath, std::function<void()> refresh);
     Notifier(const Notifier&) = delete;
     Notifier& operator=(const Notifier&) = delete;
     ~Notifier();
@@ -57,6 +57,7 @@ public:
     /// notifier's thread.
     bool WaitUntilDelivered(std::chrono::steady_clock::time_point deadline);
 
+    /// Whether the caller is the notifier's thread.
     bool OnThread() const { return m_threadId.load() == std::this_thread::get_id(); }
 
 private:
@@ -72,10 +73,11 @@ private:
     void DeliverQueued();
     void WaitWhileRunning(std::unique_lock<std::mutex>& lock, uintptr_t id);
 
-    const std::unique_ptr<StampWatch> m_watch;
+    const std::string m_stampPath;
     const std::function<void()> m_refresh;
 
-    std::mutex m_mutex; // guards what follows
+    std::mutex m_mutex;                  // guards what follows
+    std::unique_ptr<StampWatch> m_watch; // there while the thread is: to end a watch can take ten milliseconds
     std::condition_variable m_returned;
     std::map<uintptr_t, Subscription> m_subscriptions; // in the order of subscription
     std::deque<Delivery> m_queue;

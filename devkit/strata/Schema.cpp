@@ -24,11 +24,11 @@ CREATE TABLE entries (
     scope TEXT NOT NULL,
     key TEXT NOT NULL,
     type INTEGER NOT NULL,
-    value,
     constraints INTEGER NOT NULL,
     revision INTEGER NOT NULL,
+    value,
     PRIMARY KEY (scope, key)
-);
+) WITHOUT ROWID;
 CREATE TABLE changes (
     revision INTEGER PRIMARY KEY,
     scope TEXT NOT NULL,
@@ -54,18 +54,18 @@ enum class State
 State Inspect(Database& database)
 {
     constexpr int64_t Failed = -1;
-    const int64_t objects = database.Number("SELECT count(*) FROM sqlite_schema", Failed);
-    if (objects == Failed)
+    const int64_t application = database.Number("PRAGMA application_id", Failed);
+    const int64_t version = database.Number("PRAGMA user_version", Failed);
+    if (application == Failed || version == Failed)
     {
         return State::Unreadable;
     }
-    const int64_t application = database.Number("PRAGMA application_id", Failed);
-    const int64_t version = database.Number("PRAGMA user_version", Failed);
-    if (objects == 0 && application == 0 && version == 0)
+    if (application == ApplicationId)
     {
-        return State::Empty;
+        return version == Version ? State::Store : State::Newer;
     }
-    return application != ApplicationId ? State::Foreign : version != Version ? State::Newer : State::Store;
+    const bool named = application != 0 || version != 0;
+    return !named && database.Number("SELECT count(*) FROM sqlite_schema", Failed) == 0 ? State::Empty : State::Foreign;
 }
 
 /// Several processes may find the file empty at once: switching to the write-ahead log answers "busy" without waiting,
@@ -148,7 +148,9 @@ std::unique_ptr<Database> Open(const std::string& path, std::string& error)
     case State::Store:
         // A commit then survives the end of the process at any moment, which is what is promised; a power failure may
         // take the last commits but leaves the file whole. A commit that waits for the disk takes twice as long.
-        if (database->Execute("PRAGMA synchronous = NORMAL; PRAGMA cell_size_check = ON"))
+        // A log that is kept is read whole by whoever opens the store first: the limit has the last writer empty it.
+        if (database->Execute("PRAGMA synchronous = NORMAL; PRAGMA cell_size_check = ON;"
+                              "PRAGMA journal_size_limit = 4194304"))
         {
             return database;
         }

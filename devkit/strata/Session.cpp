@@ -43,7 +43,7 @@ std::shared_ptr<Session> Session::Open(const std::string& file, WriteLog& writes
 
 Session::Session(std::string file, std::unique_ptr<StoreReader> reader, WriteLog& writes)
     : m_file(std::move(file)), m_writes(writes), m_stamp(Stamp::Open(StampPath(m_file))), m_reader(std::move(reader)),
-      m_notifier(StampWatch::Open(StampPath(m_file)), [this] {
+      m_notifier(StampPath(m_file), [this] {
           std::unique_lock lock(m_mutex);
           RefreshIfStamped();
           lock.unlock();

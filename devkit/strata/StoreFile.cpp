@@ -21,8 +21,8 @@ constexpr std::size_t LongestNotedText = 4096;
 } // namespace
 
 StoreConnection::StoreConnection(std::unique_ptr<Database> database)
-    : m_database(std::move(database)), m_last(m_database->Prepare("SELECT max(revision) FROM changes")),
-      m_entry(m_database->Prepare("SELECT type, value, constraints FROM entries WHERE scope = ?1 AND key = ?2"))
+    : m_database(std::move(database)), m_last(m_database->MakeStatement("SELECT max(revision) FROM changes")),
+      m_entry(m_database->MakeStatement("SELECT type, constraints, value FROM entries WHERE scope = ?1 AND key = ?2"))
 {}
 
 bool StoreConnection::LastRevision(int64_t& revision)
@@ -55,20 +55,20 @@ std::string StoreConnection::Error() const
 bool StoreConnection::ReadEntry(const Statement& row, int column, Entry& entry)
 {
     const int64_t type = row.Integer(column);
-    const int64_t constraints = row.Integer(column + 2);
+    const int64_t constraints = row.Integer(column + 1);
     bool sound = type >= ORB_STRATA_TYPE_NONE && type <= ORB_STRATA_TYPE_OBJECT && constraints >= 0 &&
                  constraints <= std::numeric_limits<uint32_t>::max();
     entry.type = sound ? static_cast<OrbStrataType>(type) : ORB_STRATA_TYPE_NONE;
     entry.constraints = static_cast<uint32_t>(constraints);
     if (HasText(entry.type))
     {
-        entry.text = std::make_shared<const std::string>(row.Text(column + 1));
-        sound = sound && row.IsText(column + 1);
+        entry.text = std::make_shared<const std::string>(row.Text(column + 2));
+        sound = sound && row.IsText(column + 2);
     }
     else if (entry.type != ORB_STRATA_TYPE_NONE)
     {
-        entry.number = row.Integer(column + 1);
-        sound = sound && row.IsInteger(column + 1);
+        entry.number = row.Integer(column + 2);
+        sound = sound && row.IsInteger(column + 2);
     }
     m_damaged = m_damaged || !sound;
     return sound;
@@ -81,12 +81,12 @@ std::unique_ptr<StoreReader> StoreReader::Open(const std::string& path, std::str
 }
 
 StoreReader::StoreReader(std::unique_ptr<Database> database)
-    : StoreConnection(std::move(database)), m_begin(Connection().Prepare("BEGIN")),
-      m_end(Connection().Prepare("COMMIT")),
-      m_scope(Connection().Prepare("SELECT key, type, value, constraints FROM entries WHERE scope = ?1")),
-      m_changes(Connection().Prepare(
+    : StoreConnection(std::move(database)), m_begin(Connection().MakeStatement("BEGIN")),
+      m_end(Connection().MakeStatement("COMMIT")),
+      m_scope(Connection().MakeStatement("SELECT key, type, constraints, value FROM entries WHERE scope = ?1")),
+      m_changes(Connection().MakeStatement(
           "SELECT revision, scope, key, kind, valueWrite, text FROM changes WHERE revision > ?1 ORDER BY revision")),
-      m_oldest(Connection().Prepare("SELECT min(revision) FROM changes"))
+      m_oldest(Connection().MakeStatement("SELECT min(revision) FROM changes"))
 {}
 
 bool StoreReader::Load(const std::string& scope, Entries& entries)
@@ -148,14 +148,14 @@ std::unique_ptr<StoreWriter> StoreWriter::Open(const std::string& path, std::str
 }
 
 StoreWriter::StoreWriter(std::unique_ptr<Database> database)
-    : StoreConnection(std::move(database)), m_begin(Connection().Prepare("BEGIN IMMEDIATE")),
-      m_commit(Connection().Prepare("COMMIT")), m_rollback(Connection().Prepare("ROLLBACK")),
-      m_put(
-          Connection().Prepare("INSERT INTO entries VALUES (?1, ?2, ?3, ?4, ?5, ?6) ON CONFLICT (scope, key) DO UPDATE "
-                               "SET type = ?3, value = ?4, constraints = ?5, revision = ?6")),
-      m_erase(Connection().Prepare("DELETE FROM entries WHERE scope = ?1 AND key = ?2")),
-      m_note(Connection().Prepare("INSERT INTO changes VALUES (?1, ?2, ?3, ?4, ?5, ?6)")),
-      m_forget(Connection().Prepare("DELETE FROM changes WHERE revision <= ?1"))
+    : StoreConnection(std::move(database)), m_begin(Connection().MakeStatement("BEGIN IMMEDIATE")),
+      m_commit(Connection().MakeStatement("COMMIT")), m_rollback(Connection().MakeStatement("ROLLBACK")),
+      m_put(Connection().MakeStatement(
+          "INSERT INTO entries VALUES (?1, ?2, ?3, ?4, ?5, ?6) ON CONFLICT (scope, key) DO UPDATE "
+          "SET type = ?3, constraints = ?4, revision = ?5, value = ?6")),
+      m_erase(Connection().MakeStatement("DELETE FROM entries WHERE scope = ?1 AND key = ?2")),
+      m_note(Connection().MakeStatement("INSERT INTO changes VALUES (?1, ?2, ?3, ?4, ?5, ?6)")),
+      m_forget(Connection().MakeStatement("DELETE FROM changes WHERE revision <= ?1"))
 {}
 
 bool StoreWriter::Put(const std::string& scope, const std::string& key, const Entry& entry, int64_t revision)
@@ -164,13 +164,13 @@ bool StoreWriter::Put(const std::string& scope, const std::string& key, const En
     const auto constraints = static_cast<int64_t>(entry.constraints);
     if (HasText(entry.type))
     {
-        return m_put.Bind(scope, key, type, *entry.text, constraints, revision).Run();
+        return m_put.Bind(scope, key, type, constraints, revision, *entry.text).Run();
     }
     if (entry.type == ORB_STRATA_TYPE_NONE)
     {
-        return m_put.Bind(scope, key, type, nullptr, constraints, revision).Run();
+        return m_put.Bind(scope, key, type, constraints, revision, nullptr).Run();
     }
-    return m_put.Bind(scope, key, type, entry.number, constraints, revision).Run();
+    return m_put.Bind(scope, key, type, constraints, revision, entry.number).Run();
 }
 
 bool StoreWriter::Erase(const std::string& scope, const std::string& key)

@@ -28,7 +28,8 @@ public:
 protected:
     explicit StoreConnection(std::unique_ptr<Database> database);
     Database& Connection() { return *m_database; }
-    /// The entry in a row's columns from `column` on; false for one that this store cannot have written.
+    /// The entry in a row's columns type, constraints, value from `column` on; false for one that this store cannot
+    /// have written.
     bool ReadEntry(const Statement& row, int column, Entry& entry);
 
 private:
@@ -47,8 +48,8 @@ public:
     static std::unique_ptr<StoreReader> Open(const std::string& path, std::string& error);
 
     /// All reads between Begin and End see one state.
-    bool Begin() { return m_begin.Run(); }
-    void End() { m_end.Run(); }
+    bool Begin() { return m_begin.Bind().Run(); }
+    void End() { m_end.Bind().Run(); }
 
     bool Load(const std::string& scope, Entries& entries);
     /// The writes after `revision`, oldest first. The store forgets old ones: see OldestChange.
@@ -74,9 +75,9 @@ public:
     static std::unique_ptr<StoreWriter> Open(const std::string& path, std::string& error);
 
     /// Waits for other processes' writes, a bounded time. To be followed by Commit or Rollback.
-    bool Begin() { return m_begin.Run(); }
-    bool Commit() { return m_commit.Run(); }
-    void Rollback() { m_rollback.Run(); }
+    bool Begin() { return m_begin.Bind().Run(); }
+    bool Commit() { return m_commit.Bind().Run(); }
+    void Rollback() { m_rollback.Bind().Run(); }
 
     bool Put(const std::string& scope, const std::string& key, const Entry& entry, int64_t revision);
     bool Erase(const std::string& scope, const std::string& key);

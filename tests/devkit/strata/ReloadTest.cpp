@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 
 #include <atomic>
+#include <chrono>
+#include <thread>
 
 namespace
 {
@@ -38,6 +40,17 @@ bool IsMapped(const QString& library)
 int Threads()
 {
     return QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+}
+
+/// A thread that was waited for is still listed for a moment.
+bool ThreadsBecome(int expected)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (Threads() != expected && std::chrono::steady_clock::now() < deadline)
+    {
+        std::this_thread::yield();
+    }
+    return Threads() == expected;
 }
 
 void UseOnce(QLibrary& library, const QString& file, std::atomic<int>& delivered)
@@ -70,6 +83,7 @@ TEST(Reload, LibraryComesAndGoesTwentyTimesWithoutLeavingAThread)
 {
     const QTemporaryDir folder;
     const QString path = QCoreApplication::applicationDirPath() + QStringLiteral("/nl_orb_strata_32");
+    std::thread([] {}).join(); // what the first thread of a process brings with it stays
     const int threads = Threads();
     std::atomic<int> delivered = 0;
     for (int round = 1; round <= 20; ++round)
@@ -78,7 +92,7 @@ TEST(Reload, LibraryComesAndGoesTwentyTimesWithoutLeavingAThread)
         ASSERT_TRUE(library.load()) << library.errorString().toStdString();
         UseOnce(library, folder.filePath(QStringLiteral("store.db")), delivered);
         EXPECT_EQ(delivered, round);
-        EXPECT_EQ(Threads(), threads);
+        EXPECT_TRUE(ThreadsBecome(threads));
         ASSERT_TRUE(library.unload());
         EXPECT_FALSE(IsMapped(QStringLiteral("nl_orb_strata_32")));
     }
