@@ -9,6 +9,7 @@
 #include "platform/NamedMutex.h"
 #include "platform/Path.h"
 #include "tests/support/PlatformFakes.h"
+#include "tests/support/ThreadSanitizer.h"
 
 #include <QFile>
 #include <QString>

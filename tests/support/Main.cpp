@@ -1,4 +1,5 @@
 #include "tests/support/LogCapture.h"
+#include "tests/support/ThreadSanitizer.h"
 
 #include <gmock/gmock.h>
 
