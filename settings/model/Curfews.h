@@ -5,6 +5,8 @@
 #include "settings/model/DayOfWeek.h"
 #include "settings/model/Group.h"
 
+#include <string>
+
 namespace Settings
 {
 
@@ -15,6 +17,18 @@ public:
     explicit Curfews(Model* parent) : Group(parent) {}
 
     using Days = std::array<PropertySet<Curfew>, kDaysInWeek>;
+
+    /// Adds a range to a day, Sunday = 0 to Saturday = 6. An enforced day keeps its ranges.
+    void Add(int day, const Curfew& range);
+
+    /// The week as the user interface exchanges it: for each day from Monday to Sunday 24 characters, one for each
+    /// hour, "1" where use is allowed and "0" where it is not. An hour counts as forbidden when a range holds its
+    /// start, with both ends of the range cut down to whole hours.
+    std::string ToLegacyUiString() const;
+
+    /// Replaces the ranges of every day that is not enforced by those of such a text: one for each longest run of "0"
+    /// within a day. False, with nothing changed, for a text of any other form.
+    bool FromLegacyUiString(const std::string& week);
 
     Property<bool> enabled{this, L"common.time.curfew.enabled", false};
     Days days = MakeDays(std::make_index_sequence<kDaysInWeek>()); // Sunday = 0 to Saturday = 6
