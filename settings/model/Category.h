@@ -94,4 +94,7 @@ public:
     Property<bool> allowed;
 };
 
+/// Every category, in the order of the table.
+using CategoryArray = std::array<Category, kCategoryNames.size()>;
+
 } // namespace Settings
