@@ -1,12 +1,23 @@
 #include "settings/model/CommonStatistics.h"
 
+#include "logging/FunctionLog.h"
+
 namespace Settings
 {
 
 namespace
 {
+
+constexpr FunctionLog kGetStatisticsLog(L"Settings::CommonStatistics::GetStatistics");
+
 constexpr std::uint32_t kConstraints = 2;
+
+void Accumulate(std::uint32_t& total, std::int64_t count)
+{
+    total += static_cast<std::uint32_t>(count);
 }
+
+} // namespace
 
 void CommonStatistics::ApplyConstraints(OrbStrataHandle handle)
 {
@@ -16,6 +27,27 @@ void CommonStatistics::ApplyConstraints(OrbStrataHandle handle)
         if (OrbStrata_SetConstraints(handle, property.GetKey().c_str(), kConstraints) == ORB_STRATA_SUCCESS)
             property.MarkChanged();
     });
+}
+
+void CommonStatistics::GetStatistics(std::uint32_t range, std::uint32_t& websitesChecked,
+                                     std::uint32_t& bankingSessions, std::uint32_t& harmfulBlocks,
+                                     std::uint32_t& wtsScans, std::uint32_t& wtsBlocks, std::int32_t today) const
+{
+    const std::lock_guard lock(m_statisticsMutex);
+    // The day before the first one that counts wraps at 32 bits: a range longer than `today` selects nothing.
+    const std::int64_t dayBefore = static_cast<std::uint32_t>(today) - range;
+    for (const DailyCounter& day : dailyCounters.Get())
+    {
+        if (range != kAllDays && (day.JulianDate > today || day.JulianDate <= dayBefore))
+            continue;
+        Accumulate(websitesChecked, day.websitesChecked);
+        Accumulate(bankingSessions, day.bankingSessions);
+        Accumulate(harmfulBlocks, day.harmfulBlocks);
+        Accumulate(wtsScans, day.wtsScans);
+        Accumulate(wtsBlocks, day.wtsBlocks);
+    }
+    const std::size_t size = dailyCounters.Inspect([](const std::set<DailyCounter>& days) { return days.size(); });
+    LOG(kGetStatisticsLog, 5, L"%s: range=%d, julian=%d, dailies size=%Iu, wtsScans=%u", range, today, size, wtsScans);
 }
 
 } // namespace Settings

@@ -3,6 +3,9 @@
 #include "settings/model/DailyCounter.h"
 #include "settings/model/Group.h"
 
+#include <cstdint>
+#include <mutex>
+
 namespace Settings
 {
 
@@ -16,6 +19,14 @@ public:
     /// so that the next save writes it beside its constraint.
     void ApplyConstraints(OrbStrataHandle handle) override;
 
+    /// Adds the counts of the last `range` days up to and including `today`, a Julian day number, to the totals; of all
+    /// days, future ones too, when the range is kAllDays. Totals wrap at 32 bits. Any thread; one at a time gets in.
+    void GetStatistics(std::uint32_t range, std::uint32_t& websitesChecked, std::uint32_t& bankingSessions,
+                       std::uint32_t& harmfulBlocks, std::uint32_t& wtsScans, std::uint32_t& wtsBlocks,
+                       std::int32_t today) const;
+
+    static constexpr std::uint32_t kAllDays = 0xFFFFFFFF;
+
     Property<bool> bankingProtectionEnabled{
         this, L"windows.browsing_protection.internal.statistics.banking_protection.enabled", false};
     Property<bool> browsingProtectionEnabled{
@@ -23,6 +34,9 @@ public:
     Property<bool> webContentControlEnabled{
         this, L"windows.browsing_protection.internal.statistics.web_content_control.enabled", false};
     PropertySet<DailyCounter> dailyCounters{this, L"windows.browsing_protection.internal.statistics.daily_counters"};
+
+private:
+    mutable std::mutex m_statisticsMutex;
 };
 
 } // namespace Settings
