@@ -1,9 +1,10 @@
 #include "devkit/strata_cli/Commands.h"
 
-#include "devkit/strata_cli/Console.h"
+#include "devkit/strata_cli/Complaint.h"
 #include "devkit/strata_cli/Help.h"
 #include "devkit/strata_cli/StoreScope.h"
 #include "devkit/strata_cli/Transfer.h"
+#include "devkit/strata_cli/TransferCommands.h"
 #include "devkit/strata_cli/Watch.h"
 
 #include "devkit/strata/json/JsonReader.h"
@@ -23,22 +24,10 @@ namespace StrataCli
 namespace
 {
 
-ExitCode Complain(ExitCode code, const std::string& sentence)
-{
-    std::fprintf(stderr, "strata: %s\n", sentence.c_str());
-    return code;
-}
-
 ExitCode Print(const std::string& text)
 {
     std::string error;
     return WriteOutput("-", text, error) ? Done : Complain(Failed, error);
-}
-
-/// For a call of the store that failed.
-ExitCode Complain(const StoreScope& scope)
-{
-    return Complain(Failed, Explain(scope.Result()));
 }
 
 ExitCode NoValue(const std::string& key)
@@ -152,92 +141,6 @@ ExitCode WatchChanges(StoreScope& scope, const Arguments& arguments)
 {
     return Watch(scope, arguments.operands.empty() ? "" : arguments.operands[0], arguments.json) ? Done
                                                                                                  : Complain(scope);
-}
-
-ExitCode ExportScope(StoreScope& scope, const Arguments& arguments)
-{
-    const Items items = scope.List("");
-    if (scope.Result() != ORB_STRATA_SUCCESS)
-    {
-        return Complain(scope);
-    }
-    std::string error;
-    const std::string file = arguments.operands.empty() ? "-" : arguments.operands[0];
-    return WriteOutput(file, Export(items), error) ? Done : Complain(Failed, error);
-}
-
-ExitCode ImportScope(StoreScope& scope, const Arguments& arguments)
-{
-    const std::string& file = arguments.operands[0];
-    std::string json;
-    std::string error;
-    Items items;
-    if (!ReadInput(file, json, error))
-    {
-        return Complain(Failed, error);
-    }
-    if (!Import(json, items, error))
-    {
-        return Complain(Refused, file + ": " + error + ". Nothing was imported.");
-    }
-    return scope.Write(items) ? Done : Complain(scope);
-}
-
-/// Writes what has no value yet; constraints that are there stay.
-ExitCode Seed(StoreScope& scope, Items items)
-{
-    const Items existing = scope.List("");
-    if (scope.Result() != ORB_STRATA_SUCCESS)
-    {
-        return Complain(scope);
-    }
-    for (const auto& [key, item] : existing)
-    {
-        const auto at = items.find(key);
-        if (at != items.end() && item.type != ORB_STRATA_TYPE_NONE)
-        {
-            items.erase(at);
-        }
-        else if (at != items.end())
-        {
-            at->second.constraints = item.constraints;
-        }
-    }
-    return scope.Write(items) ? Done : Complain(scope);
-}
-
-ExitCode SeedScopes(const Arguments& arguments)
-{
-    const bool fromFile = !arguments.operands.empty();
-    const std::string file = fromFile ? arguments.operands[0] : ProgramFolder() + "/defaults.json";
-    std::map<std::string, Items> scopes;
-    const std::string named = arguments.scope.value_or("user");
-    std::string json;
-    std::string error;
-    if (!ReadInput(file, json, error))
-    {
-        return Complain(Failed, error);
-    }
-    const bool read =
-        fromFile ? Import(json, scopes[named], error) : ImportDefaults(json, scopes["system"], scopes["user"], error);
-    if (!read)
-    {
-        return Complain(Refused, file + ": " + error + ". Nothing was written.");
-    }
-    for (auto& [name, items] : scopes)
-    {
-        if (arguments.scope && *arguments.scope != name)
-        {
-            continue;
-        }
-        StoreScope scope(name);
-        const ExitCode code = scope.IsOpen() ? Seed(scope, std::move(items)) : Complain(scope);
-        if (code != Done)
-        {
-            return code;
-        }
-    }
-    return Done;
 }
 
 /// The file that the development host uses unless it is told otherwise, so that both meet in one store.

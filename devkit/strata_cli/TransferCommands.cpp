@@ -1,0 +1,104 @@
+#include "devkit/strata_cli/TransferCommands.h"
+
+#include "devkit/strata_cli/Complaint.h"
+#include "devkit/strata_cli/Console.h"
+#include "devkit/strata_cli/Transfer.h"
+
+#include <map>
+#include <utility>
+
+namespace StrataCli
+{
+
+namespace
+{
+
+/// Writes what has no value yet; constraints that are there stay.
+ExitCode Seed(StoreScope& scope, Items items)
+{
+    const Items existing = scope.List("");
+    if (scope.Result() != ORB_STRATA_SUCCESS)
+    {
+        return Complain(scope);
+    }
+    for (const auto& [key, item] : existing)
+    {
+        const auto at = items.find(key);
+        if (at != items.end() && item.type != ORB_STRATA_TYPE_NONE)
+        {
+            items.erase(at);
+        }
+        else if (at != items.end())
+        {
+            at->second.constraints = item.constraints;
+        }
+    }
+    return scope.Write(items) ? Done : Complain(scope);
+}
+
+} // namespace
+
+ExitCode ExportScope(StoreScope& scope, const Arguments& arguments)
+{
+    const Items items = scope.List("");
+    if (scope.Result() != ORB_STRATA_SUCCESS)
+    {
+        return Complain(scope);
+    }
+    std::string error;
+    const std::string file = arguments.operands.empty() ? "-" : arguments.operands[0];
+    return WriteOutput(file, Export(items), error) ? Done : Complain(Failed, error);
+}
+
+ExitCode ImportScope(StoreScope& scope, const Arguments& arguments)
+{
+    const std::string& file = arguments.operands[0];
+    std::string json;
+    std::string error;
+    Items items;
+    if (!ReadInput(file, json, error))
+    {
+        return Complain(Failed, error);
+    }
+    if (!Import(json, items, error))
+    {
+        return Complain(Refused, file + ": " + error + ". Nothing was imported.");
+    }
+    return scope.Write(items) ? Done : Complain(scope);
+}
+
+ExitCode SeedScopes(const Arguments& arguments)
+{
+    const bool fromFile = !arguments.operands.empty();
+    const std::string file = fromFile ? arguments.operands[0] : ProgramFolder() + "/defaults.json";
+    std::map<std::string, Items> scopes;
+    const std::string named = arguments.scope.value_or("user");
+    std::string json;
+    std::string error;
+    if (!ReadInput(file, json, error))
+    {
+        return Complain(Failed, error);
+    }
+    const bool read =
+        fromFile ? Import(json, scopes[named], error) : ImportDefaults(json, scopes["system"], scopes["user"], error);
+    if (!read)
+    {
+        return Complain(Refused, file + ": " + error + ". Nothing was written.");
+    }
+    for (auto& [name, items] : scopes)
+    {
+        if (arguments.scope && *arguments.scope != name)
+        {
+            continue;
+        }
+        StoreScope scope(name);
+        const ExitCode code = scope.IsOpen() ? Seed(scope, std::move(items)) : Complain(scope);
+        if (code != Done)
+        {
+            return code;
+        }
+    }
+    return Done;
+}
+
+} // namespace StrataCli
