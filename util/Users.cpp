@@ -1,5 +1,7 @@
 #include "util/Users.h"
 
+#include "platform/Token.h"
+
 #include <vector>
 
 using Platform::Sessions;
@@ -75,4 +77,9 @@ bool CurrentUser::GetSid(std::wstring& sid) const
     }
     sid = std::move(text);
     return true;
+}
+
+bool IsGroupMember(Platform::KernelHandle token, std::uint32_t relativeId)
+{
+    return Platform::Get<Platform::Token>().IsMemberOfBuiltinGroup(token, relativeId);
 }
