@@ -289,8 +289,7 @@ void MainGuiHandler::OnUrlToSave(const VariableIdentifier& id)
     }
     if (SaveAllowedUrl(m_variables.Get(id).toString()))
         Q_EMIT ReloadAllowedWebsitesList();
-    if (m_unusedUI == 0)
-        UninitialiseAdminHandle(); // no page would release it
+    ReleaseUnusedAdminHandle();
 }
 
 void MainGuiHandler::OnSettingsShown()
@@ -433,6 +432,11 @@ void MainGuiHandler::SetUnusedUI(std::uint32_t bits)
     const FunctionLog log(L"MainGuiHandler::SetUnusedUI");
     LOG(log, 5, L"%s: %u %u", bits, m_unusedUI);
     m_unusedUI &= ~bits;
+    ReleaseUnusedAdminHandle();
+}
+
+void MainGuiHandler::ReleaseUnusedAdminHandle()
+{
     if (m_unusedUI == 0)
         UninitialiseAdminHandle();
 }

@@ -50,6 +50,9 @@ public:
 
     void UninitialiseAdminHandle();
 
+    /// Ends an action that needed the elevated settings: drops them while no page is open that would.
+    void ReleaseUnusedAdminHandle();
+
     /// Told by the user's settings that the state of the browser extension changed.
     void BrowsingProtectionSTRATAChanged(const std::wstring& key);
 

@@ -3,22 +3,13 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace
-{
-
-constexpr const char* kDeclined =
-    "StrataSettings::ScopedSettings<class VdnSettings>::ScopedSettings: Failed with error "
-    "5, strata handle not available";
-
-} // namespace
-
 TEST_F(MainGuiTest, EachRequestShowsItsPageWithElevatedSettings)
 {
     struct Row
     {
         const char *request, *shown;
     };
-    Start();
+    StartMainGui();
     for (const Row& row : {Row{Ids::kRequestSettings, "show_settings_ui"},
                            Row{"@Veridan\\Settings\\Triggers:request_show_wf_page", "show_wf_page"},
                            Row{"@Veridan\\Settings\\Triggers:request_show_tl_page", "show_tl_page"},
@@ -28,84 +19,84 @@ TEST_F(MainGuiTest, EachRequestShowsItsPageWithElevatedSettings)
                            Row{Ids::kRequestAddWebsites, "show_add_websites_from_browser"}})
     {
         m_host.PageFires(row.request);
-        EXPECT_NE(nullptr, m_handler->AdminHandle());
+        EXPECT_NE(nullptr, m_mainGui->AdminHandle());
         EXPECT_EQ(row.shown, m_host.Take("trigger").front());
     }
 }
 
 TEST_F(MainGuiTest, SettingsPagesShareTheElevatedSettingsUntilTheyClose)
 {
-    Start();
+    StartMainGui();
     m_host.PageFires(Ids::kRequestSettings);
-    const std::weak_ptr<ElevatedSettings> handle = m_handler->AdminHandle();
+    const std::weak_ptr<ElevatedSettings> handle = m_mainGui->AdminHandle();
     m_host.PageFires("@Veridan\\Settings\\Triggers:request_show_wf_page");
-    EXPECT_EQ(handle.lock(), m_handler->AdminHandle());
+    EXPECT_EQ(handle.lock(), m_mainGui->AdminHandle());
     m_host.PageFires(Ids::kSettingsClosed);
     EXPECT_TRUE(handle.expired());
     EXPECT_EQ(2u, OpenHandles());
 
     m_host.PageFires(Ids::kRequestSettings);
     m_host.PageFires("@CompSec\\Settings\\Triggers:ui_closed");
-    EXPECT_EQ(nullptr, m_handler->AdminHandle());
+    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
 }
 
 TEST_F(MainGuiTest, ElevatedSettingsStayWhileAnyElevatedPageIsOpen)
 {
-    Start();
+    StartMainGui();
     m_host.PageFires(Ids::kRequestSettings);
     m_host.PageFires(Ids::kRequestWebsiteList);
     m_host.PageFires(Ids::kRequestAddWebsites);
     m_host.PageFires(Ids::kSettingsClosed);
     m_host.PageFires("@ContentControl\\Triggers:close_website_list");
-    EXPECT_NE(nullptr, m_handler->AdminHandle());
+    EXPECT_NE(nullptr, m_mainGui->AdminHandle());
     m_host.PageFires("@ContentControl\\Triggers:close_add_websites_from_browser");
-    EXPECT_EQ(nullptr, m_handler->AdminHandle());
+    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
 }
 
 TEST_F(MainGuiTest, AnotherKindOfPageAsksAnew)
 {
-    Start();
+    StartMainGui();
     m_host.PageFires(Ids::kRequestWebsiteList);
-    const auto first = m_handler->AdminHandle();
+    const auto first = m_mainGui->AdminHandle();
     m_host.PageFires(Ids::kRequestWebsiteList);
-    EXPECT_EQ(first, m_handler->AdminHandle());
+    EXPECT_EQ(first, m_mainGui->AdminHandle());
     m_host.PageFires(Ids::kRequestAddWebsites);
-    EXPECT_NE(first, m_handler->AdminHandle());
-    const auto second = m_handler->AdminHandle();
+    EXPECT_NE(first, m_mainGui->AdminHandle());
+    const auto second = m_mainGui->AdminHandle();
     m_host.PageFires(Ids::kRequestSettings); // settings pages take what is there
-    EXPECT_EQ(second, m_handler->AdminHandle());
+    EXPECT_EQ(second, m_mainGui->AdminHandle());
 }
 
 TEST_F(MainGuiTest, AWebsiteListShownWithoutARequestCountsAsOpen)
 {
-    Start();
+    StartMainGui();
     m_host.PageFires("@ContentControl\\Triggers:show_website_list");
     m_host.PageSets(Ids::kSaveAllowedUrl, "a.example");
-    EXPECT_NE(nullptr, m_handler->AdminHandle());
+    EXPECT_NE(nullptr, m_mainGui->AdminHandle());
     m_host.PageFires("@ContentControl\\Triggers:close_website_list");
-    EXPECT_EQ(nullptr, m_handler->AdminHandle());
+    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
 }
 
 TEST_F(MainGuiTest, ADeclinedPromptShowsNoPageAndLeavesNoTrace)
 {
-    Start();
+    StartMainGui();
     AnswerElevation(false);
     for (const char* request : {Ids::kRequestSettings, Ids::kRequestWebsiteList, Ids::kRequestAddWebsites})
     {
         LogCapture::Expect(2, kDeclined);
         m_host.PageFires(request);
-        EXPECT_EQ(nullptr, m_handler->AdminHandle());
+        EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
     }
     EXPECT_THAT(m_host.Take("trigger"), IsEmpty());
 
     AnswerElevation(true);
     m_host.PageSets(Ids::kSaveAllowedUrl, "a.example"); // drops the handle only when no page counts as open
-    EXPECT_EQ(nullptr, m_handler->AdminHandle());
+    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
 }
 
 TEST_F(MainGuiTest, ARequestRefreshesAHiddenPageFirst)
 {
-    Start();
+    StartMainGui();
     m_host.PageFires(Ids::kRequestSettings);
     EXPECT_EQ(8u + 14u, SetsBesideStatus().size()); // 14 by load_data
     m_host.PageFires(Ids::kRequestSettings);        // a page is open
@@ -120,49 +111,49 @@ TEST_F(MainGuiTest, ARequestRefreshesAHiddenPageFirst)
 
 TEST_F(MainGuiTest, AnAllowedUrlIsAddedAndTheHandleDropped)
 {
-    Start();
+    StartMainGui();
     int reloads = 0;
-    QObject::connect(m_handler.get(), &MainGuiHandler::ReloadAllowedWebsitesList, [&] { ++reloads; });
+    QObject::connect(m_mainGui.get(), &MainGuiHandler::ReloadAllowedWebsitesList, [&] { ++reloads; });
     m_host.PageSets(Ids::kSaveAllowedUrl, QString::fromUtf8("http://b\xC3\xBC"
                                                             "cher.example/a"));
     EXPECT_EQ(R"([{"allowed":true,"label":"","url":"http://bücher.example/a"}])", Find(kUser, Keys::kSites).text);
     EXPECT_EQ(1, reloads);
-    EXPECT_EQ(nullptr, m_handler->AdminHandle());
+    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
     EXPECT_EQ(2u, OpenHandles());
 }
 
 TEST_F(MainGuiTest, AnEmptyUrlIsRefused)
 {
-    Start();
+    StartMainGui();
     int reloads = 0;
-    QObject::connect(m_handler.get(), &MainGuiHandler::ReloadAllowedWebsitesList, [&] { ++reloads; });
+    QObject::connect(m_mainGui.get(), &MainGuiHandler::ReloadAllowedWebsitesList, [&] { ++reloads; });
     m_host.PageSets(Ids::kSaveAllowedUrl, "");
     EXPECT_EQ(0, reloads);
     EXPECT_THAT(WrittenKeys(), IsEmpty());
     EXPECT_THAT(LogCapture::Take(4),
                 testing::Contains(LogLine{3, "MainGuiHandler::SaveAllowedUrl: Cannot save an empty URL"}));
-    EXPECT_EQ(nullptr, m_handler->AdminHandle());
+    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
 }
 
 TEST_F(MainGuiTest, AnAllowedUrlAsksAnewWhileAMyLinksUrlUsesWhatIsThere)
 {
-    Start();
+    StartMainGui();
     OpenSettings();
-    const auto first = m_handler->AdminHandle();
+    const auto first = m_mainGui->AdminHandle();
     m_host.PageSets(Ids::kSaveMyLinksUrl, "a.example");
-    EXPECT_EQ(first, m_handler->AdminHandle());
+    EXPECT_EQ(first, m_mainGui->AdminHandle());
     m_host.PageSets(Ids::kSaveAllowedUrl, "b.example");
-    EXPECT_NE(first, m_handler->AdminHandle());
-    EXPECT_NE(nullptr, m_handler->AdminHandle()); // a page is open
+    EXPECT_NE(first, m_mainGui->AdminHandle());
+    EXPECT_NE(nullptr, m_mainGui->AdminHandle()); // a page is open
     EXPECT_EQ(R"([{"allowed":true,"label":"","url":"a.example"},{"allowed":true,"label":"","url":"b.example"}])",
               Find(kUser, Keys::kSites).text);
 }
 
 TEST_F(MainGuiTest, AMyLinksUrlWithoutElevatedSettingsReloadsAndWritesNothing)
 {
-    Start();
+    StartMainGui();
     int reloads = 0;
-    QObject::connect(m_handler.get(), &MainGuiHandler::ReloadAllowedWebsitesList, [&] { ++reloads; });
+    QObject::connect(m_mainGui.get(), &MainGuiHandler::ReloadAllowedWebsitesList, [&] { ++reloads; });
     m_host.PageSets(Ids::kSaveMyLinksUrl, "a.example");
     EXPECT_EQ(1, reloads);
     EXPECT_THAT(WrittenKeys(), IsEmpty());
@@ -170,11 +161,11 @@ TEST_F(MainGuiTest, AMyLinksUrlWithoutElevatedSettingsReloadsAndWritesNothing)
 
 TEST_F(MainGuiTest, AnAllowedUrlIsNotSavedWhenThePromptIsDeclined)
 {
-    Start();
+    StartMainGui();
     AnswerElevation(false);
     LogCapture::Expect(2, kDeclined);
     int reloads = 0;
-    QObject::connect(m_handler.get(), &MainGuiHandler::ReloadAllowedWebsitesList, [&] { ++reloads; });
+    QObject::connect(m_mainGui.get(), &MainGuiHandler::ReloadAllowedWebsitesList, [&] { ++reloads; });
     m_host.PageSets(Ids::kSaveAllowedUrl, "a.example");
     EXPECT_EQ(0, reloads);
     EXPECT_THAT(LogCapture::Take(4), testing::Contains(LogLine{3, "MainGuiHandler::OnNotify: Could not show UAC."}));
@@ -182,9 +173,9 @@ TEST_F(MainGuiTest, AnAllowedUrlIsNotSavedWhenThePromptIsDeclined)
 
 TEST_F(MainGuiTest, TheHandlersEndReleasesTheElevatedSettings)
 {
-    Start();
+    StartMainGui();
     OpenSettings();
-    m_handler.reset();
+    m_mainGui.reset();
     EXPECT_EQ(2u, OpenHandles());
     EXPECT_THAT(LogCapture::Take(5), testing::IsSupersetOf({LogLine{5, "MainGuiHandler::~MainGuiHandler: "},
                                                             LogLine{5, "MainGuiHandler::UninitialiseAdminHandle: "}}));

@@ -10,10 +10,8 @@ TEST_F(MainGuiTest, EachSwitchMoveWritesExactlyItsKeys)
         const char *state, *status;
         std::vector<std::wstring> keys;
     };
-    Start();
+    StartMainGui();
     OpenSettings();
-    m_handler->AdminHandle()->Save(); // what opening marked
-    TakeWrites();
     for (const Row& row : {Row{Ids::kWebFilter, Ids::kWebFilterStatus, {Keys::kContent}},
                            Row{Ids::kTimeLimit, Ids::kTimeLimitStatus, {Keys::kTime, Keys::kQuota}},
                            Row{Ids::kSafeSearch, Ids::kSafeSearchStatus, {Keys::kSearchFilter}}})
@@ -24,9 +22,7 @@ TEST_F(MainGuiTest, EachSwitchMoveWritesExactlyItsKeys)
             EXPECT_EQ(on ? "On" : "Off", m_host.Text(row.state));
             EXPECT_EQ(on ? "On" : "Off", m_host.Text(row.status));
             Settle();
-            std::vector<std::wstring> written = WrittenKeys();
-            std::sort(written.begin(), written.end());
-            EXPECT_EQ(row.keys, written);
+            EXPECT_EQ(row.keys, WrittenKeys());
             for (const std::wstring& key : row.keys)
                 EXPECT_EQ(on ? 1 : 0, Find(kUser, key.c_str()).number);
             EXPECT_EQ(on ? "On" : "Off", m_host.Text(row.state));
@@ -36,7 +32,7 @@ TEST_F(MainGuiTest, EachSwitchMoveWritesExactlyItsKeys)
 
 TEST_F(MainGuiTest, ASwitchMoveIsAnsweredBeforeTheStatusIsPublished)
 {
-    Start();
+    StartMainGui();
     OpenSettings();
     m_host.PageSets(Ids::kTimeLimit, "MoveOn");
     const auto set = m_host.Take("set");
@@ -50,7 +46,7 @@ TEST_F(MainGuiTest, ASwitchMoveIsAnsweredBeforeTheStatusIsPublished)
 
 TEST_F(MainGuiTest, ASettledSwitchValueChangesNothing)
 {
-    Start();
+    StartMainGui();
     OpenSettings();
     for (const char* value : {"On", "Off", "", "moveon"})
         m_host.PageSets(Ids::kWebFilter, value);
@@ -60,7 +56,7 @@ TEST_F(MainGuiTest, ASettledSwitchValueChangesNothing)
 
 TEST_F(MainGuiTest, AMoveWithoutElevatedSettingsShowsWhatHolds)
 {
-    Start();
+    StartMainGui();
     m_host.PageSets(Ids::kWebFilter, "MoveOn");
     EXPECT_THAT(WrittenKeys(), IsEmpty());
     EXPECT_EQ("Off", m_host.Text(Ids::kWebFilter));
@@ -70,11 +66,8 @@ TEST_F(MainGuiTest, AMoveOfAnEnforcedSwitchIsAnsweredAndTakenBack)
 {
     Put(kUser, Keys::kContent, false);
     Constrain(kUser, Keys::kContent, ORB_STRATA_CONSTRAINT_ENFORCED);
-    Start();
+    StartMainGui();
     OpenSettings();
-    m_handler->AdminHandle()->Save();
-    TakeWrites();
-    m_host.Forget();
     m_host.PageSets(Ids::kWebFilter, "MoveOn");
     EXPECT_THAT(WrittenKeys(), IsEmpty());
     EXPECT_EQ("Off", m_host.Text(Ids::kWebFilter));
@@ -86,7 +79,7 @@ TEST_F(MainGuiTest, AMoveOfAnEnforcedSwitchIsAnsweredAndTakenBack)
 
 TEST_F(MainGuiTest, AMoveThatCannotBeSavedIsTakenBackAndWrittenLater)
 {
-    Start();
+    StartMainGui();
     OpenSettings();
     Fail("OrbStrata_SetBool", Keys::kContent, 31, 1);
     LogCapture::Expect(1, "StrataSettings::Property<bool>::Save: 'common.content.enabled' saving failed, result 31");
@@ -99,7 +92,7 @@ TEST_F(MainGuiTest, AMoveThatCannotBeSavedIsTakenBackAndWrittenLater)
 
 TEST_F(MainGuiTest, ShowingSettingsRecordsAMetricAndReloads)
 {
-    Start();
+    StartMainGui();
     for (const char* id : {"@Veridan\\Settings\\Triggers:show_settings_ui", "@Veridan\\Settings\\Triggers:show_bp_page",
                            "@Veridan\\Settings\\Triggers:show_tl_page", "@Veridan\\Settings\\Triggers:show_wf_page",
                            "@Veridan\\Settings\\Triggers:show_bankingprotection_page",
@@ -112,12 +105,12 @@ TEST_F(MainGuiTest, ShowingSettingsRecordsAMetricAndReloads)
         EXPECT_EQ("settings_gui_opened", MetricEvents().back());
         EXPECT_THAT(m_host.Take("trigger"), ElementsAre("load_data")) << id;
     }
-    EXPECT_EQ(nullptr, m_handler->AdminHandle());
+    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
 }
 
 TEST_F(MainGuiTest, AFailedMetricIsLoggedAndThePageReloads)
 {
-    Start();
+    StartMainGui();
     FailMetrics(7, 1);
     LogCapture::Expect(2, "MainGuiHandler::OnNotify: OrbDpApi_MetricsRecordEvent failed with error: 7");
     m_host.PageFires("@Veridan\\Settings\\Triggers:show_settings_ui");
@@ -127,7 +120,7 @@ TEST_F(MainGuiTest, AFailedMetricIsLoggedAndThePageReloads)
 
 TEST_F(MainGuiTest, TheMainWindowIsShownWithFreshData)
 {
-    Start();
+    StartMainGui();
     m_host.PageFires("@Triggers\\Windows:show_main_window");
     EXPECT_EQ(QVariant(true), m_host.Value(Ids::kVisible));
     const auto set = m_host.Take("set");

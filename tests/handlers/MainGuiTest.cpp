@@ -8,8 +8,8 @@ using testing::Not;
 
 TEST_F(MainGuiTest, DeclaresItsVariablesInOrder)
 {
-    m_handler = std::make_unique<MainGuiHandler>(m_system, m_user);
-    ASSERT_TRUE(m_handler->Initialize(&m_host));
+    m_mainGui = std::make_shared<MainGuiHandler>(m_system, m_user);
+    ASSERT_TRUE(m_mainGui->Initialize(&m_host));
     EXPECT_THAT(m_host.Take("register"),
                 ElementsAre("browsing_protection_status", "browsing_protection_state",
                             "browsing_protection_state_readonly", "current_user_web_page_filter_status",
@@ -21,8 +21,8 @@ TEST_F(MainGuiTest, DeclaresItsVariablesInOrder)
 
 TEST_F(MainGuiTest, PublishesUserThenSystemDataAtStart)
 {
-    m_handler = std::make_unique<MainGuiHandler>(m_system, m_user);
-    ASSERT_TRUE(m_handler->Initialize(&m_host));
+    m_mainGui = std::make_shared<MainGuiHandler>(m_system, m_user);
+    ASSERT_TRUE(m_mainGui->Initialize(&m_host));
     EXPECT_THAT(SetsBesideStatus(),
                 ElementsAre("time_limit_state", "time_limit_status", "current_user_web_page_filter_switch_state",
                             "current_user_web_page_filter_status", "safe_search_state", "safe_search_status",
@@ -50,12 +50,12 @@ TEST_F(MainGuiTest, StatusFollowsProtectionFirstThenFilterOrTimeLimit)
           Row{false, false, false, "Error", "UsersNotProtected", "BpOff"},
           Row{false, true, true, "Error", "UsersNotProtected", "BpOff"}})
     {
-        m_handler.reset();
+        m_mainGui.reset();
         Put(kSystem, Keys::kBrowsingProtection, row.browsing);
         Put(kUser, Keys::kContent, row.content);
         Put(kUser, Keys::kTime, row.time);
         Settle();
-        Start();
+        StartMainGui();
         EXPECT_EQ(row.level, m_host.Text(Ids::kStatusLevel));
         EXPECT_EQ(row.main, m_host.Text(Ids::kMainStatus));
         EXPECT_EQ(row.sub, m_host.Text(Ids::kSubStatus));
@@ -64,21 +64,21 @@ TEST_F(MainGuiTest, StatusFollowsProtectionFirstThenFilterOrTimeLimit)
 
 TEST_F(MainGuiTest, SubStatusStaysWithoutTheUsersSettings)
 {
-    Start();
+    StartMainGui();
     m_host.PageSets(Ids::kSubStatus, "as before");
     m_user.reset();
-    m_handler->LoadStatus();
+    m_mainGui->LoadStatus();
     EXPECT_THAT(m_host.Take("set"), ElementsAre("status_level", "main_status"));
     EXPECT_EQ("as before", m_host.Text(Ids::kSubStatus));
 }
 
 TEST_F(MainGuiTest, WithoutControllersNothingIsPublished)
 {
-    m_handler = std::make_unique<MainGuiHandler>(nullptr, nullptr);
+    m_mainGui = std::make_shared<MainGuiHandler>(nullptr, nullptr);
     LogCapture::Expect(1, "MainGuiHandler::LoadStatus: systemSettings=0, m_dataPeer=1");
-    ASSERT_TRUE(m_handler->Initialize(&m_host));
+    ASSERT_TRUE(m_mainGui->Initialize(&m_host));
     EXPECT_THAT(m_host.Take("set"), IsEmpty());
-    m_host.PageFires(Ids::kLoadData);
+    m_host.PageFires(kLoadData);
     m_host.PageSets(Ids::kVisible, true);
     EXPECT_THAT(m_host.Take("set"), IsEmpty());
     EXPECT_THAT(LogCapture::Take(5),
@@ -88,21 +88,21 @@ TEST_F(MainGuiTest, WithoutControllersNothingIsPublished)
 
 TEST_F(MainGuiTest, WithoutADataPeerStatusSaysSo)
 {
-    m_handler = std::make_unique<MainGuiHandler>(m_system, m_user);
+    m_mainGui = std::make_shared<MainGuiHandler>(m_system, m_user);
     LogCapture::Expect(1, "MainGuiHandler::LoadStatus: systemSettings=1, m_dataPeer=0");
     LogCapture::Expect(1, "MainGuiHandler::LoadStatus: systemSettings=1, m_dataPeer=0");
-    m_handler->LoadStatus();
-    m_handler->LoadSystemWideData();
-    m_handler->LoadUserData();
-    m_handler->OnUserInfoChanged();
-    m_handler->BrowsingProtectionSTRATAChanged(L"");
+    m_mainGui->LoadStatus();
+    m_mainGui->LoadSystemWideData();
+    m_mainGui->LoadUserData();
+    m_mainGui->OnUserInfoChanged();
+    m_mainGui->BrowsingProtectionSTRATAChanged(L"");
 }
 
 TEST_F(MainGuiTest, ReadOnlyFlagsAreTheSwitchesOwn)
 {
     Put(kSystem, Keys::kBankingProtection, false);
     Constrain(kSystem, Keys::kBankingProtection, ORB_STRATA_CONSTRAINT_ENFORCED);
-    Start();
+    StartMainGui();
     EXPECT_EQ("Off", m_host.Text("@SafeBanking\\Data:banking_protection_state"));
     EXPECT_EQ("Off", m_host.Text("@SafeBanking\\Data:banking_protection_status"));
     EXPECT_EQ(QVariant(true), m_host.Value("@SafeBanking\\Data:banking_protection_state_readonly"));
@@ -112,7 +112,7 @@ TEST_F(MainGuiTest, ReadOnlyFlagsAreTheSwitchesOwn)
 TEST_F(MainGuiTest, TheSystemSelectsWhichSafeSearchSwitchIsShown)
 {
     Put(kUser, Keys::kSafeSearch, true);
-    Start();
+    StartMainGui();
     EXPECT_EQ("Off", m_host.Text(Ids::kSafeSearch));
     Put(kSystem, Keys::kDigiParenting, true);
     Settle();
@@ -122,7 +122,7 @@ TEST_F(MainGuiTest, TheSystemSelectsWhichSafeSearchSwitchIsShown)
 
 TEST_F(MainGuiTest, APageThatIsOpenFollowsTheStore)
 {
-    Start();
+    StartMainGui();
     Put(kUser, Keys::kTime, true);
     Put(kUser, Keys::kBrowserType, 3);
     Put(kSystem, Keys::kBankingProtection, false);
@@ -141,7 +141,7 @@ TEST_F(MainGuiTest, APageThatIsOpenFollowsTheStore)
 
 TEST_F(MainGuiTest, AChangedBrowserExtensionReloadsEveryPage)
 {
-    Start();
+    StartMainGui();
     Put(kUser, Keys::kExtensionDisabled, true);
     Settle();
     EXPECT_EQ(QVariant(true), m_host.Value("@ContentControl\\Status:browser_extension_disabled"));
@@ -150,8 +150,8 @@ TEST_F(MainGuiTest, AChangedBrowserExtensionReloadsEveryPage)
 
 TEST_F(MainGuiTest, LoadDataPublishesSystemThenUser)
 {
-    Start();
-    m_host.PageFires(Ids::kLoadData);
+    StartMainGui();
+    m_host.PageFires(kLoadData);
     const auto set = SetsBesideStatus();
     ASSERT_EQ(14u, set.size());
     EXPECT_EQ("browsing_protection_state", set.front());
@@ -160,7 +160,7 @@ TEST_F(MainGuiTest, LoadDataPublishesSystemThenUser)
 
 TEST_F(MainGuiTest, VisibilityIsKeptInTheUsersSettings)
 {
-    Start();
+    StartMainGui();
     m_host.PageSets(Ids::kVisible, true);
     EXPECT_THAT(WrittenKeys(), ElementsAre(Keys::kMainGuiOpen));
     EXPECT_EQ(1, Find(kUser, Keys::kMainGuiOpen).number);
@@ -170,20 +170,20 @@ TEST_F(MainGuiTest, VisibilityIsKeptInTheUsersSettings)
 
 TEST_F(MainGuiTest, LocalisationUserAndBrowserChangesRepublishTheirPart)
 {
-    Start();
+    StartMainGui();
     m_host.PageFires("@Localization\\MetaData\\Localization:updated");
     EXPECT_THAT(m_host.Take("set"), ElementsAre("status_level", "main_status", "sub_status"));
-    m_handler->OnBrowserRepositoryChanged();
+    m_mainGui->OnBrowserRepositoryChanged();
     EXPECT_EQ(8u, SetsBesideStatus().size());
-    m_handler->OnUserInfoChanged();
+    m_mainGui->OnUserInfoChanged();
     EXPECT_EQ("sub_status", m_host.Take("set").back());
 }
 
 TEST_F(MainGuiTest, TheSaveTriggerIsHandedOnAndWritesNothing)
 {
-    Start();
+    StartMainGui();
     int saves = 0;
-    QObject::connect(m_handler.get(), &MainGuiHandler::Save, [&] { ++saves; });
+    QObject::connect(m_mainGui.get(), &MainGuiHandler::Save, [&] { ++saves; });
     m_host.PageFires("@Veridan\\Settings\\Triggers:save");
     EXPECT_EQ(1, saves);
     EXPECT_THAT(WrittenKeys(), IsEmpty());
@@ -191,7 +191,7 @@ TEST_F(MainGuiTest, TheSaveTriggerIsHandedOnAndWritesNothing)
 
 TEST_F(MainGuiTest, TheSettingsSaveIsAnsweredInOrder)
 {
-    Start();
+    StartMainGui();
     m_host.PageFires("@VDNSettings:save");
     EXPECT_EQ(QVariant(0), m_host.Value("@VDNSettings:saveResult"));
     EXPECT_EQ("VDNSettingsMultiPageHost", m_host.Text("@VDNSettings:saveResultReceiver"));
@@ -203,7 +203,7 @@ TEST_F(MainGuiTest, TheSettingsSaveIsAnsweredInOrder)
 
 TEST_F(MainGuiTest, AnUnusedTriggerDoesNothing)
 {
-    Start();
+    StartMainGui();
     m_host.PageFires("@ContentControl\\Triggers:launch_support_tool");
     EXPECT_THAT(m_host.Take("set"), IsEmpty());
     EXPECT_THAT(LogCapture::Take(5),
@@ -212,10 +212,10 @@ TEST_F(MainGuiTest, AnUnusedTriggerDoesNothing)
 
 TEST_F(MainGuiTest, ThePeerGoesBackExactlyOnce)
 {
-    Start();
+    StartMainGui();
     EXPECT_EQ(1, m_host.PeersGiven());
     EXPECT_EQ(1, m_host.PeersOut());
-    m_handler.reset();
+    m_mainGui.reset();
     EXPECT_EQ(0, m_host.PeersOut());
     Put(kUser, Keys::kTime, true); // nobody is told any more
     Settle();

@@ -1,16 +1,10 @@
 #pragma once
 
-#include "handlers/MainGuiHandler.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/RecordingHost.h"
-#include "tests/support/StoreTest.h"
-
-#include <algorithm>
+#include "tests/handlers/HandlerTest.h"
 
 namespace Ids
 {
 
-inline constexpr const char* kLoadData = "@Veridan\\Settings\\Triggers:load_data";
 inline constexpr const char* kVisible = "@Veridan\\MainGUI:visible";
 inline constexpr const char* kWebFilter = "@ContentControl\\Data:current_user_web_page_filter_switch_state";
 inline constexpr const char* kWebFilterStatus = "@ContentControl\\Status:current_user_web_page_filter_status";
@@ -49,27 +43,9 @@ inline constexpr const wchar_t* kBrowserType = L"windows.browsing_protection.int
 
 } // namespace Keys
 
-/// The handler on a real store, with the host in the test's hands.
-class MainGuiTest : public StoreTest
+class MainGuiTest : public HandlerTest
 {
 protected:
-    /// Creates and initialises the handler; what it did so far is forgotten.
-    void Start()
-    {
-        m_system->Load();
-        m_handler = std::make_unique<MainGuiHandler>(m_system, m_user);
-        ASSERT_TRUE(m_handler->Initialize(&m_host));
-        m_host.Forget();
-    }
-
-    void OpenSettings()
-    {
-        m_host.PageFires(Ids::kRequestSettings);
-        ASSERT_NE(nullptr, m_handler->AdminHandle());
-        m_host.Forget();
-        TakeWrites();
-    }
-
     /// What was set but for the status: the host tells the handler of its own writes, too, and each of a switch's state
     /// brings the status anew.
     RecordingHost::Record SetsBesideStatus()
@@ -81,17 +57,4 @@ protected:
         sets.erase(std::remove_if(sets.begin(), sets.end(), isStatus), sets.end());
         return sets;
     }
-
-    std::vector<std::wstring> WrittenKeys()
-    {
-        std::vector<std::wstring> keys;
-        for (const WrittenKey& write : TakeWrites())
-            keys.push_back(write.key);
-        return keys;
-    }
-
-    RecordingHost m_host;
-    std::shared_ptr<SystemSettings> m_system = std::make_shared<SystemSettings>(nullptr, kSettingsClientId);
-    std::shared_ptr<UserSettings> m_user = std::make_shared<UserSettings>(kUser, m_system, false);
-    std::unique_ptr<MainGuiHandler> m_handler;
 };

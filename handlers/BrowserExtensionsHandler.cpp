@@ -1,0 +1,107 @@
+#include "handlers/BrowserExtensionsHandler.h"
+
+#include "handlers/MainGuiHandler.h"
+#include "handlers/Metrics.h"
+#include "logging/FunctionLog.h"
+
+#include <limits>
+
+namespace
+{
+
+const VariableIdentifier kForceExtensions("@BrowserExtensions\\Data:force_extensions");
+const VariableIdentifier kForceExtensionsReadOnly("@BrowserExtensions\\Data:force_extensions_readonly");
+const VariableIdentifier kReinstall("@BrowserExtensions\\Triggers:reinstall");
+const VariableIdentifier kLoadData("@Veridan\\Settings\\Triggers:load_data");
+const VariableIdentifier kSave("@Veridan\\Settings\\Triggers:save");
+const VariableIdentifier kShowReinstallDialog("@BrowserExtensions\\Triggers:show_reinstall_dialog");
+
+/// The next value of a counter of which only the change matters; it starts anew where it cannot grow.
+int Next(int counter)
+{
+    return counter == std::numeric_limits<int>::max() ? 0 : counter + 1;
+}
+
+} // namespace
+
+const NotifyRule<BrowserExtensionsHandler> BrowserExtensionsHandler::kNotifyRules[] = {
+    {kReinstall, &BrowserExtensionsHandler::ReinstallExtensions},
+    {kLoadData, &BrowserExtensionsHandler::Load},
+    NotifyRule<BrowserExtensionsHandler>(kSave),
+};
+
+BrowserExtensionsHandler::BrowserExtensionsHandler(const std::shared_ptr<UserSettings>& userSettings,
+                                                   const std::shared_ptr<MainGuiHandler>& mainGui)
+    : m_userSettings(userSettings), m_mainGui(mainGui)
+{
+    const EntryLog log(L"BrowserExtensionsHandler::BrowserExtensionsHandler");
+}
+
+BrowserExtensionsHandler::~BrowserExtensionsHandler()
+{
+    const EntryLog log(L"BrowserExtensionsHandler::~BrowserExtensionsHandler");
+}
+
+bool BrowserExtensionsHandler::Initialize(IPlugInManager* manager)
+{
+    const EntryLog log(L"BrowserExtensionsHandler::Initialize");
+    m_variables.Obtain(manager);
+    m_variables.Register({kForceExtensions, kForceExtensionsReadOnly});
+    m_variables.SubscribeRules(kNotifyRules);
+    return true;
+}
+
+void BrowserExtensionsHandler::Load()
+{
+    const EntryLog log(L"BrowserExtensionsHandler::Load");
+    const auto user = m_userSettings.lock();
+    if (!user)
+    {
+        LOG(log, 2, L"%s: UserSettingsController doesn't exist!");
+        return;
+    }
+    const auto& skipActivation = user->Settings().browsingProtection.skipActivateExtensions;
+    m_variables.Set(kForceExtensions, skipActivation.Get());
+    m_variables.Set(kForceExtensionsReadOnly, skipActivation.IsEnforced());
+}
+
+void BrowserExtensionsHandler::OnNotify(VariableIdentifier identifier)
+{
+    const FunctionLog log(L"BrowserExtensionsHandler::OnNotify");
+    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
+    Dispatch(*this, kNotifyRules, identifier);
+}
+
+void BrowserExtensionsHandler::ReinstallExtensions()
+{
+    const EntryLog log(L"BrowserExtensionsHandler::ReinstallExtensions");
+    const auto mainGui = m_mainGui.lock();
+    if (!mainGui)
+    {
+        LOG(log, 2, L"%s: MainGuiHandler doesn't exist!");
+        return;
+    }
+    if (!mainGui->ShowUAC(true))
+    {
+        LOG(log, 4, L"%s: User declined UAC prompt");
+        return;
+    }
+    const auto settings = mainGui->AdminHandle();
+    if (!settings)
+    {
+        LOG(log, 2, L"%s: Unknown elevation error");
+        return;
+    }
+
+    m_variables.Fire(kShowReinstallDialog);
+    auto& trigger = settings->WritableSettings().internal.reinstallExtensions;
+    trigger.Set(Next(trigger.Get()));
+    const bool saved = settings->Save();
+    mainGui->ReleaseUnusedAdminHandle();
+    if (!saved)
+    {
+        LOG(log, 2, L"%s: Couldn't save ReinstallBrowserExtensionsTrigger Strata setting");
+        return;
+    }
+    RecordMetricsEvent(log, "browser_extensions_reinstall_triggered");
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "handlers/SettingsControllers.h"
+#include "handlers/UiVariables.h"
+
+#include <QObject>
+
+class MainGuiHandler;
+
+/// Shows whether the browser extensions are forced, and has them installed again. UI thread only.
+class BrowserExtensionsHandler : public QObject
+{
+    Q_OBJECT
+
+public:
+    BrowserExtensionsHandler(const std::shared_ptr<UserSettings>& userSettings,
+                             const std::shared_ptr<MainGuiHandler>& mainGui);
+    ~BrowserExtensionsHandler() override;
+
+    /// Always true.
+    bool Initialize(IPlugInManager* manager);
+
+    void Load();
+
+    /// Asks the user to agree, then raises the counter whose change has the service install the extensions again.
+    void ReinstallExtensions();
+
+public Q_SLOTS:
+    void OnNotify(VariableIdentifier identifier);
+
+private:
+    static const NotifyRule<BrowserExtensionsHandler> kNotifyRules[3];
+
+    const std::weak_ptr<UserSettings> m_userSettings;
+    const std::weak_ptr<MainGuiHandler> m_mainGui;
+    UiVariables m_variables{*this};
+};

@@ -1,0 +1,119 @@
+#include "handlers/TimeLimitHandler.h"
+
+#include "handlers/SaveController.h"
+#include "logging/FunctionLog.h"
+
+#include <algorithm>
+
+namespace
+{
+
+const VariableIdentifier kTimeSlots("@TimeLimit\\Data:time_slots");
+const VariableIdentifier kWeekdayHours("@TimeLimit\\Data:weekday_hours_value");
+const VariableIdentifier kWeekdayCaption("@TimeLimit\\Strings:weekday_caption");
+const VariableIdentifier kWeekendCaption("@TimeLimit\\Strings:weekend_caption");
+const VariableIdentifier kDailyHoursMax("@TimeLimit\\Strings:daily_hours_max");
+const VariableIdentifier kDailyHoursMin("@TimeLimit\\Strings:daily_hours_min");
+const VariableIdentifier kDailyHoursSingular("@TimeLimit\\Strings:daily_hours_singular");
+const VariableIdentifier kDailyHoursPlural("@TimeLimit\\Strings:daily_hours_plural");
+const VariableIdentifier kLoadData("@Veridan\\Settings\\Triggers:load_data");
+const VariableIdentifier kSave("@Veridan\\Settings\\Triggers:save");
+
+constexpr std::size_t kHoursInWeek = 168;
+
+/// From this many hours on the limit is the whole day.
+constexpr int kUnlimitedHours = 8;
+
+constexpr std::size_t kTuesday = 2; // stands for the weekdays
+
+StrataSettings::Seconds LimitOf(int hours)
+{
+    return std::chrono::hours(hours < kUnlimitedHours ? hours : 24);
+}
+
+int HoursOf(StrataSettings::Seconds limit)
+{
+    const auto hours = std::chrono::duration_cast<std::chrono::hours>(limit).count();
+    return static_cast<int>(std::min<std::int64_t>(hours, kUnlimitedHours));
+}
+
+} // namespace
+
+const NotifyRule<TimeLimitHandler> TimeLimitHandler::kNotifyRules[] = {
+    {kLoadData, &TimeLimitHandler::Load},
+    {kSave, &TimeLimitHandler::Save},
+};
+
+TimeLimitHandler::TimeLimitHandler(const std::shared_ptr<UserSettings>& userSettings,
+                                   const std::shared_ptr<MainGuiHandler>& mainGui)
+    : m_userSettings(userSettings), m_mainGui(mainGui)
+{
+    const EntryLog log(L"TimeLimitHandler::TimeLimitHandler");
+}
+
+TimeLimitHandler::~TimeLimitHandler()
+{
+    const EntryLog log(L"TimeLimitHandler::~TimeLimitHandler");
+}
+
+bool TimeLimitHandler::Initialize(IPlugInManager* manager)
+{
+    const EntryLog log(L"TimeLimitHandler::Initialize");
+    m_variables.Obtain(manager);
+    m_variables.Register({kTimeSlots, kWeekdayHours, kWeekdayCaption, kWeekendCaption, kDailyHoursMax, kDailyHoursMin,
+                          kDailyHoursSingular, kDailyHoursPlural});
+    m_variables.SubscribeRules(kNotifyRules);
+    return true;
+}
+
+void TimeLimitHandler::OnNotify(VariableIdentifier identifier)
+{
+    const FunctionLog log(L"TimeLimitHandler::OnNotify");
+    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
+    Dispatch(*this, kNotifyRules, identifier);
+}
+
+void TimeLimitHandler::Load()
+{
+    const EntryLog log(L"TimeLimitHandler::Load");
+    const auto user = m_userSettings.lock();
+    if (!user)
+        return;
+    const Settings::Time& time = user->Settings().time;
+    m_variables.Set(kTimeSlots, QString::fromStdString(time.curfews.ToLegacyUiString()));
+    m_variables.Set(kWeekdayHours, HoursOf(time.quotas.days[kTuesday].Duration.Get()));
+}
+
+void TimeLimitHandler::Save()
+{
+    const EntryLog log(L"TimeLimitHandler::Save");
+    const auto saveController = SaveController(log, m_mainGui, L"initalized");
+    if (!saveController)
+        return;
+
+    const std::string timeSlots = m_variables.Get(kTimeSlots).toByteArray().toStdString();
+    if (timeSlots.size() != kHoursInWeek)
+    {
+        LOG(log, 3, L"%s: incorrect timeSlotsArr length: %hs", timeSlots.c_str());
+        return;
+    }
+    const int hours = m_variables.Get(kWeekdayHours).toInt();
+    if (hours < 0)
+    {
+        LOG(log, 3, L"%s: incorrect number of hours: %d", hours);
+        return;
+    }
+    SaveDailyTimeLimits(saveController->WritableSettings().time, hours, timeSlots);
+    saveController->Save();
+}
+
+void TimeLimitHandler::SaveDailyTimeLimits(Settings::Time& time, int hours, const std::string& timeSlots)
+{
+    const EntryLog log(L"TimeLimitHandler::SaveDailyTimeLimits");
+    for (Settings::Quota& quota : time.quotas.days)
+        quota.Duration.Set(LimitOf(hours));
+    if (timeSlots.empty())
+        LOG(log, 3, L"%s: No data to parse");
+    else if (!time.curfews.FromLegacyUiString(timeSlots))
+        LOG(log, 2, L"%s: Failed to parse %hs", timeSlots.c_str());
+}

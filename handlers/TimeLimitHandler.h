@@ -1,0 +1,38 @@
+#pragma once
+
+#include "handlers/SettingsControllers.h"
+#include "handlers/UiVariables.h"
+
+#include <QObject>
+
+#include <string>
+
+class MainGuiHandler;
+
+/// Serves the time-limit page: the week's allowed hours, one character each, and the daily limit. UI thread only.
+class TimeLimitHandler : public QObject
+{
+    Q_OBJECT
+
+public:
+    TimeLimitHandler(const std::shared_ptr<UserSettings>& userSettings, const std::shared_ptr<MainGuiHandler>& mainGui);
+    ~TimeLimitHandler() override;
+
+    /// Always true.
+    bool Initialize(IPlugInManager* manager);
+
+    void Load();
+    void Save();
+
+public Q_SLOTS:
+    void OnNotify(VariableIdentifier identifier);
+
+private:
+    static const NotifyRule<TimeLimitHandler> kNotifyRules[2];
+
+    static void SaveDailyTimeLimits(Settings::Time& time, int hours, const std::string& timeSlots);
+
+    const std::weak_ptr<UserSettings> m_userSettings;
+    const std::weak_ptr<MainGuiHandler> m_mainGui;
+    UiVariables m_variables{*this};
+};

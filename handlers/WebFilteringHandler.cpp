@@ -1,0 +1,202 @@
+#include "handlers/WebFilteringHandler.h"
+
+#include "handlers/SaveController.h"
+#include "logging/FunctionLog.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+
+namespace
+{
+
+const VariableIdentifier kAllowFragfinn("@ContentControl\\Data:allow_fragfinn_website_state");
+const VariableIdentifier kEnableFragfinnCheckbox("@ContentControl\\Data:enable_checkbox_fragfinn_element");
+const VariableIdentifier kEnableFragfinnLabel("@ContentControl\\Data:enable_label_fragfinn_element");
+const VariableIdentifier kCategories("@ContentControl\\Data:current_user_categories");
+const VariableIdentifier kCategoriesConfigured("@ContentControl\\Data:current_user_categories_configured");
+const VariableIdentifier kAllowedWebsites("@ContentControl\\WebsiteRestrictions:allowed_websites");
+const VariableIdentifier kWizardPage("@ContentControl\\WebPageFilterWizard:wpf_wizard_content_index");
+const VariableIdentifier kCategoriesFilter("@ContentControl\\Data:categories_filter");
+const VariableIdentifier kTeenMode("@ContentControl\\Triggers:web_page_filter_teenmode");
+const VariableIdentifier kChildMode("@ContentControl\\Triggers:web_page_filter_childmode");
+const VariableIdentifier kClearAllowedList("@ContentControl\\Triggers:clear_allowed_list");
+const VariableIdentifier kShowFragfinnSites("@ContentControl\\Triggers:show_fragfinn_sites");
+const VariableIdentifier kLoadData("@Veridan\\Settings\\Triggers:load_data");
+const VariableIdentifier kSave("@Veridan\\Settings\\Triggers:save");
+
+constexpr int kChildModePage = 1;
+constexpr int kTeenModePage = 0;
+
+QString CategoriesEntry()
+{
+    return QString::fromLatin1("Categories");
+}
+
+QString KeyOf(const Settings::Category& category)
+{
+    return QString::fromWCharArray(category.name.key);
+}
+
+/// The entry of the group that the category is a member of, for a member without an entry of its own.
+QVariant GroupEntry(const Settings::Category& category, const QVariantMap& entries)
+{
+    switch (category.name.group)
+    {
+    case Settings::kDisturbing:
+        return entries.value(QString::fromLatin1("disturbing"));
+    case Settings::kShopping:
+        return entries.value(QString::fromLatin1("shopping"));
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+const NotifyRule<WebFilteringHandler> WebFilteringHandler::kNotifyRules[] = {
+    {kTeenMode, &WebFilteringHandler::OnTeenMode},
+    {kChildMode, &WebFilteringHandler::OnChildMode},
+    NotifyRule<WebFilteringHandler>(kClearAllowedList),
+    {kShowFragfinnSites, &WebFilteringHandler::OnShowFragfinn},
+    {kLoadData, &WebFilteringHandler::Load},
+    {kSave, &WebFilteringHandler::Save},
+};
+
+WebFilteringHandler::WebFilteringHandler(const std::shared_ptr<SystemSettings>& systemSettings,
+                                         const std::shared_ptr<UserSettings>& userSettings)
+    : m_systemSettings(systemSettings), m_userSettings(userSettings)
+{
+    const EntryLog log(L"WebFilteringHandler::WebFilteringHandler");
+}
+
+WebFilteringHandler::~WebFilteringHandler()
+{
+    const EntryLog log(L"WebFilteringHandler::~WebFilteringHandler");
+}
+
+bool WebFilteringHandler::Initialize(IPlugInManager* manager, const std::shared_ptr<MainGuiHandler>& mainGui)
+{
+    const EntryLog log(L"WebFilteringHandler::Initialize");
+    m_mainGui = mainGui;
+    m_variables.Obtain(manager);
+    m_variables.Register({kAllowFragfinn, kEnableFragfinnCheckbox, kEnableFragfinnLabel, kCategories,
+                          kCategoriesConfigured, kAllowedWebsites, kWizardPage, kCategoriesFilter});
+    m_variables.SubscribeRules(kNotifyRules);
+    return true;
+}
+
+void WebFilteringHandler::Load()
+{
+    const EntryLog log(L"WebFilteringHandler::Load");
+    const auto system = m_systemSettings.lock();
+    const auto user = m_userSettings.lock();
+    if (!system || !user || !m_variables)
+        return;
+
+    const VdnSettings& settings = user->Settings();
+    m_variables.Set(kAllowFragfinn, settings.fragfinn.enabled.Get());
+    const bool fragfinnActivated = settings.fragfinn.activated.Get();
+    m_variables.Set(kEnableFragfinnCheckbox, fragfinnActivated);
+    m_variables.Set(kEnableFragfinnLabel, fragfinnActivated);
+    m_variables.Set(kCategories, LoadCategoriesFromStrata(settings.categories));
+    m_variables.Set(kAllowedWebsites, ConvertList(settings.internal.sites.list.Get()));
+    const bool childMode = settings.webFiltering.childMode.Get();
+    m_variables.Set(kWizardPage, childMode ? kChildModePage : kTeenModePage);
+    m_variables.Set(kCategoriesFilter, !childMode);
+}
+
+QVariantMap WebFilteringHandler::LoadCategoriesFromStrata(const Settings::Categories& categories)
+{
+    const EntryLog log(L"WebFilteringHandler::LoadCategoriesFromStrata");
+    QVariantMap entries;
+    bool configured = false;
+    for (const Settings::Category& category : categories.categories)
+    {
+        const QString key = KeyOf(category);
+        const bool allowed = category.allowed.Get();
+        LOG(log, 5, L"%s: %S = %d", key.toStdString().c_str(), allowed ? 1 : 0);
+        entries.insert(key, allowed);
+        configured |= !allowed;
+    }
+    m_variables.Set(kCategoriesConfigured, configured);
+    return {{CategoriesEntry(), entries}};
+}
+
+QVariantList WebFilteringHandler::ConvertList(const std::set<Settings::Site>& sites)
+{
+    const EntryLog log(L"WebFilteringHandler::ConvertList");
+    const QString column = QString::fromLatin1("0");
+    QVariantList rows;
+    for (const Settings::Site& site : sites)
+    {
+        if (!site.allowed)
+            continue;
+        LOG(log, 5, L"%s: Adding %hs into map with column index", site.Url.c_str());
+        rows.append(QVariantMap{{column, QString::fromStdString(site.Url)}});
+    }
+    return rows;
+}
+
+void WebFilteringHandler::Save()
+{
+    const EntryLog log(L"WebFilteringHandler::Save");
+    const auto saveController = SaveController(log, m_mainGui, L"initalized");
+    if (!saveController)
+        return;
+
+    VdnSettings& settings = saveController->WritableSettings();
+    const bool categoryMode = m_variables.Get(kCategoriesFilter).toBool();
+    settings.webFiltering.childMode.Set(!categoryMode);
+    if (categoryMode)
+        SetCategoriesToStrata(settings.categories, m_variables.Get(kCategories).toMap());
+    else
+        settings.fragfinn.enabled.Set(m_variables.Get(kAllowFragfinn).toBool());
+    saveController->Save();
+}
+
+void WebFilteringHandler::SetCategoriesToStrata(Settings::Categories& categories, const QVariantMap& map)
+{
+    const EntryLog log(L"WebFilteringHandler::SetCategoriesToStrata");
+    if (!map.contains(CategoriesEntry()))
+    {
+        LOG(log, 3, L"%s: categories key not found");
+        return;
+    }
+    const QVariantMap entries = map.value(CategoriesEntry()).toMap();
+    for (Settings::Category& category : categories.categories)
+    {
+        const QString key = KeyOf(category);
+        const QVariant entry = entries.contains(key) ? entries.value(key) : GroupEntry(category, entries);
+        if (!entry.isValid())
+            continue;
+        LOG(log, 5, L"%s: %S = %d (isAllowed=%d)", key.toStdString().c_str(), entry.toBool() ? 1 : 0,
+            category.allowed.Get() ? 1 : 0);
+        category.allowed.Set(entry.toBool());
+    }
+}
+
+void WebFilteringHandler::OnNotify(VariableIdentifier identifier)
+{
+    const FunctionLog log(L"WebFilteringHandler::OnNotify");
+    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
+    Dispatch(*this, kNotifyRules, identifier);
+}
+
+void WebFilteringHandler::OnChildMode()
+{
+    m_variables.Set(kWizardPage, kChildModePage);
+}
+
+void WebFilteringHandler::OnTeenMode()
+{
+    m_variables.Set(kWizardPage, kTeenModePage);
+}
+
+void WebFilteringHandler::OnShowFragfinn()
+{
+    const auto user = m_userSettings.lock();
+    if (!user)
+        return;
+    const std::string address = user->Settings().fragfinn.url.Get();
+    QDesktopServices::openUrl(QUrl::fromUserInput(QString::fromStdString(address)));
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "handlers/SettingsControllers.h"
+#include "handlers/UiVariables.h"
+
+#include <QObject>
+#include <QVariant>
+
+class MainGuiHandler;
+
+/// Serves the web page filter pages: what each category of websites is allowed, the children's mode, and the list of
+/// allowed websites. UI thread only.
+class WebFilteringHandler : public QObject
+{
+    Q_OBJECT
+
+public:
+    WebFilteringHandler(const std::shared_ptr<SystemSettings>& systemSettings,
+                        const std::shared_ptr<UserSettings>& userSettings);
+    ~WebFilteringHandler() override;
+
+    /// Always true.
+    bool Initialize(IPlugInManager* manager, const std::shared_ptr<MainGuiHandler>& mainGui);
+
+    void Load();
+    void Save();
+
+    /// {"Categories": {key: allowed}}; also publishes whether any category is blocked.
+    QVariantMap LoadCategoriesFromStrata(const Settings::Categories& categories);
+
+    /// Takes such a map. A group's entry also stands for its members that have none of their own; unknown names are
+    /// skipped.
+    static void SetCategoriesToStrata(Settings::Categories& categories, const QVariantMap& map);
+
+    /// Table rows {"0": URL}, in list order.
+    static QVariantList ConvertList(const std::set<Settings::Site>& sites);
+
+public Q_SLOTS:
+    void OnNotify(VariableIdentifier identifier);
+
+private:
+    static const NotifyRule<WebFilteringHandler> kNotifyRules[6];
+
+    void OnChildMode();
+    void OnTeenMode();
+    void OnShowFragfinn();
+
+    const std::weak_ptr<SystemSettings> m_systemSettings;
+    const std::weak_ptr<UserSettings> m_userSettings;
+    std::weak_ptr<MainGuiHandler> m_mainGui;
+    UiVariables m_variables{*this};
+};

@@ -1,0 +1,267 @@
+#include "handlers/WebsiteListHandler.h"
+
+#include "handlers/MainGuiHandler.h"
+#include "handlers/SaveController.h"
+#include "logging/FunctionLog.h"
+#include "util/UrlUtil.h"
+
+#include <QStringList>
+
+namespace
+{
+
+const VariableIdentifier kEnableTabList("@ContentControl\\WebsiteRestrictions:enable_tab_list");
+const VariableIdentifier kReadOnlyTable("@ContentControl\\WebsiteRestrictions:readonly_table");
+const VariableIdentifier kAllowedWebsites("@ContentControl\\WebsiteRestrictions:allowed_websites");
+const VariableIdentifier kDeniedWebsites("@ContentControl\\WebsiteRestrictions:denied_websites");
+const VariableIdentifier kAllowedActionItem("@ContentControl\\WebsiteRestrictions:allowed_action_item");
+const VariableIdentifier kDeniedActionItem("@ContentControl\\WebsiteRestrictions:denied_action_item");
+const VariableIdentifier kShowWebsiteList("@ContentControl\\Triggers:show_website_list");
+const VariableIdentifier kClearAllowedList("@ContentControl\\Triggers:clear_allowed_list");
+const VariableIdentifier kClearDeniedList("@ContentControl\\Triggers:clear_denied_list");
+const VariableIdentifier kAdminEntry("@Veridan\\Websites\\Strings:admin_entry");
+
+QString Ascii(const char* text)
+{
+    return QString::fromLatin1(text);
+}
+
+} // namespace
+
+const NotifyRule<WebsiteListHandler> WebsiteListHandler::kNotifyRules[] = {
+    {kShowWebsiteList, &WebsiteListHandler::OnShowWebsiteList},
+    {kAllowedActionItem, &WebsiteListHandler::HandleAllowedActionItem},
+    {kClearAllowedList, &WebsiteListHandler::ClearAllowed},
+};
+
+/// Subscribed only while the denied tab is enabled.
+const NotifyRule<WebsiteListHandler> WebsiteListHandler::kDeniedRules[] = {
+    {kDeniedActionItem, &WebsiteListHandler::HandleDeniedActionItem},
+    {kClearDeniedList, &WebsiteListHandler::ClearDenied},
+};
+
+WebsiteListHandler::WebsiteListHandler(const std::shared_ptr<SystemSettings>& systemSettings,
+                                       const std::shared_ptr<UserSettings>& userSettings,
+                                       const std::shared_ptr<MainGuiHandler>& mainGui)
+    : m_systemSettings(systemSettings), m_userSettings(userSettings), m_mainGui(mainGui)
+{
+    const EntryLog log(L"WebsiteListHandler::WebsiteListHandler");
+}
+
+WebsiteListHandler::~WebsiteListHandler()
+{
+    const EntryLog log(L"WebsiteListHandler::~WebsiteListHandler");
+}
+
+bool WebsiteListHandler::Initialize(IPlugInManager* manager)
+{
+    const EntryLog log(L"WebsiteListHandler::Initialize");
+    m_variables.Obtain(manager);
+    m_variables.RegisterKept({kEnableTabList, kReadOnlyTable});
+    m_variables.Register({kAllowedWebsites, kDeniedWebsites});
+    m_variables.SubscribeRules(kNotifyRules);
+    m_variables.Set(kReadOnlyTable, m_readOnly);
+
+    const auto user = m_userSettings.lock();
+    const bool deniedEnabled = user && user->Settings().internal.sites.enabled.Get();
+    if (deniedEnabled)
+        m_variables.SubscribeRules(kDeniedRules);
+    m_variables.Set(kEnableTabList, QStringList{Ascii("true"), Ascii(deniedEnabled ? "true" : "false")});
+    FollowSettings();
+    return true;
+}
+
+void WebsiteListHandler::FollowSettings()
+{
+    const auto follow = [this](auto& controller) {
+        m_registrations.push_back(controller.Subscribe(controller.Settings().internal.sites.list,
+                                                       [this](const std::wstring& key) { Load(key); }));
+    };
+    if (const auto user = m_userSettings.lock())
+        follow(*user);
+    if (const auto system = m_systemSettings.lock())
+        follow(*system);
+}
+
+void WebsiteListHandler::Load(const std::wstring&)
+{
+    const EntryLog log(L"WebsiteListHandler::Load");
+    const auto user = m_userSettings.lock();
+    const auto system = m_systemSettings.lock();
+    if (!user || !system)
+        return;
+    m_variables.Set(kReadOnlyTable, m_readOnly);
+    const Sites own = user->Settings().internal.sites.list.Get();
+    const Sites administrator = system->Settings().internal.sites.list.Get();
+    m_variables.Set(kAllowedWebsites, ConvertWebFilterList(own, administrator, true));
+    m_variables.Set(kDeniedWebsites, ConvertWebFilterList(own, administrator, false));
+}
+
+QVariantList WebsiteListHandler::ConvertWebFilterList(const Sites& own, const Sites& administrator, bool allowed) const
+{
+    const EntryLog log(L"WebsiteListHandler::ConvertWebFilterList");
+    QVariantList rows;
+    for (const Settings::Site& site : own)
+    {
+        if (site.allowed == allowed)
+            rows.append(ParseItemIntoMap(QString::fromStdString(site.Url), false));
+    }
+    for (const Settings::Site& site : administrator)
+    {
+        if (site.allowed != allowed)
+            continue;
+        const auto same = own.find(site);
+        if (same == own.end() || same->allowed != allowed)
+            rows.append(ParseItemIntoMap(QString::fromStdString(site.Url), true));
+    }
+    return rows;
+}
+
+QVariantMap WebsiteListHandler::ParseItemIntoMap(const QString& url, bool adminEntry) const
+{
+    const FunctionLog log(L"WebsiteListHandler::ParseItemIntoMap");
+    LOG(log, 5, L"%s: Adding %ls into map with column index", url.toStdWString().c_str());
+    QVariantMap row{{Ascii("0"), url}, {Ascii("readonly"), adminEntry}};
+    if (adminEntry)
+        row.insert(Ascii("tooltip"), Ascii("%1 (%2)").arg(url, m_variables.Get(kAdminEntry).toString()));
+    return row;
+}
+
+void WebsiteListHandler::OnNotify(VariableIdentifier identifier)
+{
+    const FunctionLog log(L"WebsiteListHandler::OnNotify");
+    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
+    Dispatch(*this, kNotifyRules, identifier);
+    Dispatch(*this, kDeniedRules, identifier);
+}
+
+void WebsiteListHandler::OnShowWebsiteList()
+{
+    Load({});
+}
+
+void WebsiteListHandler::RefreshAllowedWebsitesList()
+{
+    const EntryLog log(L"WebsiteListHandler::RefreshAllowedWebsitesList");
+    Load({});
+}
+
+void WebsiteListHandler::setReadOnly(bool readOnly)
+{
+    m_readOnly = readOnly;
+    if (m_variables)
+        m_variables.Set(kReadOnlyTable, m_readOnly);
+}
+
+void WebsiteListHandler::ClearAllowed()
+{
+    Clear(kAllowedWebsites, true);
+}
+
+void WebsiteListHandler::ClearDenied()
+{
+    Clear(kDeniedWebsites, false);
+}
+
+void WebsiteListHandler::Clear(const VariableIdentifier& table, bool allowed)
+{
+    m_variables.Set(table, QVariantList());
+    const auto saveController = GetSaveController();
+    const bool cleared =
+        saveController && saveController->WritableSettings().internal.sites.list.Change([allowed](Sites& sites) {
+            const std::size_t before = sites.size();
+            for (auto site = sites.begin(); site != sites.end();)
+                site = site->allowed == allowed ? sites.erase(site) : ++site;
+            return sites.size() != before;
+        }) != StrataSettings::SetResult::Enforced;
+    if (!cleared || !saveController->Save())
+        Load({}); // nothing was cleared: show what holds
+}
+
+void WebsiteListHandler::HandleAllowedActionItem()
+{
+    HandleActionItem(FunctionLog(L"WebsiteListHandler::HandleAllowedActionItem"), kAllowedActionItem, true);
+}
+
+void WebsiteListHandler::HandleDeniedActionItem()
+{
+    HandleActionItem(FunctionLog(L"WebsiteListHandler::HandleDeniedActionItem"), kDeniedActionItem, false);
+}
+
+void WebsiteListHandler::HandleActionItem(const FunctionLog& log, const VariableIdentifier& item, bool allowed)
+{
+    LOG(log, 5, L"%s: ");
+    const QVariantMap action = m_variables.Get(item).toMap();
+    if (action.isEmpty())
+    {
+        LOG(log, 5, L"%s: Action item empty");
+        return;
+    }
+    if (const auto added = action.find(Ascii("new")); added != action.end())
+        AddNewItem(added->toString(), allowed);
+    else if (const auto edited = action.find(Ascii("edit")); edited != action.end())
+        EditOldItem(*edited, allowed);
+    else if (const auto removed = action.find(Ascii("remove")); removed != action.end())
+        RemoveItem(removed->toString());
+    else if (allowed)
+        LOG(log, 2, L"%s: Unsupported allowed action");
+    else
+        LOG(log, 2, L"%s: Unsupported denied action");
+    m_variables.Set(item, QVariant()); // the same edit can be sent again
+}
+
+void WebsiteListHandler::AddNewItem(const QString& url, bool allowed)
+{
+    const FunctionLog log(L"WebsiteListHandler::AddNewItem");
+    if (url.isEmpty())
+    {
+        LOG(log, 2, L"%s: New item empty");
+        return;
+    }
+    const std::string address = UrlUtil::GetPunycodeUrl(url.toStdWString());
+    LOG(log, 5, L"%s: Adding url, punycoded format: %hs", address.c_str());
+    const auto saveController = GetSaveController();
+    if (!saveController)
+        return;
+    saveController->WritableSettings().internal.sites.Add(Settings::Site(address, allowed, std::string()));
+    saveController->Save();
+}
+
+void WebsiteListHandler::EditOldItem(const QVariant& edit, bool allowed)
+{
+    const EntryLog log(L"WebsiteListHandler::EditOldItem");
+    if (!GetSaveController())
+        return;
+    const QVariantMap change = edit.toMap();
+    const QString original = change.value(Ascii("old")).toString();
+    const QString url = change.value(Ascii("new")).toString();
+    if (original.isEmpty())
+    {
+        LOG(log, 2, L"%s: Edited item's original is empty");
+        return;
+    }
+    if (!url.isEmpty()) // else the original stays, and adding tells why
+        RemoveItem(original);
+    AddNewItem(url, allowed);
+}
+
+void WebsiteListHandler::RemoveItem(const QString& url)
+{
+    const FunctionLog log(L"WebsiteListHandler::RemoveItem");
+    LOG(log, 5, L"%s: %ls", url.toStdWString().c_str());
+    const auto saveController = GetSaveController();
+    if (!saveController)
+        return;
+    if (url.isEmpty())
+    {
+        LOG(log, 2, L"%s: New item empty");
+        return;
+    }
+    saveController->WritableSettings().internal.sites.Remove(url.toStdString());
+    saveController->Save();
+}
+
+std::shared_ptr<ElevatedSettings> WebsiteListHandler::GetSaveController() const
+{
+    return SaveController(FunctionLog(L"WebsiteListHandler::GetSaveController"), m_mainGui, L"initialized");
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "handlers/SettingsControllers.h"
+#include "handlers/UiVariables.h"
+
+#include <QObject>
+#include <QVariant>
+
+#include <vector>
+
+class MainGuiHandler;
+
+/// Serves the website restrictions page: the tables of allowed and denied websites, each with the user's own entries
+/// and the administrator's. Applies the page's edits through the elevated settings. UI thread only.
+class WebsiteListHandler : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Sites = std::set<Settings::Site>;
+
+    WebsiteListHandler(const std::shared_ptr<SystemSettings>& systemSettings,
+                       const std::shared_ptr<UserSettings>& userSettings,
+                       const std::shared_ptr<MainGuiHandler>& mainGui);
+    ~WebsiteListHandler() override;
+
+    /// Always true.
+    bool Initialize(IPlugInManager* manager);
+
+    /// Publishes both tables; `key` tells what changed, if anything did.
+    void Load(const std::wstring& key);
+
+    void HandleAllowedActionItem();
+    void HandleDeniedActionItem();
+    void AddNewItem(const QString& url, bool allowed);
+    void EditOldItem(const QVariant& edit, bool allowed);
+    void RemoveItem(const QString& url);
+
+    /// Table rows: the own sites, then the administrator's that are not among them; only those that are (not) allowed.
+    QVariantList ConvertWebFilterList(const Sites& own, const Sites& administrator, bool allowed) const;
+
+    /// {"0": URL, "readonly": bool, "tooltip": text}, the last for an administrator's entry.
+    QVariantMap ParseItemIntoMap(const QString& url, bool adminEntry) const;
+
+    std::shared_ptr<ElevatedSettings> GetSaveController() const;
+
+public Q_SLOTS:
+    void RefreshAllowedWebsitesList();
+    void setReadOnly(bool readOnly);
+    void OnNotify(VariableIdentifier identifier);
+
+private:
+    static const NotifyRule<WebsiteListHandler> kNotifyRules[3];
+    static const NotifyRule<WebsiteListHandler> kDeniedRules[2];
+
+    void FollowSettings();
+    void OnShowWebsiteList();
+    void ClearAllowed();
+    void ClearDenied();
+    void Clear(const VariableIdentifier& table, bool allowed);
+    void HandleActionItem(const FunctionLog& log, const VariableIdentifier& item, bool allowed);
+
+    const std::weak_ptr<SystemSettings> m_systemSettings;
+    const std::weak_ptr<UserSettings> m_userSettings;
+    const std::weak_ptr<MainGuiHandler> m_mainGui;
+    UiVariables m_variables{*this};
+    bool m_readOnly = false;
+    std::vector<UserSettings::Registration> m_registrations;
+};

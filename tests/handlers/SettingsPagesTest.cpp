@@ -1,0 +1,163 @@
+#include "handlers/BrowserExtensionsHandler.h"
+#include "handlers/BrowsingProtectionHandler.h"
+#include "tests/handlers/HandlerTest.h"
+#include "tests/support/UrlCatcher.h"
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+constexpr const wchar_t* kSuspicious = L"windows.browsing_protection.block_suspicious_websites";
+constexpr const wchar_t* kReinstallCounter = L"windows.browsing_protection.internal.reinstall_extensions";
+constexpr const char* kReinstall = "@BrowserExtensions\\Triggers:reinstall";
+
+class BrowsingProtectionTest : public HandlerTest
+{
+protected:
+    void Start()
+    {
+        m_system->Load();
+        m_handler = std::make_unique<BrowsingProtectionHandler>(m_system);
+        ASSERT_TRUE(m_handler->Initialize(&m_host));
+    }
+
+    std::unique_ptr<BrowsingProtectionHandler> m_handler;
+};
+
+class BrowserExtensionsTest : public HandlerTest
+{
+protected:
+    void Start()
+    {
+        StartMainGui();
+        m_handler = std::make_unique<BrowserExtensionsHandler>(m_user, m_mainGui);
+        ASSERT_TRUE(m_handler->Initialize(&m_host));
+        m_host.Forget();
+    }
+
+    std::unique_ptr<BrowserExtensionsHandler> m_handler;
+};
+
+} // namespace
+
+TEST_F(BrowsingProtectionTest, PublishesOptionsThenTheirReadOnlyFlagsWhenAsked)
+{
+    Put(kSystem, kSuspicious, false);
+    Constrain(kSystem, kSuspicious, ORB_STRATA_CONSTRAINT_ENFORCED);
+    Start();
+    EXPECT_THAT(m_host.Take("set"), IsEmpty());
+    m_host.PageFires(kLoadData);
+    EXPECT_EQ(QVariant(false), m_host.Value("@BrowsingProtection\\Data:suspicious_sites_protection"));
+    EXPECT_EQ(QVariant(true), m_host.Value("@BrowsingProtection\\Data:suspicious_sites_protection_readonly"));
+    EXPECT_EQ(QVariant(false), m_host.Value("@BrowsingProtection\\Data:illegal_sites_protection"));
+    EXPECT_EQ(QVariant(false), m_host.Value("@BrowsingProtection\\Data:illegal_sites_protection_readonly"));
+    EXPECT_EQ(QVariant(true), m_host.Value("@BrowsingProtection\\Data:show_searchengines_rating"));
+    EXPECT_THAT(m_host.Take("set"),
+                ElementsAre("suspicious_sites_protection", "illegal_sites_protection", "show_searchengines_rating",
+                            "suspicious_sites_protection_readonly", "illegal_sites_protection_readonly",
+                            "show_searchengines_rating_readonly"));
+}
+
+TEST_F(BrowsingProtectionTest, WithoutTheSystemsSettingsItSaysSo)
+{
+    Start();
+    m_user.reset();
+    m_system.reset();
+    LogCapture::Expect(2, "BrowsingProtectionHandler::Load: Can't load settings: system settings manager is not set");
+    m_host.PageFires(kLoadData);
+    m_host.PageFires(kSave);
+    EXPECT_THAT(m_host.Take("set"), IsEmpty());
+}
+
+TEST_F(BrowsingProtectionTest, OpensTheStorePage)
+{
+    UrlCatcher urls;
+    Start();
+    m_host.PageFires("@Veridan\\Settings\\Triggers:open_chrome_web_store");
+    ASSERT_EQ(1u, urls.Opened().size());
+    EXPECT_EQ('?', urls.Opened()[0].back());
+    EXPECT_THAT(LogCapture::Take(5),
+                Contains(LogLine{5, "BrowsingProtectionHandler::OpenChromeWebStore: Opening Chrome web store"}));
+}
+
+TEST_F(BrowserExtensionsTest, PublishesTheSettingAsItIsStored)
+{
+    constexpr const wchar_t* kSkip = L"windows.browsing_protection.skip_activate_extensions";
+    Put(kUser, kSkip, false);
+    Constrain(kUser, kSkip, ORB_STRATA_CONSTRAINT_ENFORCED);
+    Start();
+    m_handler->Load();
+    EXPECT_EQ(QVariant(false), m_host.Value("@BrowserExtensions\\Data:force_extensions"));
+    EXPECT_EQ(QVariant(true), m_host.Value("@BrowserExtensions\\Data:force_extensions_readonly"));
+    EXPECT_THAT(m_host.Take("set"), ElementsAre("force_extensions", "force_extensions_readonly"));
+}
+
+TEST_F(BrowserExtensionsTest, AReinstallRaisesTheCounterAndIsRecorded)
+{
+    Put(kUser, kReinstallCounter, 41);
+    Start();
+    m_host.PageFires(kReinstall);
+    EXPECT_EQ(42, Find(kUser, kReinstallCounter).number);
+    EXPECT_THAT(m_host.Take("trigger"), ElementsAre("show_reinstall_dialog"));
+    EXPECT_THAT(MetricEvents(), ElementsAre("browser_extensions_reinstall_triggered"));
+    EXPECT_EQ(nullptr, m_mainGui->AdminHandle()); // no page is open that would release it
+    m_host.PageFires(kReinstall);
+    EXPECT_EQ(43, Find(kUser, kReinstallCounter).number);
+}
+
+TEST_F(BrowserExtensionsTest, ADeclinedReinstallWritesAndRecordsNothing)
+{
+    Start();
+    AnswerElevation(false);
+    LogCapture::Expect(2, kDeclined);
+    m_host.PageFires(kReinstall);
+    EXPECT_THAT(WrittenKeys(), IsEmpty());
+    EXPECT_THAT(MetricEvents(), IsEmpty());
+    EXPECT_THAT(m_host.Take("trigger"), IsEmpty());
+    EXPECT_THAT(LogCapture::Take(4), Contains(LogLine{4, "BrowserExtensionsHandler::ReinstallExtensions: User declined "
+                                                         "UAC prompt"}));
+}
+
+TEST_F(BrowserExtensionsTest, AnEnforcedCounterIsLeftAndTheReinstallStillRecorded)
+{
+    Put(kUser, kReinstallCounter, 7);
+    Constrain(kUser, kReinstallCounter, ORB_STRATA_CONSTRAINT_ENFORCED);
+    Start();
+    m_host.PageFires(kReinstall);
+    EXPECT_EQ(7, Find(kUser, kReinstallCounter).number);
+    EXPECT_THAT(MetricEvents(), ElementsAre("browser_extensions_reinstall_triggered"));
+}
+
+TEST_F(BrowserExtensionsTest, ACounterThatCannotGrowStartsAnew)
+{
+    Put(kUser, kReinstallCounter, std::numeric_limits<int>::max());
+    Start();
+    m_host.PageFires(kReinstall);
+    EXPECT_EQ(0, Find(kUser, kReinstallCounter).number);
+}
+
+TEST_F(BrowserExtensionsTest, AReinstallThatCannotBeSavedIsNotRecorded)
+{
+    Start();
+    Fail("OrbStrata_SetInt32", kReinstallCounter, ORB_STRATA_ACCESS_DENIED, 1);
+    LogCapture::Expect(2, "BrowserExtensionsHandler::ReinstallExtensions: Couldn't save "
+                          "ReinstallBrowserExtensionsTrigger Strata setting");
+    m_host.PageFires(kReinstall);
+    EXPECT_THAT(MetricEvents(), IsEmpty());
+}
+
+TEST_F(BrowserExtensionsTest, WhatIsMissingIsLogged)
+{
+    Start();
+    m_mainGui.reset();
+    m_user.reset();
+    LogCapture::Expect(2, "BrowserExtensionsHandler::ReinstallExtensions: MainGuiHandler doesn't exist!");
+    LogCapture::Expect(2, "BrowserExtensionsHandler::Load: UserSettingsController doesn't exist!");
+    m_host.PageFires(kReinstall);
+    m_host.PageFires(kLoadData);
+    m_host.PageFires(kSave);
+    EXPECT_THAT(m_host.Take("set"), IsEmpty());
+}

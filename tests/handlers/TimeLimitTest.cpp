@@ -1,0 +1,150 @@
+#include "handlers/TimeLimitHandler.h"
+#include "tests/handlers/HandlerTest.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+constexpr const char* kTimeSlots = "@TimeLimit\\Data:time_slots";
+constexpr const char* kHours = "@TimeLimit\\Data:weekday_hours_value";
+constexpr const wchar_t* kTuesdayQuota = L"common.time.quota.tuesday.duration";
+constexpr const wchar_t* kMondayCurfew = L"common.time.curfew.monday.ranges";
+
+std::string Week(char filled = '1')
+{
+    return std::string(168, filled);
+}
+
+class TimeLimitTest : public HandlerTest
+{
+protected:
+    void Start()
+    {
+        Seed();
+        StartMainGui();
+        m_handler = std::make_unique<TimeLimitHandler>(m_user, m_mainGui);
+        ASSERT_TRUE(m_handler->Initialize(&m_host));
+        m_host.Forget();
+    }
+
+    void Save(const std::string& slots, int hours)
+    {
+        m_host.PageSets(kTimeSlots, QString::fromStdString(slots));
+        m_host.PageSets(kHours, hours);
+        m_host.PageFires(kSave);
+    }
+
+    std::unique_ptr<TimeLimitHandler> m_handler;
+};
+
+} // namespace
+
+TEST_F(TimeLimitTest, PublishesTheWeekAndTuesdaysLimit)
+{
+    Start();
+    struct Row
+    {
+        std::int64_t seconds;
+        int hours;
+    };
+    for (const Row& row : {Row{86400, 8}, Row{28800, 8}, Row{28799, 7}, Row{5400, 1}, Row{0, 0}})
+    {
+        Put(kUser, kTuesdayQuota, Stored{ORB_STRATA_TYPE_INT64, row.seconds, {}, 0});
+        Settle();
+        m_host.PageFires(kLoadData);
+        EXPECT_EQ(QVariant(row.hours), m_host.Value(kHours));
+    }
+    EXPECT_EQ(Week(), m_host.Text(kTimeSlots));
+}
+
+TEST_F(TimeLimitTest, SavesTheLimitForEveryDayWithTheCutAtEightHours)
+{
+    Start();
+    OpenSettings();
+    struct Row
+    {
+        int hours;
+        std::int64_t seconds;
+    };
+    for (const Row& row : {Row{7, 25200}, Row{8, 86400}, Row{12, 86400}, Row{0, 0}, Row{2'000'000'000, 86400}})
+    {
+        Save(Week(), row.hours);
+        for (const wchar_t* day : Settings::kDayNames)
+            EXPECT_EQ(row.seconds,
+                      Find(kUser, (std::wstring(L"common.time.quota.") + day + L".duration").c_str()).number);
+    }
+}
+
+TEST_F(TimeLimitTest, SavesExactlyWhatChanged)
+{
+    Start();
+    OpenSettings();
+    Save(Week(), 8);
+    EXPECT_THAT(WrittenKeys(), IsEmpty());
+    std::string slots = Week();
+    slots.replace(22, 2, "00");
+    Save(slots, 8);
+    EXPECT_THAT(WrittenKeys(), ElementsAre(kMondayCurfew));
+    EXPECT_EQ(R"([{"from":79200,"until":86400}])", Find(kUser, kMondayCurfew).text);
+    m_host.PageFires(kLoadData);
+    Settle();
+    m_host.PageFires(kLoadData);
+    EXPECT_EQ(slots, m_host.Text(kTimeSlots));
+}
+
+TEST_F(TimeLimitTest, ATextOfAnotherLengthSavesNothingOfThePage)
+{
+    Start();
+    OpenSettings();
+    for (const std::size_t length : {0u, 167u, 169u})
+    {
+        const std::string slots(length, '0');
+        LogCapture::Take();
+        Save(slots, 3);
+        EXPECT_THAT(LogCapture::Take(4),
+                    ElementsAre(LogLine{3, "TimeLimitHandler::Save: incorrect timeSlotsArr length: " + slots}));
+    }
+    Save(Week(), -1);
+    EXPECT_THAT(WrittenKeys(), IsEmpty());
+}
+
+TEST_F(TimeLimitTest, AnIllFormedWeekKeepsTheCurfewsThatAreThere)
+{
+    Start();
+    Put(kUser, kMondayCurfew, Stored{ORB_STRATA_TYPE_OBJECT, 0, R"([{"from":0,"until":3600}])", 0});
+    Settle();
+    OpenSettings();
+    std::string slots = Week('0');
+    slots[167] = '2';
+    LogCapture::Expect(2, "TimeLimitHandler::SaveDailyTimeLimits: Failed to parse " + slots);
+    Save(slots, 8);
+    EXPECT_EQ(R"([{"from":0,"until":3600}])", Find(kUser, kMondayCurfew).text);
+}
+
+TEST_F(TimeLimitTest, EnforcedDaysStayWhileTheOthersChange)
+{
+    Start();
+    Constrain(kUser, kMondayCurfew, ORB_STRATA_CONSTRAINT_ENFORCED);
+    Constrain(kUser, kTuesdayQuota, ORB_STRATA_CONSTRAINT_ENFORCED);
+    Settle();
+    OpenSettings();
+    LogCapture::Take();
+    Save(Week('0'), 1);
+    EXPECT_EQ("[]", Find(kUser, kMondayCurfew).text);
+    EXPECT_EQ(R"([{"from":0,"until":86400}])", Find(kUser, L"common.time.curfew.tuesday.ranges").text);
+    EXPECT_EQ(86400, Find(kUser, kTuesdayQuota).number);
+    EXPECT_EQ(3600, Find(kUser, L"common.time.quota.monday.duration").number);
+}
+
+TEST_F(TimeLimitTest, WithoutElevatedSettingsNothingIsSaved)
+{
+    Start();
+    LogCapture::Expect(1, "TimeLimitHandler::Save: saveController is not initalized");
+    Save(Week('0'), 1);
+    m_mainGui.reset();
+    LogCapture::Expect(1, "TimeLimitHandler::Save: gui handler doesn't exist");
+    m_host.PageFires(kSave);
+    EXPECT_THAT(WrittenKeys(), IsEmpty());
+}

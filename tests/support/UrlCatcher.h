@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDesktopServices>
+#include <QObject>
+#include <QUrl>
+
+#include <string>
+#include <vector>
+
+/// Takes the web pages that would be opened, as long as it lives.
+class UrlCatcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    UrlCatcher()
+    {
+        for (const char* scheme : {"http", "https"})
+            QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "Open");
+    }
+    ~UrlCatcher() override
+    {
+        for (const char* scheme : {"http", "https"})
+            QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
+    }
+
+    const std::vector<std::string>& Opened() const { return m_opened; }
+
+public Q_SLOTS:
+    void Open(const QUrl& url) { m_opened.push_back(url.toString().toStdString()); }
+
+private:
+    std::vector<std::string> m_opened;
+};
