@@ -1,0 +1,50 @@
+#include "tarn/IDataPeer.h"
+#include "tarn/IPlugIn.h"
+#include "tarn/IPlugInManager.h"
+#include "tarn/VariableIdentifier.h"
+
+#include <QDesktopServices>
+#include <QObject>
+#include <QUrl>
+
+#include <limits>
+
+/// A plug-in for tests of the host: it never hands its peer back, opens what it is told to, writes variables of odd
+/// types, and tells when the event loop is ready.
+class UnrulyPlugIn : public QObject, public IPlugIn
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "com.example.UnrulyPlugIn")
+    Q_INTERFACES(IPlugIn)
+
+public:
+    bool Initialize(IPlugInManager* manager) override
+    {
+        m_peer = manager->GetDataPeer();
+        m_peer->RegisterKept("@Unruly:kept");
+        m_peer->SetValue("@Unruly:kept", std::numeric_limits<qlonglong>::min(), 0);
+        m_peer->SetValue("@Unruly:list", QStringList{QStringLiteral("a"), QStringLiteral("b")}, 0);
+        m_peer->Subscribe("@Unruly:open", this, SLOT(OnOpen(VariableIdentifier)));
+        m_peer->Subscribe("@Unruly:later", this, SLOT(OnLater()));
+        manager->InvokeWhenEventLoopReady(nullptr, this, SLOT(OnEventLoopReady()));
+        return true;
+    }
+
+private Q_SLOTS:
+    void OnOpen(VariableIdentifier id) { QDesktopServices::openUrl(QUrl(m_peer->GetValue(id).toString())); }
+
+    /// Answers in three turns of the event loop.
+    void OnLater()
+    {
+        const auto answer = [this] { m_peer->Trigger("@Unruly:done", 0); };
+        const auto second = [this, answer] { QMetaObject::invokeMethod(this, answer, Qt::QueuedConnection); };
+        QMetaObject::invokeMethod(this, second, Qt::QueuedConnection);
+    }
+
+    void OnEventLoopReady() { m_peer->SetValue("@Unruly:ready", true, 0); }
+
+private:
+    IDataPeer* m_peer = nullptr;
+};
+
+#include "UnrulyPlugIn.moc"
