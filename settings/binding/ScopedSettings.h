@@ -1,5 +1,6 @@
 #pragma once
 
+#include "logging/FunctionLog.h"
 #include "logging/LogName.h"
 #include "settings/binding/Model.h"
 #include "settings/binding/StoreHandle.h"
