@@ -90,6 +90,7 @@ public:
         const auto& source = static_cast<const Property&>(other);
         const std::scoped_lock lock(m_mutex, source.m_mutex);
         Take(source.m_value, source.m_state);
+        m_readWhole = source.m_readWhole;
         m_constraints = source.Constraints();
     }
 
@@ -111,6 +112,7 @@ protected:
     {
         m_value = value;
         m_state = state;
+        m_readWhole = true;
     }
 
 private:
@@ -119,6 +121,8 @@ private:
     static constexpr LogNames kLogNames{FunctionLog(kLoadName.Text()), FunctionLog(kSaveName.Text())};
 
     const T m_default;
+
+protected:
     T m_value;
 };
 

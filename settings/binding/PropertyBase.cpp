@@ -35,7 +35,10 @@ bool PropertyBase::Save(OrbStrataHandle handle)
 
     const OrbStrataResult result = Write(handle);
     if (result == ORB_STRATA_SUCCESS)
+    {
         m_state = ModificationState::InStep;
+        m_readWhole = true;
+    }
     else if (result == ORB_STRATA_ACCESS_DENIED)
         LOG(m_logNames.save, 5, L"%s: '%ls' saving failed, access denied", m_key.c_str());
     else
@@ -60,6 +63,12 @@ ModificationState PropertyBase::State() const
     return m_state;
 }
 
+bool PropertyBase::WasReadWhole() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_readWhole;
+}
+
 void PropertyBase::MarkChanged()
 {
     const std::lock_guard lock(m_mutex);
@@ -73,6 +82,7 @@ OrbStrataHandle PropertyBase::FindHandle() const noexcept
 
 OrbStrataResult PropertyBase::LoadLocked(OrbStrataHandle handle)
 {
+    m_readWhole = true;
     const OrbStrataResult result = Read(handle);
     if (result == ORB_STRATA_SUCCESS)
     {
@@ -88,7 +98,10 @@ OrbStrataResult PropertyBase::LoadLocked(OrbStrataHandle handle)
     else if (result == ORB_STRATA_NOT_FOUND)
         LOG(m_logNames.load, 5, L"%s: '%ls' not found, ok if not yet created.", m_key.c_str());
     else
+    {
+        m_readWhole = false;
         LOG(m_logNames.load, 1, L"%s: '%ls' reading failed, error %u", m_key.c_str(), result);
+    }
     return result;
 }
 

@@ -54,7 +54,8 @@ public:
     virtual void UpdateConstraints(const std::uint32_t* constraints);
 
 protected:
-    /// The typed store calls, under the mutex: `Read` takes the value only when it answers 0.
+    /// The typed store calls, under the mutex: `Read` takes the value only when it answers 0, and clears m_readWhole
+    /// when there was more to take.
     virtual OrbStrataResult Read(OrbStrataHandle handle) = 0;
     virtual OrbStrataResult Write(OrbStrataHandle handle) = 0;
 
@@ -74,6 +75,10 @@ public:
     bool IsEnforced() const noexcept { return (Constraints() & ORB_STRATA_CONSTRAINT_ENFORCED) != 0; }
     std::uint32_t Constraints() const noexcept { return m_constraints.load(); }
     ModificationState State() const;
+
+    /// False when the last load could not read the stored value, or not all of it: only a change of the value may then
+    /// overwrite what is stored.
+    bool WasReadWhole() const;
 
     /// Marks the value changed, so that the next save writes it even where it is the default.
     void MarkChanged();
@@ -106,6 +111,7 @@ private:
 protected:
     std::atomic<std::uint32_t> m_constraints{0};
     ModificationState m_state = ModificationState::Default;
+    bool m_readWhole = true;
     mutable std::mutex m_mutex;
 };
 

@@ -27,13 +27,21 @@ public:
     }
 
 protected:
+    OrbStrataResult Read(OrbStrataHandle handle) override
+    {
+        return StoreCodec<std::set<Item>>::Read(handle, this->GetKey().c_str(), this->m_value, this->m_readWhole);
+    }
+
     void TakeText(const char* objectText) override
     {
         if (!objectText)
             return;
         const StrataObject object(OrbStrata_CreateObjectFromString(objectText));
-        if (object.Raw() && OrbStrata_ObjectIsArray(object.Raw()))
-            this->Take(StoreCodec<std::set<Item>>::FromArray(object), ModificationState::InStep);
+        if (!object.Raw() || !OrbStrata_ObjectIsArray(object.Raw()))
+            return;
+        bool whole = true;
+        this->Take(StoreCodec<std::set<Item>>::FromArray(object, whole), ModificationState::InStep);
+        this->m_readWhole = whole;
     }
 };
 

@@ -79,21 +79,35 @@ struct StoreCodec<std::set<Item>>
 {
     static_assert(std::is_base_of_v<SettingArrayItem, Item>);
 
-    static std::set<Item> FromArray(const StrataObject& array)
+    /// `whole` tells whether the elements are all that was stored: no record lacked a field or equalled another one.
+    static std::set<Item> FromArray(const StrataObject& array, bool& whole)
     {
         std::set<Item> items;
-        array.ForEach([&items](const StrataObject& record) { items.insert(items.end(), Item(record)); });
+        std::size_t records = 0;
+        bool complete = true;
+        const bool isArray = array.ForEach([&](const StrataObject& record) {
+            items.insert(items.end(), Item(record));
+            complete = complete && record.ReadWhole();
+            ++records;
+        });
+        whole = isArray && complete && items.size() == records;
         return items;
     }
 
     static OrbStrataResult Read(OrbStrataHandle handle, const wchar_t* key, std::set<Item>& value)
+    {
+        bool whole = true;
+        return Read(handle, key, value, whole);
+    }
+
+    static OrbStrataResult Read(OrbStrataHandle handle, const wchar_t* key, std::set<Item>& value, bool& whole)
     {
         OrbStrataResult result = ORB_STRATA_INVALID_HANDLE;
         const StrataObject array(OrbStrata_GetObject(handle, key, &result));
         if (result == ORB_STRATA_NOT_FOUND)
             value.clear();
         else if (result == ORB_STRATA_SUCCESS)
-            value = FromArray(array);
+            value = FromArray(array, whole);
         else
             return result;
         return ORB_STRATA_SUCCESS;

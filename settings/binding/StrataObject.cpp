@@ -18,6 +18,7 @@ bool StrataObject::Get(const wchar_t* field, bool& value) const
     if (result != ORB_STRATA_SUCCESS)
     {
         LOG(kGetLog, 5, L"%s: Failed to get boolean for key %ls, error: %du", field, static_cast<int>(result));
+        m_readWhole = false;
         return false;
     }
     value = read;
@@ -31,6 +32,7 @@ bool StrataObject::Get(const wchar_t* field, std::int64_t& value) const
     if (result != ORB_STRATA_SUCCESS)
     {
         LOG(kGetLog, 5, L"%s: Failed to get int64 for key %ls, error: %du", field, static_cast<int>(result));
+        m_readWhole = false;
         return false;
     }
     value = read;
@@ -44,6 +46,7 @@ bool StrataObject::Get(const wchar_t* field, std::string& value) const
     if (result != ORB_STRATA_SUCCESS || !read)
     {
         LOG(kGetLog, 5, L"%s: Failed to get string for key %ls, error: %du", field, static_cast<int>(result));
+        m_readWhole = false;
         return false;
     }
     value = read.get();

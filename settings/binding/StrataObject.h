@@ -27,6 +27,9 @@ public:
     bool Get(const wchar_t* field, std::int64_t& value) const;
     bool Get(const wchar_t* field, std::string& value) const; // UTF-8
 
+    /// Whether every field that was asked for so far could be read.
+    bool ReadWhole() const noexcept { return m_readWhole; }
+
     /// Writes a field of an owned record. False when the store library refuses it.
     bool Set(const wchar_t* field, bool value);
     bool Set(const wchar_t* field, std::int64_t value);
@@ -61,6 +64,7 @@ private:
 
     std::unique_ptr<OrbStrataObject, Deleter> m_owned;
     const OrbStrataObject* m_object;
+    mutable bool m_readWhole = true;
 };
 
 } // namespace StrataSettings

@@ -24,7 +24,9 @@ void CommonStatistics::ApplyConstraints(OrbStrataHandle handle)
     ForEachProperty([handle](StrataSettings::PropertyBase& property) {
         if (property.IsEnforced() || property.State() == StrataSettings::ModificationState::Changed)
             return;
-        if (OrbStrata_SetConstraints(handle, property.GetKey().c_str(), kConstraints) == ORB_STRATA_SUCCESS)
+        const bool constrained =
+            OrbStrata_SetConstraints(handle, property.GetKey().c_str(), kConstraints) == ORB_STRATA_SUCCESS;
+        if (constrained && property.WasReadWhole())
             property.MarkChanged();
     });
 }

@@ -16,7 +16,8 @@ public:
     explicit CommonStatistics(Model* parent) : Group(parent) {}
 
     /// Constrains the group's keys in the store. Each key that was not constrained yet counts as changed afterwards,
-    /// so that the next save writes it beside its constraint.
+    /// so that the next save writes it beside its constraint; but a stored value that could not be read whole is left
+    /// as it is.
     void ApplyConstraints(OrbStrataHandle handle) override;
 
     /// Adds the counts of the last `range` days up to and including `today`, a Julian day number, to the totals; of all
