@@ -1,6 +1,11 @@
 #include "plugin/ContentControl.h"
 
+#include "handlers/BrowserExtensionsHandler.h"
+#include "handlers/BrowsingProtectionHandler.h"
 #include "handlers/MainGuiHandler.h"
+#include "handlers/TimeLimitHandler.h"
+#include "handlers/WebFilteringHandler.h"
+#include "handlers/WebsiteListHandler.h"
 #include "logging/FunctionLog.h"
 
 namespace
@@ -31,6 +36,7 @@ bool ContentControl::Initialize(IPlugInManager* manager)
     LOG(log, 5, L"%s: GUI handlers created");
     if (!InitializeHandlers(manager))
         return false;
+    ConnectHandlers();
 
     manager->InvokeWhenEventLoopReady(nullptr, this, "1OnEventLoopReady()");
     LOG(log, 5, L"%s: GUI handlers initialized");
@@ -53,11 +59,30 @@ void ContentControl::CreateControllers()
 void ContentControl::CreateHandlers()
 {
     m_mainGui = std::make_shared<MainGuiHandler>(m_systemSettings, m_userSettings);
+    m_websiteList = std::make_shared<WebsiteListHandler>(m_systemSettings, m_userSettings, m_mainGui);
+    m_timeLimit = std::make_shared<TimeLimitHandler>(m_userSettings, m_mainGui);
+    m_browsingProtection = std::make_shared<BrowsingProtectionHandler>(m_systemSettings);
+    m_webFiltering = std::make_shared<WebFilteringHandler>(m_systemSettings, m_userSettings);
+    m_browserExtensions = std::make_shared<BrowserExtensionsHandler>(m_userSettings, m_mainGui);
 }
 
 bool ContentControl::InitializeHandlers(IPlugInManager* manager)
 {
-    return m_mainGui->Initialize(manager);
+    return m_browsingProtection->Initialize(manager)         //
+           && m_webFiltering->Initialize(manager, m_mainGui) //
+           && m_timeLimit->Initialize(manager)               //
+           && m_websiteList->Initialize(manager)             //
+           && m_mainGui->Initialize(manager)                 //
+           && m_browserExtensions->Initialize(manager);
+}
+
+void ContentControl::ConnectHandlers()
+{
+    const auto reload = [websiteList = std::weak_ptr<WebsiteListHandler>(m_websiteList)] {
+        if (const auto handler = websiteList.lock())
+            handler->RefreshAllowedWebsitesList();
+    };
+    connect(m_mainGui.get(), &MainGuiHandler::ReloadAllowedWebsitesList, m_mainGui.get(), reload, Qt::DirectConnection);
 }
 
 void ContentControl::OnEventLoopReady() {}

@@ -8,7 +8,12 @@
 
 #include <memory>
 
+class BrowserExtensionsHandler;
+class BrowsingProtectionHandler;
 class MainGuiHandler;
+class TimeLimitHandler;
+class WebFilteringHandler;
+class WebsiteListHandler;
 
 /// The plug-in: loads the suite's libraries, owns the settings controllers and the feature handlers, and brings them up
 /// in their order. UI thread only.
@@ -32,10 +37,16 @@ private:
     void CreateControllers();
     void CreateHandlers();
     bool InitializeHandlers(IPlugInManager* manager);
+    void ConnectHandlers();
 
     // Released from last to first: the controllers before the handlers, the libraries last.
     ModuleHandler m_modules;
     std::shared_ptr<MainGuiHandler> m_mainGui;
+    std::shared_ptr<BrowsingProtectionHandler> m_browsingProtection;
+    std::shared_ptr<WebFilteringHandler> m_webFiltering;
+    std::shared_ptr<TimeLimitHandler> m_timeLimit;
+    std::shared_ptr<WebsiteListHandler> m_websiteList;
+    std::shared_ptr<BrowserExtensionsHandler> m_browserExtensions;
     std::shared_ptr<SystemSettings> m_systemSettings;
     std::shared_ptr<UserSettings> m_userSettings;
 };

@@ -9,6 +9,8 @@
 #include <QPluginLoader>
 #include <QSettings>
 
+#include <regex>
+
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -107,19 +109,27 @@ TEST_F(ContentControlTest, StartsUpInItsOrder)
     EXPECT_TRUE(QMetaObject::invokeMethod(m_loader.instance(), "OnEventLoopReady"));
     m_loader.unload();
 
+    // Entry lines of constructors, destructors and Initialize, and what the plug-in itself says.
     std::vector<std::string> milestones;
+    const std::regex milestone(R"((\w+)::(~?\1|Initialize): |ContentControl::.*)");
     for (const std::string& message : Log())
-        if (message.find("ContentControl::") == 0 || message.find("MainGuiHandler::MainGuiHandler") == 0 ||
-            message.find("MainGuiHandler::Initialize: MainGuiHandler init") == 0 ||
-            message.find("MainGuiHandler::~MainGuiHandler") == 0)
+        if (std::regex_match(message, milestone))
             milestones.push_back(message);
-    EXPECT_THAT(milestones,
-                ElementsAre("ContentControl::ContentControl: ", "ContentControl::Initialize: ",
-                            "ContentControl::Initialize: VDN settings initialized",
-                            "MainGuiHandler::MainGuiHandler: ", "ContentControl::Initialize: GUI handlers created",
-                            "MainGuiHandler::Initialize: MainGuiHandler initialized",
-                            "ContentControl::Initialize: GUI handlers initialized",
-                            "ContentControl::~ContentControl: ", "MainGuiHandler::~MainGuiHandler: "));
+    EXPECT_THAT(
+        milestones,
+        ElementsAre(
+            "ContentControl::ContentControl: ", "ContentControl::Initialize: ",
+            "ContentControl::Initialize: VDN settings initialized", "MainGuiHandler::MainGuiHandler: ",
+            "WebsiteListHandler::WebsiteListHandler: ", "TimeLimitHandler::TimeLimitHandler: ",
+            "BrowsingProtectionHandler::BrowsingProtectionHandler: ", "WebFilteringHandler::WebFilteringHandler: ",
+            "BrowserExtensionsHandler::BrowserExtensionsHandler: ", "ContentControl::Initialize: GUI handlers created",
+            "BrowsingProtectionHandler::Initialize: ", "WebFilteringHandler::Initialize: ",
+            "TimeLimitHandler::Initialize: ", "WebsiteListHandler::Initialize: ", "MainGuiHandler::Initialize: ",
+            "BrowserExtensionsHandler::Initialize: ", "ContentControl::Initialize: GUI handlers initialized",
+            "ContentControl::~ContentControl: ", "BrowserExtensionsHandler::~BrowserExtensionsHandler: ",
+            "WebsiteListHandler::~WebsiteListHandler: ", "TimeLimitHandler::~TimeLimitHandler: ",
+            "WebFilteringHandler::~WebFilteringHandler: ", "BrowsingProtectionHandler::~BrowsingProtectionHandler: ",
+            "MainGuiHandler::~MainGuiHandler: "));
 }
 
 TEST_F(ContentControlTest, WithoutAManagerNothingIsCreated)
