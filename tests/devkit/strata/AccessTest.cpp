@@ -43,7 +43,11 @@ TEST_F(Access, EnforcedKeyRefusesEveryWriteOfThePlugIn)
         EXPECT_EQ(OrbStrataControl_Remove(handle, Internal), Denied);
         EXPECT_EQ(Stored(handle, Internal), "2 1  5");
     }
+    const OrbStrataEntry both[] = {{L"free", ORB_STRATA_TYPE_BOOL, 1, nullptr, 0},
+                                   {Internal, ORB_STRATA_TYPE_BOOL, 1, nullptr, 0}};
+    EXPECT_EQ(OrbStrataControl_WriteAll(elevated, both, 2), Denied);
     EXPECT_EQ(OrbStrata_SetInt32(product, Internal, 3), 0U);
+    EXPECT_EQ(Stored(elevated, L"free"), "");
     OrbStrata_SetConstraints(product, Internal, 4);
     EXPECT_EQ(OrbStrata_SetInt32(normal, Internal, 4), 0U);
 }

@@ -66,11 +66,19 @@ TEST_F(Damage, FileThatIsNoStoreIsRefusedAndLeftAlone)
 
 TEST_F(Damage, StoreThatWasOverwrittenIsRefusedThoughItsLogIsWhole)
 {
-    MakeStore();
-    Put("data/store.db", "short");
-    ExpectRefused();
-    Put("data/store.db", QByteArray(100000, 'x'));
-    ExpectRefused();
+    QByteArray log;
+    {
+        const Opened writer(Kind::Product);
+        OrbStrata_SetBool(writer, L"key", true);
+        log = Contents("data/store.db-wal");
+        ASSERT_FALSE(log.isEmpty());
+    }
+    for (const QByteArray& contents : {QByteArray("short"), QByteArray(100000, 'x')})
+    {
+        Put("data/store.db", contents);
+        Put("data/store.db-wal", log);
+        ExpectRefused();
+    }
 }
 
 TEST_F(Damage, TruncatedStoreIsRefusedAndLeftAloneUntilItIsRepaired)
