@@ -1,37 +1,48 @@
 #include "devkit/host/DataPeer.h"
 
+#include "devkit/host/DetachedCopy.h"
 #include "tarn/VariableIdentifier.h"
+
+namespace
+{
+
+QString NameOf(const VariableIdentifier& id)
+{
+    return DetachedCopy::Of(id.ToString());
+}
+
+} // namespace
 
 QVariant DataPeer::GetValue(const VariableIdentifier& id)
 {
-    return m_hub.Value(id.ToString());
+    return m_hub.Value(NameOf(id));
 }
 
 bool DataPeer::SetValue(const VariableIdentifier& id, const QVariant& value, int)
 {
-    m_hub.Set(id.ToString(), value, Actor::PlugIn);
+    m_hub.Set(NameOf(id), DetachedCopy::Of(value), Actor::PlugIn);
     return true;
 }
 
 bool DataPeer::Trigger(const VariableIdentifier& id, int)
 {
-    m_hub.Trigger(id.ToString(), {}, Actor::PlugIn);
+    m_hub.Trigger(NameOf(id), {}, Actor::PlugIn);
     return true;
 }
 
 bool DataPeer::RegisterKept(const VariableIdentifier& id)
 {
-    m_hub.RegisterKept(id.ToString(), this);
+    m_hub.RegisterKept(NameOf(id), this);
     return true;
 }
 
 bool DataPeer::Subscribe(const VariableIdentifier& id, QObject* receiver, const char* slot)
 {
-    return m_hub.Subscribe(id.ToString(), this, receiver, slot);
+    return m_hub.Subscribe(NameOf(id), this, receiver, slot);
 }
 
 bool DataPeer::Register(const VariableIdentifier& id)
 {
-    m_hub.Register(id.ToString(), this);
+    m_hub.Register(NameOf(id), this);
     return true;
 }

@@ -2,6 +2,7 @@
 
 #include "devkit/flyer/NlFlyerControl.h"
 #include "devkit/host/UserSid.h"
+#include "tarn/VariableIdentifier.h"
 
 #include <QCoreApplication>
 
@@ -25,6 +26,7 @@ Host::Host(const DataFolder& dataFolder, const Setup& setup)
     {
         setup.warn(QStringLiteral("The registry could not be written; the plug-in starts with its defaults."));
     }
+    qRegisterMetaType<VariableIdentifier>(); // here, and not first by a library that goes away
     NlFlyerControl_SetActionHandler(&FireTrigger, &hub);
 }
 

@@ -21,7 +21,7 @@ Options Options::FromCommandLine()
     const QCommandLineOption openUrls(QStringLiteral("open-urls"),
                                       QStringLiteral("Hand addresses that the plug-in opens to the desktop."));
     const QCommandLineOption plugIn(
-        QStringLiteral("plugin"), QStringLiteral("Load the plug-in from <file> instead of the one beside the host."),
+        QStringLiteral("library"), QStringLiteral("Load the plug-in from <file> instead of the one beside the host."),
         QStringLiteral("file"),
         QCoreApplication::applicationDirPath() + QLatin1String("/Veridan" VERIDAN_MODULE_SUFFIX));
     QCommandLineParser parser;

@@ -4,11 +4,10 @@
 #include "devkit/host/PlugInManager.h"
 #include "tarn/IPlugIn.h"
 
-#include <QFileInfo>
 #include <QJsonObject>
 
 PlugInLoader::PlugInLoader(const QString& libraryFile, PlugInManager& manager)
-    : m_library(libraryFile), m_manager(manager)
+    : m_file(libraryFile), m_library(libraryFile), m_manager(manager)
 {
     m_library.setLoadHints({}); // the default would keep the library in memory after it is unloaded
 }
@@ -23,13 +22,13 @@ PlugInLoader::Outcome PlugInLoader::Load()
     QObject* object = m_library.instance();
     if (object == nullptr)
     {
-        return Fail(m_library.errorString());
+        return Fail(QStringLiteral("%1 does not load: %2").arg(m_file, m_library.errorString()));
     }
     m_plugIn = qobject_cast<IPlugIn*>(object);
     if (m_plugIn == nullptr)
     {
         return Fail(QStringLiteral("%1 does not offer the interface \"%2\".")
-                        .arg(m_library.fileName(), QLatin1String(qobject_interface_iid<IPlugIn*>())));
+                        .arg(m_file, QLatin1String(qobject_interface_iid<IPlugIn*>())));
     }
     m_initialized = m_plugIn->Initialize(&m_manager);
     RunUntilIdle();

@@ -41,6 +41,7 @@ public:
 private:
     Outcome Fail(const QString& why);
 
+    const QString m_file;
     QPluginLoader m_library;
     PlugInManager& m_manager;
     IPlugIn* m_plugIn = nullptr; // owned: deleted with the library's object

@@ -9,8 +9,15 @@
 
 #include <limits>
 
+/// A type that the host does not know.
+struct UnrulyType
+{
+    QString text = QStringLiteral("own");
+};
+Q_DECLARE_METATYPE(UnrulyType)
+
 /// A plug-in for tests of the host: it never hands its peer back, opens what it is told to, writes variables of odd
-/// types, and tells when the event loop is ready.
+/// types and texts that lie in its library, and tells when the event loop is ready.
 class UnrulyPlugIn : public QObject, public IPlugIn
 {
     Q_OBJECT
@@ -24,6 +31,11 @@ public:
         m_peer->RegisterKept("@Unruly:kept");
         m_peer->SetValue("@Unruly:kept", std::numeric_limits<qlonglong>::min(), 0);
         m_peer->SetValue("@Unruly:list", QStringList{QStringLiteral("a"), QStringLiteral("b")}, 0);
+        const QString literal = QStringLiteral("literal");
+        m_peer->SetValue(QStringLiteral("@Unruly:literals"),
+                         QVariantMap{{literal, QVariantList{literal, QVariant::fromValue(VariableIdentifier(literal))}},
+                                     {QStringLiteral("own"), QVariant::fromValue(UnrulyType())}},
+                         0);
         m_peer->Subscribe("@Unruly:open", this, SLOT(OnOpen(VariableIdentifier)));
         m_peer->Subscribe("@Unruly:later", this, SLOT(OnLater()));
         manager->InvokeWhenEventLoopReady(nullptr, this, SLOT(OnEventLoopReady()));
