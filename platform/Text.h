@@ -12,8 +12,9 @@ namespace Platform
 std::string ToUtf8(std::wstring_view text);
 std::wstring FromUtf8(std::string_view text);
 
-/// From the system's narrow encoding: the ANSI code page on Windows, UTF-8 on POSIX.
+/// From and to the system's narrow encoding: the ANSI code page on Windows, UTF-8 on POSIX.
 std::wstring FromAnsi(std::string_view text);
+std::string ToAnsi(std::wstring_view text);
 
 /// Writes the UTF-16LE form of `text` to `target`, which has room for two units for each character of it. Returns the
 /// units written. A lone surrogate is kept as it is.

@@ -1,9 +1,11 @@
-#include "tests/logging/LogFixture.h"
-
 #include "logging/FileAccess.h"
 #include "logging/FileUtilsWin32.h"
+#include "logging/LoggerWin.h"
 #include "platform/KnownFolders.h"
 #include "platform/Path.h"
+#include "tests/support/PlatformFakes.h"
+
+#include <gtest/gtest.h>
 
 namespace
 {
