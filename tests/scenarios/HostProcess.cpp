@@ -87,7 +87,8 @@ QVariantMap HostProcess::Receive()
 {
     QElapsedTimer timer;
     timer.start();
-    while (!m_output.contains('\n'))
+    int end = m_output.indexOf('\n');
+    while (end < 0)
     {
         const int left = DeadlineMs - static_cast<int>(timer.elapsed());
         if (left <= 0 || !m_process.waitForReadyRead(left))
@@ -95,9 +96,10 @@ QVariantMap HostProcess::Receive()
             ADD_FAILURE() << "The host wrote no line. " << qUtf8Printable(Errors());
             return {};
         }
+        const int seen = m_output.size();
         m_output += m_process.readAllStandardOutput();
+        end = m_output.indexOf('\n', seen);
     }
-    const int end = m_output.indexOf('\n');
     const Json::Parsed line = Json::Parse(m_output.left(end));
     EXPECT_EQ(line.error, "") << m_output.left(end).constData();
     m_output.remove(0, end + 1);

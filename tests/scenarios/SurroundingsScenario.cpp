@@ -117,6 +117,39 @@ TEST(SurroundingsScenario, PlugInsOddWaysAreShownAndCleanedUp)
     EXPECT_TRUE(host.Errors().contains("@Unruly:list"));
 }
 
+TEST(SurroundingsScenario, FlyersAreSeenPressedAndClosed)
+{
+    HostProcess host({{}, {"--library", UnrulyPlugIn()}});
+    host.Load();
+    host.Do("metrics.fault", {{"code", 1}});
+    host.Trigger("@Unruly:advertise");
+    EXPECT_EQ(host.Do("metrics"), QVariantList());
+    host.Trigger("@Unruly:advertise");
+    EXPECT_EQ(host.Do("metrics"),
+              (QVariantList{
+                  QVariantMap{{"code", 7}, {"name", "advertised"}, {"major", true}, {"payload", "payload \u20ac"}}}));
+
+    const QVariantList flyers = host.Do("flyers").toList();
+    ASSERT_EQ(flyers.size(), 2);
+    EXPECT_EQ(flyers.first(),
+              (QVariantMap{{"id", 1},
+                           {"title", "Title \u20ac"},
+                           {"description", "Text"},
+                           {"state", "shown"},
+                           {"buttons", QVariantList{QVariantMap{{"caption", "Act"}, {"action", "@Unruly:later"}},
+                                                    QVariantMap{{"caption", "Close"}, {"action", QVariant()}}}}}));
+    host.Do("flyer.press", {{"flyer", 1}, {"button", 0}});
+    EXPECT_EQ(host.Do("history", {{"name", "@Unruly:done"}}).toList().size(), 1);
+    host.Do("flyer.press", {{"flyer", 1}, {"button", 1}});
+    EXPECT_EQ(host.Do("flyers").toList().first().toMap().value("state"), "closed");
+    host.Fails("flyer.press", {{"flyer", 1}, {"button", 1}});
+    host.Fails("flyer.press", {{"flyer", 2}, {"button", 2}});
+
+    host.Do("flyer.fault", {{"function", "NlFlyer_ShowFlyer"}, {"code", 9}, {"count", 0}});
+    host.Trigger("@Unruly:advertise");
+    EXPECT_EQ(host.Do("flyers").toList().last().toMap().value("state"), "created");
+}
+
 TEST(SurroundingsScenario, ElevationIsAnsweredAsTold)
 {
     HostProcess host;

@@ -1,3 +1,5 @@
+#include "suite/NlFlyer.h"
+#include "suite/OrbDpApi.h"
 #include "tarn/IDataPeer.h"
 #include "tarn/IPlugIn.h"
 #include "tarn/IPlugInManager.h"
@@ -37,6 +39,7 @@ public:
                                      {QStringLiteral("own"), QVariant::fromValue(UnrulyType())}},
                          0);
         m_peer->Subscribe("@Unruly:open", this, SLOT(OnOpen(VariableIdentifier)));
+        m_peer->Subscribe("@Unruly:advertise", this, SLOT(OnAdvertise()));
         m_peer->Subscribe("@Unruly:later", this, SLOT(OnLater()));
         manager->InvokeWhenEventLoopReady(nullptr, this, SLOT(OnEventLoopReady()));
         return true;
@@ -44,6 +47,19 @@ public:
 
 private Q_SLOTS:
     void OnOpen(VariableIdentifier id) { QDesktopServices::openUrl(QUrl(m_peer->GetValue(id).toString())); }
+
+    /// Shows a flyer with a button that acts and one that closes it, and tells the metrics.
+    void OnAdvertise()
+    {
+        NlFlyerHandle flyer = nullptr;
+        const NlFlyerButton act{0, "@Unruly:later", 0};
+        const NlFlyerButton close{0, nullptr, 0};
+        NlFlyer_CreateFlyer(0, L"Title \u20ac", L"Text", 0, &flyer);
+        NlFlyer_AddButton(flyer, L"Act", &act, 0);
+        NlFlyer_AddButton(flyer, L"Close", &close, 0);
+        NlFlyer_ShowFlyer(flyer, 0, 0);
+        OrbDpApi_MetricsRecordMajorEvent(7, "advertised", L"payload \u20ac");
+    }
 
     /// Answers in three turns of the event loop.
     void OnLater()
