@@ -1,15 +1,14 @@
 #include "bench/logging/Floor.h"
 #include "logging/FunctionLog.h"
-#include "platform/Text.h"
+#include "tests/support/PlatformFakes.h"
 
 #include <benchmark/benchmark.h>
 
-#include <sys/wait.h>
-#include <unistd.h>
+#include <QCoreApplication>
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
 
-#include <atomic>
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,32 +18,29 @@ namespace
 
 constexpr FunctionLog g_log(L"StrataSettings::ScopedSettings::Load");
 
-/// A log in a fresh folder; as large as it gets, unless a run asks for rotation.
-class Folder
+/// Has the log written to this folder, into files of a size.
+class LogSetup
 {
 public:
-    explicit Folder(unsigned maximumKB)
+    LogSetup(const QString& folder, std::uint32_t maximumKB)
     {
-        std::string path = std::filesystem::temp_directory_path() / "veridan-bench-XXXXXX";
-        m_path = ::mkdtemp(path.data());
-        ::setenv("VERIDAN_COMMON_APPDATA", m_path.c_str(), 1);
-        ::setenv("VERIDAN_LOCAL_APPDATA", m_path.c_str(), 1);
-        ::setenv("VERIDAN_REGISTRY_DIR", m_path.c_str(), 1);
-        const std::string settings = "[SOFTWARE/Norlane/ORB/Logging]\nLogMaxSizeKB=" + std::to_string(maximumKB) + "\n";
-        std::FILE* const file = std::fopen((m_path + "/machine.ini").c_str(), "w");
-        std::fputs(settings.c_str(), file);
-        std::fclose(file);
+        constexpr auto machine = FakeRegistry::Root::Machine;
+        constexpr const wchar_t* key = L"SOFTWARE\\Norlane\\ORB\\Logging";
+        m_registry.Set(machine, key, L"RootPath", QDir::toNativeSeparators(folder).toStdWString());
+        m_registry.Set(machine, key, L"LogMaxSizeKB", maximumKB);
+        NlOrbLogging::Initialize(L"NLCC", L"Veridan", 4, 0);
     }
-    ~Folder() { std::filesystem::remove_all(m_path); }
-
-    std::wstring File(const wchar_t* name) const { return Platform::FromUtf8(m_path) + L"/" + name; }
+    ~LogSetup() { NlOrbLogging::GetLogger().Shutdown(); }
+    LogSetup(const LogSetup&) = delete;
+    LogSetup& operator=(const LogSetup&) = delete;
 
 private:
-    std::string m_path;
+    FakeRegistry m_registry;
+    FakeToken m_token;
 };
 
-constexpr unsigned NoRotation = 4000000;
-constexpr unsigned Rotation = 100;
+constexpr std::uint32_t NoRotation = 4000000;
+constexpr std::uint32_t Rotation = 100;
 
 /// The bytes of a line as WriteOne() writes it.
 const std::string& LineOfFloor()
@@ -58,19 +54,22 @@ void WriteOne(int number)
     LOG(g_log, 4, L"%s: Scope %hs, %d keys", "S-1-5-18", 100000 + number % 1000);
 }
 
-std::unique_ptr<Folder> g_folder;
-std::unique_ptr<Floor> g_floor;
-
-void StartLog(unsigned maximumKB)
+/// What the threads of a benchmark share.
+struct Shared
 {
-    g_folder = std::make_unique<Folder>(maximumKB);
-    NlOrbLogging::Initialize(L"NLCC", L"Veridan", 4, 0);
-}
+    QTemporaryDir folder;
+    std::unique_ptr<LogSetup> log;
+    std::unique_ptr<Floor> floor;
 
-void StopLog()
+    std::wstring FloorPath() const { return folder.filePath(QStringLiteral("floor.log")).toStdWString(); }
+};
+
+std::unique_ptr<Shared> g_shared;
+
+void StartLog(std::uint32_t maximumKB)
 {
-    NlOrbLogging::GetLogger().Shutdown();
-    g_folder.reset();
+    g_shared = std::make_unique<Shared>();
+    g_shared->log = std::make_unique<LogSetup>(g_shared->folder.path(), maximumKB);
 }
 
 void FilteredCall(benchmark::State& state)
@@ -87,7 +86,7 @@ void FilteredCall(benchmark::State& state)
     }
     if (state.thread_index() == 0)
     {
-        StopLog();
+        g_shared.reset();
     }
 }
 
@@ -95,17 +94,16 @@ void FloorLine(benchmark::State& state)
 {
     if (state.thread_index() == 0)
     {
-        g_folder = std::make_unique<Folder>(NoRotation);
-        g_floor = std::make_unique<Floor>(g_folder->File(L"floor.log"));
+        g_shared = std::make_unique<Shared>();
+        g_shared->floor = std::make_unique<Floor>(g_shared->FloorPath());
     }
     for (auto _ : state)
     {
-        g_floor->Write(LineOfFloor());
+        g_shared->floor->Write(LineOfFloor());
     }
     if (state.thread_index() == 0)
     {
-        g_floor.reset();
-        g_folder.reset();
+        g_shared.reset();
     }
 }
 
@@ -113,7 +111,7 @@ void Line(benchmark::State& state)
 {
     if (state.thread_index() == 0)
     {
-        StartLog(static_cast<unsigned>(state.range(0)));
+        StartLog(static_cast<std::uint32_t>(state.range(0)));
     }
     int number = 0;
     for (auto _ : state)
@@ -122,61 +120,64 @@ void Line(benchmark::State& state)
     }
     if (state.thread_index() == 0)
     {
-        StopLog();
+        g_shared.reset();
     }
 }
 
 constexpr int LinesOfProcess = 50000;
 constexpr int Processes = 4;
 
-/// Time of a line when several processes write to one file at once, with the time they need to start and end.
-template <class Work>
-void RunProcesses(benchmark::State& state, Work work)
+/// This program again, as one of several processes: "--lines FOLDER MAXIMUM-KB" or "--floor FOLDER".
+int RunAsChild(const QStringList& arguments)
 {
-    for (auto _ : state)
+    const QDir folder(arguments[2]);
+    if (arguments[1] == QStringLiteral("--floor"))
     {
-        std::vector<pid_t> children;
-        for (int i = 0; i < Processes; ++i)
-        {
-            children.push_back(::fork());
-            if (children.back() == 0)
-            {
-                work();
-                ::_exit(0);
-            }
-        }
-        for (const pid_t child : children)
-        {
-            ::waitpid(child, nullptr, 0);
-        }
-    }
-    state.counters["ns_per_line"] = benchmark::Counter(
-        1e-9 * Processes * LinesOfProcess, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
-}
-
-void FloorOfProcesses(benchmark::State& state)
-{
-    const Folder folder(NoRotation);
-    RunProcesses(state, [&] {
-        Floor floor(folder.File(L"floor.log"));
+        Floor floor(folder.filePath(QStringLiteral("floor.log")).toStdWString());
         for (int i = 0; i < LinesOfProcess; ++i)
         {
             floor.Write(LineOfFloor());
         }
-    });
+        return 0;
+    }
+    const LogSetup setup(folder.path(), arguments[3].toUInt());
+    for (int i = 0; i < LinesOfProcess; ++i)
+    {
+        WriteOne(i);
+    }
+    return 0;
+}
+
+/// Time of a line when several processes write to one file at once, with the time they need to start and end.
+void RunProcesses(benchmark::State& state, const QStringList& arguments)
+{
+    for (auto _ : state)
+    {
+        std::vector<std::unique_ptr<QProcess>> processes;
+        for (int i = 0; i < Processes; ++i)
+        {
+            processes.push_back(std::make_unique<QProcess>());
+            processes.back()->start(QCoreApplication::applicationFilePath(), arguments);
+        }
+        for (const auto& process : processes)
+        {
+            process->waitForFinished(-1);
+        }
+    }
+    state.counters["s_per_line"] = benchmark::Counter(
+        Processes * LinesOfProcess, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+void FloorOfProcesses(benchmark::State& state)
+{
+    const QTemporaryDir folder;
+    RunProcesses(state, {QStringLiteral("--floor"), folder.path()});
 }
 
 void LinesOfProcesses(benchmark::State& state)
 {
-    const Folder folder(static_cast<unsigned>(state.range(0)));
-    RunProcesses(state, [] {
-        NlOrbLogging::Initialize(L"NLCC", L"Veridan", 4, 0);
-        for (int i = 0; i < LinesOfProcess; ++i)
-        {
-            WriteOne(i);
-        }
-        NlOrbLogging::GetLogger().Shutdown();
-    });
+    const QTemporaryDir folder;
+    RunProcesses(state, {QStringLiteral("--lines"), folder.path(), QString::number(state.range(0))});
 }
 
 BENCHMARK(FilteredCall);
@@ -189,4 +190,15 @@ BENCHMARK(LinesOfProcesses)->Arg(NoRotation)->Arg(Rotation)->UseRealTime()->Unit
 
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() > 2 && !arguments[1].startsWith(QStringLiteral("--benchmark")))
+    {
+        return RunAsChild(arguments);
+    }
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
