@@ -9,7 +9,7 @@ void UiVariables::Obtain(IPlugInManager* manager)
 void UiVariables::Register(Ids ids)
 {
     for (const VariableIdentifier& id : ids)
-        m_dataPeer->Register(id);
+        Register(id);
 }
 
 void UiVariables::RegisterKept(Ids ids)

@@ -28,6 +28,7 @@ public:
 
     /// Declare variables that the handler owns, and such whose value the host keeps.
     void Register(Ids ids);
+    void Register(const VariableIdentifier& id) { m_dataPeer->Register(id); }
     void RegisterKept(Ids ids);
 
     /// Has the handler's slot invoked when one of these is notified.

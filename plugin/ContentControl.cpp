@@ -2,7 +2,11 @@
 
 #include "handlers/BrowserExtensionsHandler.h"
 #include "handlers/BrowsingProtectionHandler.h"
+#include "handlers/DeviceLockHandler.h"
+#include "handlers/FamilyRulesHandler.h"
 #include "handlers/MainGuiHandler.h"
+#include "handlers/SafeBankingHandler.h"
+#include "handlers/StatisticsHandler.h"
 #include "handlers/TimeLimitHandler.h"
 #include "handlers/WebFilteringHandler.h"
 #include "handlers/WebsiteListHandler.h"
@@ -59,11 +63,15 @@ void ContentControl::CreateControllers()
 void ContentControl::CreateHandlers()
 {
     m_mainGui = std::make_shared<MainGuiHandler>(m_systemSettings, m_userSettings);
+    m_safeBanking = std::make_shared<SafeBankingHandler>(m_systemSettings, m_userSettings);
     m_websiteList = std::make_shared<WebsiteListHandler>(m_systemSettings, m_userSettings, m_mainGui);
     m_timeLimit = std::make_shared<TimeLimitHandler>(m_userSettings, m_mainGui);
     m_browsingProtection = std::make_shared<BrowsingProtectionHandler>(m_systemSettings);
     m_webFiltering = std::make_shared<WebFilteringHandler>(m_systemSettings, m_userSettings);
+    m_familyRules = std::make_shared<FamilyRulesHandler>(m_systemSettings, m_userSettings);
     m_browserExtensions = std::make_shared<BrowserExtensionsHandler>(m_userSettings, m_mainGui);
+    m_deviceLock = std::make_shared<DeviceLockHandler>(m_systemSettings, m_userSettings);
+    m_statistics = std::make_shared<StatisticsHandler>(m_userSettings);
 }
 
 bool ContentControl::InitializeHandlers(IPlugInManager* manager)
@@ -72,8 +80,12 @@ bool ContentControl::InitializeHandlers(IPlugInManager* manager)
            && m_webFiltering->Initialize(manager, m_mainGui) //
            && m_timeLimit->Initialize(manager)               //
            && m_websiteList->Initialize(manager)             //
+           && m_safeBanking->Initialize(manager)             //
+           && m_familyRules->Initialize(manager, m_mainGui)  //
            && m_mainGui->Initialize(manager)                 //
-           && m_browserExtensions->Initialize(manager);
+           && m_browserExtensions->Initialize(manager)       //
+           && m_deviceLock->Initialize(manager)              //
+           && m_statistics->Initialize(manager);
 }
 
 void ContentControl::ConnectHandlers()
@@ -85,4 +97,8 @@ void ContentControl::ConnectHandlers()
     connect(m_mainGui.get(), &MainGuiHandler::ReloadAllowedWebsitesList, m_mainGui.get(), reload, Qt::DirectConnection);
 }
 
-void ContentControl::OnEventLoopReady() {}
+void ContentControl::OnEventLoopReady()
+{
+    if (m_deviceLock)
+        m_deviceLock->OnEventLoopReady();
+}

@@ -10,7 +10,11 @@
 
 class BrowserExtensionsHandler;
 class BrowsingProtectionHandler;
+class DeviceLockHandler;
+class FamilyRulesHandler;
 class MainGuiHandler;
+class SafeBankingHandler;
+class StatisticsHandler;
 class TimeLimitHandler;
 class WebFilteringHandler;
 class WebsiteListHandler;
@@ -46,7 +50,11 @@ private:
     std::shared_ptr<WebFilteringHandler> m_webFiltering;
     std::shared_ptr<TimeLimitHandler> m_timeLimit;
     std::shared_ptr<WebsiteListHandler> m_websiteList;
+    std::shared_ptr<SafeBankingHandler> m_safeBanking;
+    std::shared_ptr<FamilyRulesHandler> m_familyRules;
     std::shared_ptr<BrowserExtensionsHandler> m_browserExtensions;
+    std::shared_ptr<DeviceLockHandler> m_deviceLock;
+    std::shared_ptr<StatisticsHandler> m_statistics;
     std::shared_ptr<SystemSettings> m_systemSettings;
     std::shared_ptr<UserSettings> m_userSettings;
 };

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "handlers/SettingsControllers.h"
+#include "handlers/UiVariables.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <cstdint>
+#include <string>
+
+/// Puts the computer-time limit into force on screen: warns with a flyer, blocks the desktop and releases it, as the
+/// service's trigger value says, and lets a parent extend the time. UI thread only.
+class DeviceLockHandler : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `userSettings` may be null: the handler is deaf to the trigger then.
+    DeviceLockHandler(const std::shared_ptr<SystemSettings>& systemSettings,
+                      const std::shared_ptr<UserSettings>& userSettings);
+    ~DeviceLockHandler() override;
+
+    /// Always true.
+    bool Initialize(IPlugInManager* manager);
+
+    /// The host's event loop runs: evaluates the trigger as it is.
+    void OnEventLoopReady() { OnTimeLockTrigger(); }
+
+    /// Asks the user for the right to extend the time.
+    static bool Elevate();
+
+Q_SIGNALS:
+    /// The time-lock trigger changed; takes the change to this object's thread.
+    void TimeLockTriggered(const std::string& setting);
+
+public Q_SLOTS:
+    void OnRequestExtendTimeDialog();
+    void OnTimeLockExtend();
+    void OnTimeLockExtendCancel();
+
+private:
+    void OnTimeLockTrigger();
+    void TriggerTimeLock(std::int64_t nextAllowedTime);
+    void ReleaseTimeLock();
+    void ReassertTimeLock();
+    void PauseTimeLock();
+    void ResumeTimeLock();
+    bool StoreExtension(StrataSettings::Minutes minutes);
+    void SendBlockMetrics();
+    void ShowFlyer(int minutesLeft);
+
+    StrataSettings::Minutes ChosenExtension(int& index) const;
+    QString String(const VariableIdentifier& id) const { return m_variables.Get(id).toString(); }
+    QString DayAndTime(std::int64_t time) const;
+
+    QTimer m_timer{this}; // re-asserts the lock
+    bool m_paused = false;
+    UiVariables m_variables{*this};
+    const std::shared_ptr<UserSettings> m_userSettings;
+    const std::shared_ptr<SystemSettings> m_systemSettings;
+    UserSettings::Registration m_registration;
+};

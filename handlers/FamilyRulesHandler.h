@@ -1,0 +1,56 @@
+#pragma once
+
+#include "handlers/SettingsControllers.h"
+#include "handlers/UiVariables.h"
+
+#include <QObject>
+#include <QTimer>
+#include <QVariant>
+
+#include <vector>
+
+class MainGuiHandler;
+
+/// Feeds the family-rules overview: which rules are on, the allowances, the bedtimes and the minutes left today, which
+/// count down once a minute. UI thread only.
+class FamilyRulesHandler : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Either may be null.
+    FamilyRulesHandler(const std::shared_ptr<SystemSettings>& systemSettings,
+                       const std::shared_ptr<UserSettings>& userSettings);
+    ~FamilyRulesHandler() override;
+
+    /// Always true.
+    bool Initialize(IPlugInManager* manager, const std::shared_ptr<MainGuiHandler>& mainGui);
+
+    void Load();
+
+public Q_SLOTS:
+    void OnNotify(VariableIdentifier identifier);
+    void OnLinkClicked();
+    void OnRefreshQuotasRemaining();
+    void OnReload();
+
+private:
+    static const NotifyRule<FamilyRulesHandler> kNotifyRules[2];
+
+    void SetupReloads();
+    void CheckTurnOnPCPageNecessity();
+    void ActivateLegacyParenting();
+    QVariantMap ReadDigiParentingData() const;
+    bool IsLegacyMode() const;
+
+    void LoadSwitches(const VdnSettings& settings);
+    void LoadAllowances(const Settings::Quotas& quotas);
+    void LoadBedtimes(const Settings::Curfews& curfews);
+
+    QTimer m_timer{this};
+    UiVariables m_variables{*this};
+    const std::shared_ptr<SystemSettings> m_systemSettings;
+    const std::shared_ptr<UserSettings> m_userSettings;
+    bool m_initialised = false;
+    std::vector<UserSettings::Registration> m_registrations;
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "handlers/SettingsControllers.h"
+#include "handlers/UiVariables.h"
+
+#include <QDate>
+#include <QObject>
+
+/// Publishes the counts of protective work over several periods, as JSON texts for the statistics views and the value
+/// bar, and again when the localisation or the date changes. UI thread only.
+class StatisticsHandler : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit StatisticsHandler(const std::shared_ptr<UserSettings>& userSettings);
+    ~StatisticsHandler() override;
+
+    /// Always true.
+    bool Initialize(IPlugInManager* manager);
+
+    void UpdateStatistics();
+
+public Q_SLOTS:
+    void OnLocalizationUpdated(VariableIdentifier identifier);
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    void StartTimer(int milliseconds);
+
+    /// The period's JSON text, empty where all its counts are 0.
+    QString TextOf(int period, const Settings::CommonStatistics& statistics) const;
+
+    const std::shared_ptr<UserSettings> m_userSettings;
+    UiVariables m_variables{*this};
+    QDate m_lastUpdate;
+};
