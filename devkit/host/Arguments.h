@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <utility>
+
 /// What an argument of a command must be.
 enum class ArgumentKind
 {
@@ -29,8 +31,8 @@ struct Parameter
         Optional
     };
 
-    const char* name;
-    ArgumentKind kind;
+    const char* name = nullptr;
+    ArgumentKind kind = ArgumentKind::Any;
     Need need = Need::Required;
     const char* choices = nullptr; // for texts: the words that are allowed, joined by "|"
 };
@@ -39,7 +41,7 @@ struct Parameter
 class Arguments
 {
 public:
-    explicit Arguments(const QVariantMap& values) : m_values(values) {}
+    explicit Arguments(QVariantMap values) : m_values(std::move(values)) {}
 
     /// Why an argument does not fit its parameter, as a sentence; empty when it does.
     QString Check(const Parameter& parameter) const;

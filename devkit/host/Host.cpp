@@ -37,7 +37,7 @@ Host::~Host()
     NlFlyerControl_SetActionHandler(nullptr, nullptr);
 }
 
-int Host::Run()
+int Host::Run() const
 {
     return m_quitting ? 0 : QCoreApplication::exec();
 }

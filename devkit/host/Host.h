@@ -29,7 +29,7 @@ public:
     Host& operator=(const Host&) = delete;
 
     /// Runs the event loop until the end is asked for. The exit code.
-    int Run();
+    int Run() const;
     /// Ends Run(), also one that comes later; nothing further is begun.
     void RequestQuit();
     bool IsQuitting() const { return m_quitting; }

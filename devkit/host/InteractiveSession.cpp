@@ -7,8 +7,6 @@
 
 #include <QTime>
 
-#include <cstdio>
-
 InteractiveSession::InteractiveSession(Host& host)
     : m_host(host), m_console({[this](const QString& line) { m_commands.Run(line); }, [&host] { host.RequestQuit(); }}),
       m_commands(host, m_console)
@@ -20,18 +18,15 @@ InteractiveSession::~InteractiveSession()
     m_host.urls.SetObserver(nullptr);
 }
 
-bool InteractiveSession::Start()
+QString InteractiveSession::Start()
 {
     const PlugInLoader::Outcome outcome = m_host.plugIn.Load();
     if (!outcome.initialized)
     {
-        std::fprintf(stderr, "veridan-host: %s\n", qUtf8Printable(outcome.error));
-        const QStringList errors = ReadLogTail(m_host.folder.LogFile(), 5, 2);
-        for (const QString& line : errors)
-        {
-            std::fprintf(stderr, "  %s\n", qUtf8Printable(line));
-        }
-        return false;
+        constexpr int Lines = 5;
+        constexpr int Errors = 2;
+        const QStringList why = ReadLogTail(m_host.folder.LogFile(), Lines, Errors);
+        return (QStringList{outcome.error} + why).join(QLatin1String("\n  "));
     }
     m_commands.ShowPage();
     m_host.hub.SetObserver(
@@ -39,7 +34,7 @@ bool InteractiveSession::Start()
     m_host.urls.SetObserver(
         [this](const QString& url) { m_console.Print(QStringLiteral("The plug-in opens %1\n").arg(url)); });
     m_console.Listen();
-    return true;
+    return {};
 }
 
 void InteractiveSession::Warn(const QString& sentence)

@@ -15,8 +15,8 @@ public:
     InteractiveSession(const InteractiveSession&) = delete;
     InteractiveSession& operator=(const InteractiveSession&) = delete;
 
-    /// Loads the plug-in and shows the page. False: it could not be used; why is on standard error.
-    bool Start();
+    /// Loads the plug-in and shows the page. Why the plug-in cannot be used, else empty.
+    QString Start();
 
     void Warn(const QString& sentence);
 

@@ -73,7 +73,7 @@ QStringList ReadLogTail(const QString& fileName, qint64 count, int maximumLevel)
     {
         return {};
     }
-    constexpr qint64 FirstPiece = 64 * 1024;
+    constexpr qint64 FirstPiece = 64LL * 1024;
     QStringList lines;
     for (qint64 size = FirstPiece; lines.size() < count; size *= 4)
     {

@@ -1,14 +1,14 @@
 #include "devkit/host/MainPage.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 namespace
 {
 
 using MainPage::Switch;
 
-constexpr std::array<Switch, 5> Switches{{
+constexpr Switch Switches[] = {
     {"browsing_protection", "Browsing protection", "@BrowsingProtection\\Data:browsing_protection_state",
      "@BrowsingProtection\\Data:browsing_protection_status",
      "@BrowsingProtection\\Data:browsing_protection_state_readonly"},
@@ -19,7 +19,7 @@ constexpr std::array<Switch, 5> Switches{{
     {"time_limit", "Time limit", "@TimeLimit\\Data:time_limit_state", "@TimeLimit\\Data:time_limit_status", nullptr},
     {"safe_search", "Safe search", "@SafeSearch\\Data:safe_search_state", "@SafeSearch\\Data:safe_search_status",
      nullptr},
-}};
+};
 
 struct Title
 {
@@ -33,14 +33,14 @@ constexpr const char* SubStatus = "@ContentControl\\Status:sub_status";
 constexpr const char* ExtensionDisabled = "@ContentControl\\Status:browser_extension_disabled";
 constexpr const char* DefaultBrowser = "@ContentControl\\Status:default_browser_type";
 
-constexpr std::array<Title, 6> Titles{{
+constexpr Title Titles[] = {
     {StatusLevel, "Status level"},
     {MainStatus, "Main status"},
     {SubStatus, "Sub status"},
     {ExtensionDisabled, "Browser extension disabled"},
     {DefaultBrowser, "Default browser type"},
     {"@Veridan\\MainGUI:visible", "Main page visible"},
-}};
+};
 
 struct Phrase
 {
@@ -48,23 +48,24 @@ struct Phrase
     const char* words;
 };
 
-constexpr std::array<Phrase, 6> Phrases{{
+constexpr Phrase Phrases[] = {
     {"Ok", "OK"},
     {"UsersProtected", "Users are protected"},
     {"UsersNotProtected", "Users are not protected"},
     {"WfOn", "the web page filter or the time limit is on"},
     {"WfOff", "the web page filter and the time limit are off"},
     {"BpOff", "browsing protection is off"},
-}};
+};
 
 QString InWords(const QVariant& value)
 {
     const QString text = value.toString();
-    const auto found = std::find_if(Phrases.begin(), Phrases.end(),
-                                    [&text](const Phrase& phrase) { return text == QLatin1String(phrase.value); });
-    return found != Phrases.end() ? QString::fromLatin1(found->words)
-           : text.isEmpty()       ? QStringLiteral("unknown")
-                                  : text;
+    const auto* const found = std::find_if(std::begin(Phrases), std::end(Phrases), [&text](const Phrase& phrase) {
+        return text == QLatin1String(phrase.value);
+    });
+    return found != std::end(Phrases) ? QString::fromLatin1(found->words)
+           : text.isEmpty()           ? QStringLiteral("unknown")
+                                      : text;
 }
 
 QString Row(const QString& title, const QString& value)
@@ -97,16 +98,16 @@ QString DrawSwitch(const VariableHub& hub, const TextStyle& style, const Switch&
 
 const Switch* MainPage::FindSwitch(const QString& name)
 {
-    const auto found = std::find_if(Switches.begin(), Switches.end(), [&name](const Switch& row) {
+    const auto* const found = std::find_if(std::begin(Switches), std::end(Switches), [&name](const Switch& row) {
         return name == QLatin1String(row.name) || name == QLatin1String(row.state);
     });
-    return found == Switches.end() ? nullptr : &*found;
+    return found == std::end(Switches) ? nullptr : found;
 }
 
 QStringList MainPage::SwitchNames()
 {
     QStringList names;
-    std::transform(Switches.begin(), Switches.end(), std::back_inserter(names),
+    std::transform(std::begin(Switches), std::end(Switches), std::back_inserter(names),
                    [](const Switch& row) { return QString::fromLatin1(row.name); });
     return names;
 }
@@ -115,7 +116,7 @@ QString MainPage::TitleOf(const QString& id)
 {
     for (const Switch& row : Switches)
     {
-        const QString title = QString::fromLatin1(row.title);
+        QString title = QString::fromLatin1(row.title);
         if (id == QLatin1String(row.state))
         {
             return title;
@@ -129,9 +130,9 @@ QString MainPage::TitleOf(const QString& id)
             return title + QLatin1String(" (read-only)");
         }
     }
-    const auto found =
-        std::find_if(Titles.begin(), Titles.end(), [&id](const Title& title) { return id == QLatin1String(title.id); });
-    return found == Titles.end() ? id : QString::fromLatin1(found->title);
+    const auto* const found = std::find_if(std::begin(Titles), std::end(Titles),
+                                           [&id](const Title& title) { return id == QLatin1String(title.id); });
+    return found == std::end(Titles) ? id : QString::fromLatin1(found->title);
 }
 
 QString MainPage::Draw(const VariableHub& hub, const TextStyle& style)

@@ -6,8 +6,6 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
-#include <cstdio>
-
 Options Options::FromCommandLine()
 {
     const QCommandLineOption jsonLines(
@@ -32,14 +30,19 @@ Options Options::FromCommandLine()
     parser.addOptions({jsonLines, data, temporary, openUrls, plugIn});
     parser.process(*QCoreApplication::instance());
 
-    const bool twoFolders = parser.isSet(temporary) && parser.isSet(data);
-    if (twoFolders || !parser.positionalArguments().isEmpty())
+    QString problem;
+    if (parser.isSet(temporary) && parser.isSet(data))
     {
-        std::fputs(twoFolders ? "veridan-host: --data and --temporary exclude each other.\n"
-                              : "veridan-host: there are no arguments but options; see --help.\n",
-                   stderr);
-        std::exit(2);
+        problem = QStringLiteral("--data and --temporary exclude each other.");
     }
-    return {parser.isSet(jsonLines), parser.isSet(temporary), parser.isSet(openUrls), parser.value(data),
-            QFileInfo(parser.value(plugIn)).absoluteFilePath()};
+    else if (!parser.positionalArguments().isEmpty())
+    {
+        problem = QStringLiteral("There are no arguments but options; see --help.");
+    }
+    return {parser.isSet(jsonLines),
+            parser.isSet(temporary),
+            parser.isSet(openUrls),
+            parser.value(data),
+            QFileInfo(parser.value(plugIn)).absoluteFilePath(),
+            problem};
 }

@@ -10,7 +10,9 @@ struct Options
     bool openUrls = false;
     QString dataFolder;
     QString plugInFile;
+    QString problem; // what is wrong with the options; empty when nothing is
 
-    /// Prints the help or the version, or what is wrong, and ends the process where the command line asks for it.
+    /// Prints the help or the version and ends the process where the command line asks for it; so it does when an
+    /// option is unknown.
     static Options FromCommandLine();
 };

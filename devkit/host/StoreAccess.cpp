@@ -44,7 +44,7 @@ void NL_SUITE_CALL Collect(void* context, const OrbStrataEntry* entry)
 
 } // namespace
 
-StoreAccess::StoreAccess(const QString& storeFile, const QString& userSid) : m_userSid(userSid)
+StoreAccess::StoreAccess(const QString& storeFile, QString userSid) : m_userSid(std::move(userSid))
 {
     OrbStrataControl_SetStoreFile(storeFile.toUtf8().constData());
     OrbStrataControl_SetWriteObserver(&StoreAccess::OnWrite, this);
@@ -179,7 +179,7 @@ Result<StoreAccess::Target> StoreAccess::Locate(const QString& scope, const QStr
     if (known == m_handles.end())
     {
         OrbStrataResult result = ORB_STRATA_SUCCESS;
-        const OrbStrataHandle handle = OrbStrataControl_OpenProductHandle(sid.toStdWString().c_str(), &result);
+        auto* const handle = OrbStrataControl_OpenProductHandle(sid.toStdWString().c_str(), &result);
         if (result != ORB_STRATA_SUCCESS)
         {
             return Result<Target>::Failure(Explain(result, scope));

@@ -25,7 +25,7 @@ public:
     };
 
     /// One of each process: it sets up the store of the process.
-    StoreAccess(const QString& storeFile, const QString& userSid);
+    StoreAccess(const QString& storeFile, QString userSid);
     ~StoreAccess();
     StoreAccess(const StoreAccess&) = delete;
     StoreAccess& operator=(const StoreAccess&) = delete;

@@ -37,8 +37,8 @@ constexpr const char* HelpText =
 QString TakeWord(QString& rest)
 {
     rest = rest.trimmed();
-    const auto end = std::find_if(rest.begin(), rest.end(), [](QChar c) { return c.isSpace(); });
-    const QString word = rest.left(static_cast<int>(end - rest.begin()));
+    const auto* const end = std::find_if(rest.cbegin(), rest.cend(), [](QChar c) { return c.isSpace(); });
+    QString word = rest.left(static_cast<int>(end - rest.cbegin()));
     rest = rest.mid(word.size()).trimmed();
     return word;
 }

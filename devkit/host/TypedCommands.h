@@ -18,15 +18,16 @@ public:
     void ShowPage();
 
 private:
-    void Page(const QString& rest);
-    void Help(const QString& rest);
-    void Quit(const QString& rest);
-    void Get(const QString& rest);
-    void Set(const QString& rest);
-    void Trigger(const QString& rest);
-    void Variables(const QString& rest);
-    void Log(const QString& rest);
-    void Store(const QString& rest);
+    // Each takes what was typed after its name.
+    void Page(const QString& arguments);
+    void Help(const QString& arguments);
+    void Quit(const QString& arguments);
+    void Get(const QString& arguments);
+    void Set(const QString& arguments);
+    void Trigger(const QString& arguments);
+    void Variables(const QString& prefix);
+    void Log(const QString& arguments);
+    void Store(const QString& arguments);
     void StoreGet(const QString& scope, const QString& key);
     void StoreSet(const QString& scope, const QString& key, const QString& typed);
     void MoveSwitch(const MainPage::Switch& row, bool on);

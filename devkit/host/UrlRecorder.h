@@ -18,8 +18,7 @@ public:
     QStringList Urls() const { return m_urls; }
     void SetObserver(std::function<void(const QString& url)> observer) { m_observer = std::move(observer); }
 
-public Q_SLOTS:
-    void Record(const QUrl& url);
+    Q_SLOT void Record(const QUrl& url);
 
 private:
     void TakeOver();

@@ -112,7 +112,7 @@ void VariableHub::Release(Owner owner)
         providers.erase(std::remove(providers.begin(), providers.end(), owner), providers.end());
         auto& keys = variable.subscriptions;
         keys.erase(
-            std::remove_if(keys.begin(), keys.end(), [this](quint64 key) { return !m_subscriptions.count(key); }),
+            std::remove_if(keys.begin(), keys.end(), [this](quint64 key) { return m_subscriptions.count(key) == 0; }),
             keys.end());
     }
 }

@@ -88,7 +88,7 @@ public:
 private:
     struct Subscription
     {
-        Owner owner;
+        Owner owner = nullptr;
         QPointer<QObject> receiver;
         QMetaMethod slot;
     };

@@ -15,6 +15,8 @@
 namespace
 {
 
+constexpr int UsageError = 2;
+
 void PrintWarning(const QString& sentence)
 {
     std::fprintf(stderr, "veridan-host: %s\n", qUtf8Printable(sentence));
@@ -53,8 +55,13 @@ int RunInteractively(const DataFolder& folder, const Options& options)
     const Termination termination([&host] { host.RequestQuit(); });
     InteractiveSession session(host);
     shown = &session;
-    const int exitCode = session.Start() ? host.Run() : EXIT_FAILURE;
+    const QString failure = session.Start();
+    const int exitCode = failure.isEmpty() ? host.Run() : EXIT_FAILURE;
     shown = nullptr;
+    if (!failure.isEmpty())
+    {
+        PrintWarning(failure);
+    }
     return exitCode;
 }
 
@@ -81,6 +88,11 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(VERIDAN_VERSION));
 
     const Options options = Options::FromCommandLine();
+    if (!options.problem.isEmpty())
+    {
+        PrintWarning(options.problem);
+        return UsageError;
+    }
     const DataFolder folder = options.temporary ? DataFolder() : DataFolder(options.dataFolder);
     return options.jsonLines ? RunJsonLines(folder, options) : RunInteractively(folder, options);
 }

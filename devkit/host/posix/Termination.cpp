@@ -48,25 +48,25 @@ Termination::Termination(std::function<void()> onRequest) : m_implementation(std
     m_implementation->notifier = std::make_unique<QSocketNotifier>(ends[0], QSocketNotifier::Read);
     QObject::connect(m_implementation->notifier.get(), &QSocketNotifier::activated,
                      [end = ends[0], onRequest = std::move(onRequest)] {
-                         std::array<char, 16> bytes;
+                         std::array<char, 16> bytes{};
                          [[maybe_unused]] const ssize_t count = read(end, bytes.data(), bytes.size());
                          onRequest();
                      });
     g_wake = ends[1];
     for (const int number : Signals)
     {
-        std::signal(number, &OnSignal);
+        static_cast<void>(std::signal(number, &OnSignal));
     }
-    std::signal(SIGPIPE, SIG_IGN);
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 }
 
 Termination::~Termination()
 {
     for (const int number : Signals)
     {
-        std::signal(number, SIG_DFL);
+        static_cast<void>(std::signal(number, SIG_DFL));
     }
-    std::signal(SIGPIPE, SIG_DFL);
+    static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
     for (const int end : m_implementation->pipe)
     {
         close(end);
