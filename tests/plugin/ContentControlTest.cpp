@@ -115,21 +115,28 @@ TEST_F(ContentControlTest, StartsUpInItsOrder)
     for (const std::string& message : Log())
         if (std::regex_match(message, milestone))
             milestones.push_back(message);
-    EXPECT_THAT(
-        milestones,
-        ElementsAre(
-            "ContentControl::ContentControl: ", "ContentControl::Initialize: ",
-            "ContentControl::Initialize: VDN settings initialized", "MainGuiHandler::MainGuiHandler: ",
-            "WebsiteListHandler::WebsiteListHandler: ", "TimeLimitHandler::TimeLimitHandler: ",
-            "BrowsingProtectionHandler::BrowsingProtectionHandler: ", "WebFilteringHandler::WebFilteringHandler: ",
-            "BrowserExtensionsHandler::BrowserExtensionsHandler: ", "ContentControl::Initialize: GUI handlers created",
-            "BrowsingProtectionHandler::Initialize: ", "WebFilteringHandler::Initialize: ",
-            "TimeLimitHandler::Initialize: ", "WebsiteListHandler::Initialize: ", "MainGuiHandler::Initialize: ",
-            "BrowserExtensionsHandler::Initialize: ", "ContentControl::Initialize: GUI handlers initialized",
-            "ContentControl::~ContentControl: ", "BrowserExtensionsHandler::~BrowserExtensionsHandler: ",
-            "WebsiteListHandler::~WebsiteListHandler: ", "TimeLimitHandler::~TimeLimitHandler: ",
-            "WebFilteringHandler::~WebFilteringHandler: ", "BrowsingProtectionHandler::~BrowsingProtectionHandler: ",
-            "MainGuiHandler::~MainGuiHandler: "));
+
+    const std::vector<std::string> created = {
+        "MainGui",      "SafeBanking", "WebsiteList",       "TimeLimit",  "BrowsingProtection",
+        "WebFiltering", "FamilyRules", "BrowserExtensions", "DeviceLock", "Statistics"};
+    const std::vector<std::string> initialized = {
+        "BrowsingProtection", "WebFiltering", "TimeLimit",         "WebsiteList", "SafeBanking",
+        "FamilyRules",        "MainGui",      "BrowserExtensions", "DeviceLock",  "Statistics"};
+    const std::vector<std::string> destroyed = {
+        "Statistics",  "DeviceLock", "BrowserExtensions", "FamilyRules",        "SafeBanking",
+        "WebsiteList", "TimeLimit",  "WebFiltering",      "BrowsingProtection", "MainGui"};
+    std::vector<std::string> expected = {"ContentControl::ContentControl: ", "ContentControl::Initialize: ",
+                                         "ContentControl::Initialize: VDN settings initialized"};
+    for (const std::string& name : created)
+        expected.push_back(name + "Handler::" + name + "Handler: ");
+    expected.emplace_back("ContentControl::Initialize: GUI handlers created");
+    for (const std::string& name : initialized)
+        expected.push_back(name + "Handler::Initialize: ");
+    expected.emplace_back("ContentControl::Initialize: GUI handlers initialized");
+    expected.emplace_back("ContentControl::~ContentControl: ");
+    for (const std::string& name : destroyed)
+        expected.push_back(name + "Handler::~" + name + "Handler: ");
+    EXPECT_EQ(expected, milestones);
 }
 
 TEST_F(ContentControlTest, WithoutAManagerNothingIsCreated)
