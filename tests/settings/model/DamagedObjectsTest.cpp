@@ -152,6 +152,27 @@ TEST_F(DamagedObjectsTest, OtherElementsKeepWhatCanBeRead)
            {1, "Settings::DailyCounter::DailyCounter, assertion failed: JulianDate >= 0"}}}});
 }
 
+TEST_F(DamagedObjectsTest, AListIsReadWholeWhenEveryRecordIsComplete)
+{
+    const std::vector<std::pair<const char*, bool>> cases = {
+        {"[]", true},
+        {R"([{"allowed":true,"extra":1,"label":"","url":"a"}])", true},
+        {R"([{"allowed":true,"label":""}])", false},
+        {R"([{"allowed":1,"label":"","url":"a"}])", false},
+        {R"([{"allowed":true,"label":"","url":"a"},{"allowed":true,"label":"","url":"a"}])", false},
+        {R"({"allowed":true,"label":"","url":"a"})", false}};
+    for (const auto& [stored, whole] : cases)
+    {
+        Store(m_sites, stored);
+        m_sites.Load();
+        LogCapture::Take();
+        EXPECT_EQ(whole, m_sites.WasReadWhole()) << stored;
+    }
+    Erase(kUser, m_sites.GetKey().c_str());
+    m_sites.Load();
+    EXPECT_TRUE(m_sites.WasReadWhole());
+}
+
 TEST_F(DamagedObjectsTest, AnArrayInsideAnArrayIsAnElementWithoutFields)
 {
     Store(m_sites, "[" + std::string(R"({"allowed":true,"label":"A","url":"a"},)") + kGood + "]");

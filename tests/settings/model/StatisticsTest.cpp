@@ -123,20 +123,24 @@ TEST_F(StatisticsTest, TheCallIsTracedWithTheStoredDaysAndTheScans)
 TEST_F(StatisticsTest, ThreadsThatAskAtOnceShareTheTotals)
 {
     LogCapture::SetThreshold(4);
-    const std::set<DailyCounter> days{Day(10, {1, 2, 3, 4, 5}), Day(11, {10, 20, 30, 40, 50})};
-    m_statistics.dailyCounters.Set(days);
+    std::set<DailyCounter> year;
+    for (int day = 1; day <= 366; ++day)
+        year.insert(Day(day, {1, 2, 3, 4, 5}));
+    m_statistics.dailyCounters.Set(year);
+    constexpr std::uint32_t kCalls = 2000;
     Totals totals;
     const auto ask = [&] {
-        for (int i = 0; i < 3000; ++i)
-            totals.Add(m_statistics, 2, 11);
+        for (std::uint32_t i = 0; i < kCalls; ++i)
+            totals.Add(m_statistics, 366, 366);
     };
     std::thread first(ask);
     std::thread second(ask);
-    for (int i = 0; i < 3000; ++i)
-        m_statistics.dailyCounters.Update(&days);
+    for (std::uint32_t i = 0; i < kCalls; ++i)
+        m_statistics.dailyCounters.Update(&year);
     first.join();
     second.join();
-    EXPECT_EQ((std::array<std::uint32_t, 5>{66'000, 132'000, 198'000, 264'000, 330'000}), totals.All());
+    constexpr std::uint32_t kDays = 2 * kCalls * 366;
+    EXPECT_EQ((std::array<std::uint32_t, 5>{kDays, 2 * kDays, 3 * kDays, 4 * kDays, 5 * kDays}), totals.All());
 }
 
 TEST_F(StatisticsTest, ConstraintsGoToEveryKeyThatIsNeitherEnforcedNorChanged)
