@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 namespace NlOrbLogging
 {
@@ -12,6 +13,14 @@ struct LoggerConfig
     std::wstring module;
     int defaultLevel = 0;
     unsigned flags = 0;
+
+    void Swap(LoggerConfig& other) noexcept
+    {
+        std::swap(component, other.component);
+        std::swap(module, other.module);
+        std::swap(defaultLevel, other.defaultLevel);
+        std::swap(flags, other.flags);
+    }
 };
 
 } // namespace NlOrbLogging

@@ -102,7 +102,7 @@ void LoggerWin::Shutdown()
     m_debugOutput = false;
     m_dirty = false;
     m_file.reset();
-    m_config = {};
+    LoggerConfig().Swap(m_config); // gives the memory back, too: this object is never destroyed
     m_flags = 0;
 }
 

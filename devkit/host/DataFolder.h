@@ -26,7 +26,6 @@ public:
     QString LogRoot() const { return m_path + QLatin1String("/log-root"); }
     QString LogFile() const { return LogRoot() + QLatin1String("/Norlane/Log/NLCC/Veridan.log"); }
     QString RegistryFolder() const { return m_path + QLatin1String("/registry"); }
-    QString EventFolder() const { return m_path + QLatin1String("/events"); }
 
 private:
     std::unique_ptr<QTemporaryDir> m_temporary;

@@ -20,7 +20,7 @@ void NL_SUITE_CALL FireTrigger(void* context, const char* action)
 Host::Host(const DataFolder& dataFolder, const Setup& setup)
     : folder(dataFolder), userSid(UserSid()), registry(folder.RegistryFolder()),
       environment(registry, folder, setup.libraryFolder), store(folder.StoreFile(), userSid), hub(setup.warn),
-      manager(hub, setup.warn), urls(setup.openUrls), events(folder.EventFolder()), plugIn(setup.plugInFile, manager)
+      manager(hub, setup.warn), urls(setup.openUrls), plugIn(setup.plugInFile, manager)
 {
     if (environment.IsIncomplete())
     {

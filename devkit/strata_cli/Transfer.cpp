@@ -139,18 +139,6 @@ bool Import(std::string_view json, Items& items, std::string& error)
     return read;
 }
 
-bool ImportDefaults(std::string_view json, Items& system, Items& user, std::string& error)
-{
-    JsonReader reader(json);
-    const bool read = reader.Object([&](const std::string& scope) {
-        return scope == "system" ? ReadItems(reader, system)
-               : scope == "user" ? ReadItems(reader, user)
-                                 : reader.Fail("there is no scope \"" + scope + "\"");
-    }) && reader.AtEnd();
-    error = reader.Error();
-    return read;
-}
-
 bool ReadInput(const std::string& path, std::string& contents, std::string& error)
 {
     const auto readAll = [&contents](std::istream& stream) {

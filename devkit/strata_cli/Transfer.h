@@ -20,9 +20,6 @@ std::string Export(const Items& items);
 /// Reads what Export writes. False: `error` tells what is wrong and where.
 bool Import(std::string_view json, Items& items, std::string& error);
 
-/// Reads {"system": …, "user": …}, where each member is as Export writes it and may be left out.
-bool ImportDefaults(std::string_view json, Items& system, Items& user, std::string& error);
-
 /// The whole of a file, or of standard input for "-". False: `error` tells why.
 bool ReadInput(const std::string& path, std::string& contents, std::string& error);
 /// Writes a file whole, or standard output for "-".

@@ -4,7 +4,6 @@
 #include "devkit/strata_cli/Console.h"
 #include "devkit/strata_cli/Transfer.h"
 
-#include <map>
 #include <utility>
 
 namespace StrataCli
@@ -67,32 +66,31 @@ ExitCode ImportScope(StoreScope& scope, const Arguments& arguments)
     return scope.Write(items) ? Done : Complain(scope);
 }
 
+/// The defaults serve every scope alike; a file is for one.
 ExitCode SeedScopes(const Arguments& arguments)
 {
     const bool fromFile = !arguments.operands.empty();
     const std::string file = fromFile ? arguments.operands[0] : ProgramFolder() + "/defaults.json";
-    std::map<std::string, Items> scopes;
-    const std::string named = arguments.scope.value_or("user");
     std::string json;
     std::string error;
+    Items items;
     if (!ReadInput(file, json, error))
     {
         return Complain(Failed, error);
     }
-    const bool read =
-        fromFile ? Import(json, scopes[named], error) : ImportDefaults(json, scopes["system"], scopes["user"], error);
-    if (!read)
+    if (!Import(json, items, error))
     {
         return Complain(Refused, file + ": " + error + ". Nothing was written.");
     }
-    for (auto& [name, items] : scopes)
+    std::vector<std::string> scopes = {arguments.scope.value_or("user")};
+    if (!fromFile && !arguments.scope)
     {
-        if (arguments.scope && *arguments.scope != name)
-        {
-            continue;
-        }
+        scopes.emplace_back("system");
+    }
+    for (const std::string& name : scopes)
+    {
         StoreScope scope(name);
-        const ExitCode code = scope.IsOpen() ? Seed(scope, std::move(items)) : Complain(scope);
+        const ExitCode code = scope.IsOpen() ? Seed(scope, items) : Complain(scope);
         if (code != Done)
         {
             return code;

@@ -146,6 +146,12 @@ int HostProcess::Finish()
     return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
 }
 
+void HostProcess::Kill()
+{
+    m_process.kill();
+    m_process.waitForFinished();
+}
+
 QString HostProcess::Errors()
 {
     m_errors += m_process.readAllStandardError();

@@ -55,6 +55,8 @@ public:
 
     /// Closes standard input and awaits the end. The exit code, -1 after a crash or none in time.
     int Finish();
+    /// Ends it without a warning.
+    void Kill();
     bool IsRunning() const { return m_process.state() == QProcess::Running; }
 
     QString DataFolder() const { return m_dataFolder; }

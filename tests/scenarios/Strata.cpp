@@ -1,0 +1,15 @@
+#include "tests/scenarios/Strata.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QProcess>
+
+QString Strata::Run(const QStringList& arguments) const
+{
+    QProcess process;
+    process.start(QCoreApplication::applicationDirPath() + "/strata", arguments + QStringList{"--data", m_dataFolder});
+    EXPECT_TRUE(process.waitForFinished(30'000)) << qUtf8Printable(arguments.join(' '));
+    EXPECT_EQ(0, process.exitCode()) << process.readAllStandardError().constData();
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
