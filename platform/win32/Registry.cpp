@@ -43,8 +43,8 @@ public:
     {
         DWORD number = 0;
         DWORD size = sizeof(number);
-        return Key(root, key).Read(value, RRF_RT_REG_DWORD, &number, size) ? std::optional<std::uint32_t>(number)
-                                                                           : std::nullopt;
+        const bool read = Key(root, key).Read(value, RRF_RT_REG_DWORD, &number, size) && size == sizeof(number);
+        return read ? std::optional<std::uint32_t>(number) : std::nullopt;
     }
 
     std::optional<std::wstring> ReadString(RegistryRoot root, const wchar_t* key, const wchar_t* value) override
