@@ -28,6 +28,17 @@ QString Ascii(const char* text)
 
 } // namespace
 
+/// What every row of a table is made with, shared by all of them.
+struct WebsiteListHandler::RowTexts
+{
+    explicit RowTexts(QString administrator) : adminEntry(std::move(administrator)) {}
+
+    const QString column = Ascii("0");
+    const QString readOnly = Ascii("readonly");
+    const QString tooltip = Ascii("tooltip");
+    const QString adminEntry; // "URL (admin entry)" is an administrator's tooltip
+};
+
 const NotifyRule<WebsiteListHandler> WebsiteListHandler::kNotifyRules[] = {
     {kShowWebsiteList, &WebsiteListHandler::OnShowWebsiteList},
     {kAllowedActionItem, &WebsiteListHandler::HandleAllowedActionItem},
@@ -100,11 +111,12 @@ void WebsiteListHandler::Load(const std::wstring&)
 QVariantList WebsiteListHandler::ConvertWebFilterList(const Sites& own, const Sites& administrator, bool allowed) const
 {
     const EntryLog log(L"WebsiteListHandler::ConvertWebFilterList");
+    const RowTexts texts(m_variables.Get(kAdminEntry).toString());
     QVariantList rows;
     for (const Settings::Site& site : own)
     {
         if (site.allowed == allowed)
-            rows.append(ParseItemIntoMap(QString::fromStdString(site.Url), false));
+            rows.append(ParseItemIntoMap(QString::fromStdString(site.Url), false, texts));
     }
     for (const Settings::Site& site : administrator)
     {
@@ -112,18 +124,18 @@ QVariantList WebsiteListHandler::ConvertWebFilterList(const Sites& own, const Si
             continue;
         const auto same = own.find(site);
         if (same == own.end() || same->allowed != allowed)
-            rows.append(ParseItemIntoMap(QString::fromStdString(site.Url), true));
+            rows.append(ParseItemIntoMap(QString::fromStdString(site.Url), true, texts));
     }
     return rows;
 }
 
-QVariantMap WebsiteListHandler::ParseItemIntoMap(const QString& url, bool adminEntry) const
+QVariantMap WebsiteListHandler::ParseItemIntoMap(const QString& url, bool adminEntry, const RowTexts& texts)
 {
     const FunctionLog log(L"WebsiteListHandler::ParseItemIntoMap");
     LOG(log, 5, L"%s: Adding %ls into map with column index", url.toStdWString().c_str());
-    QVariantMap row{{Ascii("0"), url}, {Ascii("readonly"), adminEntry}};
+    QVariantMap row{{texts.column, url}, {texts.readOnly, adminEntry}};
     if (adminEntry)
-        row.insert(Ascii("tooltip"), Ascii("%1 (%2)").arg(url, m_variables.Get(kAdminEntry).toString()));
+        row.insert(texts.tooltip, Ascii("%1 (%2)").arg(url, texts.adminEntry));
     return row;
 }
 
@@ -227,6 +239,7 @@ void WebsiteListHandler::AddNewItem(const QString& url, bool allowed)
     saveController->Save();
 }
 
+/// Removing and adding are one change of the list: it is saved once, so that no failure comes between.
 void WebsiteListHandler::EditOldItem(const QVariant& edit, bool allowed)
 {
     const EntryLog log(L"WebsiteListHandler::EditOldItem");
@@ -241,24 +254,30 @@ void WebsiteListHandler::EditOldItem(const QVariant& edit, bool allowed)
         return;
     }
     if (!url.isEmpty()) // else the original stays, and adding tells why
-        RemoveItem(original);
+        Remove(original);
     AddNewItem(url, allowed);
 }
 
 void WebsiteListHandler::RemoveItem(const QString& url)
 {
+    if (const auto saveController = Remove(url))
+        saveController->Save();
+}
+
+std::shared_ptr<ElevatedSettings> WebsiteListHandler::Remove(const QString& url) const
+{
     const FunctionLog log(L"WebsiteListHandler::RemoveItem");
     LOG(log, 5, L"%s: %ls", url.toStdWString().c_str());
     const auto saveController = GetSaveController();
     if (!saveController)
-        return;
+        return nullptr;
     if (url.isEmpty())
     {
         LOG(log, 2, L"%s: New item empty");
-        return;
+        return nullptr;
     }
     saveController->WritableSettings().internal.sites.Remove(url.toStdString());
-    saveController->Save();
+    return saveController;
 }
 
 std::shared_ptr<ElevatedSettings> WebsiteListHandler::GetSaveController() const

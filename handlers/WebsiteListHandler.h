@@ -39,9 +39,6 @@ public:
     /// Table rows: the own sites, then the administrator's that are not among them; only those that are (not) allowed.
     QVariantList ConvertWebFilterList(const Sites& own, const Sites& administrator, bool allowed) const;
 
-    /// {"0": URL, "readonly": bool, "tooltip": text}, the last for an administrator's entry.
-    QVariantMap ParseItemIntoMap(const QString& url, bool adminEntry) const;
-
     std::shared_ptr<ElevatedSettings> GetSaveController() const;
 
 public Q_SLOTS:
@@ -52,6 +49,14 @@ public Q_SLOTS:
 private:
     static const NotifyRule<WebsiteListHandler> kNotifyRules[3];
     static const NotifyRule<WebsiteListHandler> kDeniedRules[2];
+
+    struct RowTexts;
+
+    /// {"0": URL, "readonly": bool, "tooltip": text}, the last for an administrator's entry.
+    static QVariantMap ParseItemIntoMap(const QString& url, bool adminEntry, const RowTexts& texts);
+
+    /// Takes the site out of the list; null when nothing was, else what is to be saved.
+    std::shared_ptr<ElevatedSettings> Remove(const QString& url) const;
 
     void FollowSettings();
     void OnShowWebsiteList();
