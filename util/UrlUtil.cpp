@@ -49,7 +49,8 @@ Range HostOf(std::wstring_view url)
 
 bool IsAscii(std::wstring_view text)
 {
-    return std::all_of(text.begin(), text.end(), [](wchar_t character) { return static_cast<char32_t>(character) < 0x80; });
+    return std::all_of(text.begin(), text.end(),
+                       [](wchar_t character) { return static_cast<char32_t>(character) < 0x80; });
 }
 
 bool IsAsciiAllowedInName(char32_t code)
