@@ -229,7 +229,7 @@ QString DeviceLockHandler::DayAndTime(std::int64_t time) const
     const QDateTime local = LocalTime::At(StrataSettings::TimePoint(std::chrono::seconds(time)));
     const auto named = [this](const VariableIdentifier& id, const char* otherwise) {
         const QString name = String(id);
-        return name.isEmpty() ? QString::fromLatin1(otherwise) : name;
+        return name.isEmpty() ? UiText(otherwise) : name;
     };
     QString day;
     switch (LocalTime::Today().daysTo(local.date()))
@@ -244,7 +244,7 @@ QString DeviceLockHandler::DayAndTime(std::int64_t time) const
         day = QLocale().toString(local.date(), QLocale::ShortFormat);
         break;
     }
-    return day + local.toString(QString::fromLatin1(" hh:mm"));
+    return day + local.toString(UiText(" hh:mm"));
 }
 
 void DeviceLockHandler::SendBlockMetrics()

@@ -254,7 +254,7 @@ void FamilyRulesHandler::OnRefreshQuotasRemaining()
         m_timer.start(kRefreshInterval);
     else
         m_timer.stop();
-    m_variables.Set(kMinutesRemaining, minutes ? QVariant(*minutes) : QVariant(QString::fromLatin1("unlimited")));
+    m_variables.Set(kMinutesRemaining, minutes ? QVariant(*minutes) : QVariant(UiText("unlimited")));
 }
 
 void FamilyRulesHandler::OnLinkClicked()

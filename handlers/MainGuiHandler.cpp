@@ -5,7 +5,6 @@
 #include "logging/FunctionLog.h"
 
 using namespace MainGuiVariables;
-using StrataSettings::SetResult;
 
 namespace
 {
@@ -22,18 +21,6 @@ enum UnusedUI : std::uint32_t
     kWebsiteListPage = 0x20,
     kSettingsUI = 0x02 | 0x10 | 0x40
 };
-
-/// A text to publish. It is the host's from then on, also when this library is unloaded: no literal's storage may stand
-/// behind it.
-QString Text(const char* ascii)
-{
-    return QString::fromLatin1(ascii);
-}
-
-QString OnOff(bool on)
-{
-    return on ? Text("On") : Text("Off");
-}
 
 } // namespace
 
@@ -164,79 +151,6 @@ void MainGuiHandler::RepublishOnChange(Controller& controller, const Properties&
     (m_registrations.push_back(controller.Subscribe(properties, republish)), ...);
 }
 
-void MainGuiHandler::LoadStatus()
-{
-    const EntryLog log(L"MainGuiHandler::LoadStatus");
-    const auto system = m_systemSettings.lock();
-    if (!system || !m_variables)
-    {
-        LOG(log, 1, L"%s: systemSettings=%d, m_dataPeer=%d", system ? 1 : 0, m_variables ? 1 : 0);
-        return;
-    }
-
-    if (!system->Settings().browsingProtection.enabled.Get())
-    {
-        m_variables.Set(kStatusLevel, Text("Error"));
-        m_variables.Set(kMainStatus, Text("UsersNotProtected"));
-        m_variables.Set(kSubStatus, Text("BpOff"));
-        return;
-    }
-    m_variables.Set(kStatusLevel, Text("Ok"));
-    m_variables.Set(kMainStatus, Text("UsersProtected"));
-    if (const auto user = m_userSettings.lock())
-    {
-        const VdnSettings& settings = user->Settings();
-        const bool filtered = settings.categories.enabled.Get() || settings.time.enabled.Get();
-        m_variables.Set(kSubStatus, filtered ? Text("WfOn") : Text("WfOff"));
-    }
-}
-
-void MainGuiHandler::LoadSystemWideData()
-{
-    const EntryLog log(L"MainGuiHandler::LoadSystemWideData");
-    const auto system = m_systemSettings.lock();
-    if (!system || !m_variables)
-        return;
-
-    const VdnSettings& settings = system->Settings();
-    const auto publish = [this](const StrataSettings::Property<bool>& feature, const VariableIdentifier& state,
-                                const VariableIdentifier& readOnly, const VariableIdentifier& status) {
-        const QString onOff = OnOff(feature.Get());
-        m_variables.Set(state, onOff);
-        m_variables.Set(readOnly, feature.IsEnforced());
-        m_variables.Set(status, onOff);
-    };
-    publish(settings.browsingProtection.enabled, kBrowsingProtectionState, kBrowsingProtectionReadOnly,
-            kBrowsingProtectionStatus);
-    publish(settings.bankingProtection.enabled, kBankingProtectionState, kBankingProtectionReadOnly,
-            kBankingProtectionStatus);
-}
-
-void MainGuiHandler::LoadUserData()
-{
-    const EntryLog log(L"MainGuiHandler::LoadUserData");
-    const auto user = m_userSettings.lock();
-    const auto system = m_systemSettings.lock();
-    if (!user || !system || !m_variables)
-        return;
-
-    const VdnSettings& settings = user->Settings();
-    PublishSwitch(kTimeLimitState, kTimeLimitStatus, settings.time.enabled.Get());
-    PublishSwitch(kWebFilterState, kWebFilterStatus, settings.categories.enabled.Get());
-    const auto& safeSearch = system->Settings().digiParenting.activated.Get() ? settings.categories.safeSearchEnabled
-                                                                              : settings.searchResultFilter.enabled;
-    PublishSwitch(kSafeSearchState, kSafeSearchStatus, safeSearch.Get());
-    m_variables.Set(kBrowserExtensionDisabled, settings.internal.defaultBrowserExtensionDisabled.Get());
-    m_variables.Set(kDefaultBrowserType, settings.internal.defaultBrowserType.Get());
-}
-
-void MainGuiHandler::PublishSwitch(const VariableIdentifier& state, const VariableIdentifier& status, bool on)
-{
-    const QString onOff = OnOff(on);
-    m_variables.Set(state, onOff);
-    m_variables.Set(status, onOff);
-}
-
 void MainGuiHandler::OnNotify(VariableIdentifier identifier)
 {
     LOG(kNotifyLog, 5, L"%s: %ls", LogText(identifier).c_str());
@@ -280,18 +194,6 @@ void MainGuiHandler::OnAddWebsitesClosed()
     SetUnusedUI(kAddWebsitesDialog);
 }
 
-void MainGuiHandler::OnUrlToSave(const VariableIdentifier& id)
-{
-    if (id == kSaveAllowedUrl && !ShowUAC(true))
-    {
-        LOG(kNotifyLog, 3, L"%s: Could not show UAC.");
-        return;
-    }
-    if (SaveAllowedUrl(m_variables.Get(id).toString()))
-        Q_EMIT ReloadAllowedWebsitesList();
-    ReleaseUnusedAdminHandle();
-}
-
 void MainGuiHandler::OnSettingsShown()
 {
     RecordMetricsEvent(kNotifyLog, "settings_gui_opened");
@@ -307,7 +209,7 @@ void MainGuiHandler::OnSettingsSave()
 {
     LOG(kNotifyLog, 5, L"%s: Trigger Settings save event");
     m_variables.Set(kSaveResult, 0);
-    m_variables.Set(kSaveResultReceiver, Text("VDNSettingsMultiPageHost"));
+    m_variables.Set(kSaveResultReceiver, UiText("VDNSettingsMultiPageHost"));
     m_variables.Fire(kSaveResultNotifier);
 }
 
@@ -341,110 +243,6 @@ void MainGuiHandler::OnNotifyRequestShow(VariableIdentifier identifier)
         m_variables.Fire(rule.show);
         return;
     }
-}
-
-void MainGuiHandler::SaveFeatureSwitch(const VariableIdentifier& id)
-{
-    const FunctionLog log(L"MainGuiHandler::SaveFeatureSwitch");
-    LOG(log, 5, L"%s: %ls", LogText(id).c_str());
-
-    const QString move = m_variables.Get(id).toString();
-    if (move != QLatin1String("MoveOn") && move != QLatin1String("MoveOff"))
-        return; // a settled value, which this handler wrote itself
-    if (!m_adminHandle)
-        return LoadUserData();
-
-    VdnSettings& settings = m_adminHandle->WritableSettings();
-    const bool on = move == QLatin1String("MoveOn");
-    const VariableIdentifier* status = nullptr;
-    bool stored = true;
-    const auto set = [&](StrataSettings::Property<bool>& property) {
-        stored &= property.Set(on) != SetResult::Enforced;
-    };
-    if (id == kWebFilterState)
-    {
-        set(settings.categories.enabled);
-        status = &kWebFilterStatus;
-    }
-    else if (id == kTimeLimitState)
-    {
-        set(settings.time.enabled);
-        set(settings.time.quotas.enabled);
-        status = &kTimeLimitStatus;
-    }
-    else if (id == kSafeSearchState)
-    {
-        set(settings.searchResultFilter.enabled);
-        status = &kSafeSearchStatus;
-    }
-    else
-        return;
-
-    stored &= m_adminHandle->Save();
-    PublishSwitch(id, *status, on);
-    if (!stored)
-        LoadUserData();
-}
-
-bool MainGuiHandler::SaveAllowedUrl(const QString& url)
-{
-    const FunctionLog log(L"MainGuiHandler::SaveAllowedUrl");
-    LOG(log, 5, L"%s: %ls", url.toStdWString().c_str());
-
-    const std::string address = url.toStdString();
-    if (address.empty())
-    {
-        LOG(log, 3, L"%s: Cannot save an empty URL");
-        return false;
-    }
-    if (m_adminHandle)
-    {
-        m_adminHandle->WritableSettings().internal.sites.Add(Settings::Site(address, true, std::string()));
-        m_adminHandle->Save();
-    }
-    return true;
-}
-
-bool MainGuiHandler::ShowUAC(bool reopen)
-{
-    const EntryLog log(L"MainGuiHandler::ShowUAC");
-    if (m_adminHandle && !reopen)
-        return true;
-    if (m_adminHandle)
-        UninitialiseAdminHandle();
-    return OpenAdminHandle();
-}
-
-bool MainGuiHandler::OpenAdminHandle()
-{
-    m_adminHandle = std::make_shared<ElevatedSettings>(nullptr, m_userSid, kSettingsClientId, true);
-    if (!m_adminHandle->HasHandle())
-    {
-        UninitialiseAdminHandle();
-        return false;
-    }
-    m_adminHandle->Load();
-    return true;
-}
-
-void MainGuiHandler::SetUnusedUI(std::uint32_t bits)
-{
-    const FunctionLog log(L"MainGuiHandler::SetUnusedUI");
-    LOG(log, 5, L"%s: %u %u", bits, m_unusedUI);
-    m_unusedUI &= ~bits;
-    ReleaseUnusedAdminHandle();
-}
-
-void MainGuiHandler::ReleaseUnusedAdminHandle()
-{
-    if (m_unusedUI == 0)
-        UninitialiseAdminHandle();
-}
-
-void MainGuiHandler::UninitialiseAdminHandle()
-{
-    const EntryLog log(L"MainGuiHandler::UninitialiseAdminHandle");
-    m_adminHandle.reset();
 }
 
 void MainGuiHandler::OnLocalizationUpdated(VariableIdentifier)

@@ -34,7 +34,7 @@ bool g_descriptionPrepared = false;
 
 QString Link(const QString& text, const QString& url)
 {
-    return QString::fromLatin1("<a href=\"%1\">%2</a>").arg(url.toHtmlEscaped(), text.toHtmlEscaped());
+    return UiText("<a href=\"%1\">%2</a>").arg(url.toHtmlEscaped(), text.toHtmlEscaped());
 }
 
 } // namespace

@@ -45,13 +45,13 @@ constexpr Counter kCounters[] = {
 
 VariableIdentifier PeriodVariable(int period)
 {
-    const QString id = QString::fromLatin1(kJson);
+    const QString id = UiText(kJson);
     return period == kAllTime ? id : id + QLatin1Char('_') + QString::number(period);
 }
 
 VariableIdentifier ValueBarVariable()
 {
-    return QString::fromLatin1(kJson) + QLatin1String("_valuebar");
+    return UiText(kJson) + QLatin1String("_valuebar");
 }
 
 VariableIdentifier DescriptionVariable(const Counter& counter, std::uint32_t count)

@@ -44,7 +44,7 @@ public:
 
     QVariant Get(const VariableIdentifier& id) const { return m_dataPeer->GetValue(id); }
 
-    /// Texts become the host's: they must own their characters, since the host may unload this library.
+    /// Texts become the host's, which may unload this library: they must own their characters (see UiText()).
     void Set(const VariableIdentifier& id, const QVariant& value) { m_dataPeer->SetValue(id, value, 0); }
 
     /// What the host answered.
@@ -86,6 +86,12 @@ void Dispatch(Handler& handler, const NotifyRule<Handler> (&rules)[Count], const
             (handler.*rule.actionOnId)(id);
         return;
     }
+}
+
+/// A text for the host, which keeps it: it owns its characters, unlike a QStringLiteral.
+inline QString UiText(const char* ascii)
+{
+    return QString::fromLatin1(ascii);
 }
 
 /// An identifier's text as log formats take it.

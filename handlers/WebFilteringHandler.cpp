@@ -29,7 +29,7 @@ constexpr int kTeenModePage = 0;
 
 QString CategoriesEntry()
 {
-    return QString::fromLatin1("Categories");
+    return UiText("Categories");
 }
 
 QString KeyOf(const Settings::Category& category)
@@ -43,9 +43,9 @@ QVariant GroupEntry(const Settings::Category& category, const QVariantMap& entri
     switch (category.name.group)
     {
     case Settings::kDisturbing:
-        return entries.value(QString::fromLatin1("disturbing"));
+        return entries.value(UiText("disturbing"));
     case Settings::kShopping:
-        return entries.value(QString::fromLatin1("shopping"));
+        return entries.value(UiText("shopping"));
     default:
         return {};
     }
@@ -125,7 +125,7 @@ QVariantMap WebFilteringHandler::LoadCategoriesFromStrata(const Settings::Catego
 QVariantList WebFilteringHandler::ConvertList(const std::set<Settings::Site>& sites)
 {
     const EntryLog log(L"WebFilteringHandler::ConvertList");
-    const QString column = QString::fromLatin1("0");
+    const QString column = UiText("0");
     QVariantList rows;
     for (const Settings::Site& site : sites)
     {

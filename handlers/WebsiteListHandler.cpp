@@ -21,11 +21,6 @@ const VariableIdentifier kClearAllowedList("@ContentControl\\Triggers:clear_allo
 const VariableIdentifier kClearDeniedList("@ContentControl\\Triggers:clear_denied_list");
 const VariableIdentifier kAdminEntry("@Veridan\\Websites\\Strings:admin_entry");
 
-QString Ascii(const char* text)
-{
-    return QString::fromLatin1(text);
-}
-
 } // namespace
 
 /// What every row of a table is made with, shared by all of them.
@@ -33,9 +28,9 @@ struct WebsiteListHandler::RowTexts
 {
     explicit RowTexts(QString administrator) : adminEntry(std::move(administrator)) {}
 
-    const QString column = Ascii("0");
-    const QString readOnly = Ascii("readonly");
-    const QString tooltip = Ascii("tooltip");
+    const QString column = UiText("0");
+    const QString readOnly = UiText("readonly");
+    const QString tooltip = UiText("tooltip");
     const QString adminEntry; // "URL (admin entry)" is an administrator's tooltip
 };
 
@@ -77,7 +72,7 @@ bool WebsiteListHandler::Initialize(IPlugInManager* manager)
     const bool deniedEnabled = user && user->Settings().internal.sites.enabled.Get();
     if (deniedEnabled)
         m_variables.SubscribeRules(kDeniedRules);
-    m_variables.Set(kEnableTabList, QStringList{Ascii("true"), Ascii(deniedEnabled ? "true" : "false")});
+    m_variables.Set(kEnableTabList, QStringList{UiText("true"), UiText(deniedEnabled ? "true" : "false")});
     FollowSettings();
     return true;
 }
@@ -135,7 +130,7 @@ QVariantMap WebsiteListHandler::ParseItemIntoMap(const QString& url, bool adminE
     LOG(log, 5, L"%s: Adding %ls into map with column index", url.toStdWString().c_str());
     QVariantMap row{{texts.column, url}, {texts.readOnly, adminEntry}};
     if (adminEntry)
-        row.insert(texts.tooltip, Ascii("%1 (%2)").arg(url, texts.adminEntry));
+        row.insert(texts.tooltip, UiText("%1 (%2)").arg(url, texts.adminEntry));
     return row;
 }
 
@@ -209,11 +204,11 @@ void WebsiteListHandler::HandleActionItem(const FunctionLog& log, const Variable
         LOG(log, 5, L"%s: Action item empty");
         return;
     }
-    if (const auto added = action.find(Ascii("new")); added != action.end())
+    if (const auto added = action.find(UiText("new")); added != action.end())
         AddNewItem(added->toString(), allowed);
-    else if (const auto edited = action.find(Ascii("edit")); edited != action.end())
+    else if (const auto edited = action.find(UiText("edit")); edited != action.end())
         EditOldItem(*edited, allowed);
-    else if (const auto removed = action.find(Ascii("remove")); removed != action.end())
+    else if (const auto removed = action.find(UiText("remove")); removed != action.end())
         RemoveItem(removed->toString());
     else if (allowed)
         LOG(log, 2, L"%s: Unsupported allowed action");
@@ -246,8 +241,8 @@ void WebsiteListHandler::EditOldItem(const QVariant& edit, bool allowed)
     if (!GetSaveController())
         return;
     const QVariantMap change = edit.toMap();
-    const QString original = change.value(Ascii("old")).toString();
-    const QString url = change.value(Ascii("new")).toString();
+    const QString original = change.value(UiText("old")).toString();
+    const QString url = change.value(UiText("new")).toString();
     if (original.isEmpty())
     {
         LOG(log, 2, L"%s: Edited item's original is empty");
