@@ -1,5 +1,8 @@
 #include "handlers/BrowserExtensionsHandler.h"
 #include "handlers/BrowsingProtectionHandler.h"
+#include "handlers/TimeLimitHandler.h"
+#include "handlers/WebFilteringHandler.h"
+#include "handlers/WebsiteListHandler.h"
 #include "tests/handlers/HandlerTest.h"
 #include "tests/support/UrlCatcher.h"
 
@@ -160,4 +163,43 @@ TEST_F(BrowserExtensionsTest, WhatIsMissingIsLogged)
     m_host.PageFires(kLoadData);
     m_host.PageFires(kSave);
     EXPECT_THAT(m_host.Take("set"), IsEmpty());
+}
+
+/// Every page that saves, at once, as in the plug-in.
+TEST_F(HandlerTest, ElevatedSettingsDroppedBetweenTwoActionsLoseNothing)
+{
+    Seed();
+    StartMainGui();
+    WebFilteringHandler webFiltering(m_system, m_user);
+    WebsiteListHandler websiteList(m_system, m_user, m_mainGui);
+    TimeLimitHandler timeLimit(m_user, m_mainGui);
+    ASSERT_TRUE(webFiltering.Initialize(&m_host, m_mainGui));
+    ASSERT_TRUE(websiteList.Initialize(&m_host));
+    ASSERT_TRUE(timeLimit.Initialize(&m_host));
+    m_host.PageFires(kLoadData);
+    const auto edit = [this](int hours, const char* site) {
+        m_host.PageSets("@TimeLimit\\Data:weekday_hours_value", hours);
+        m_host.PageFires(kSave);
+        m_host.PageSets("@ContentControl\\WebsiteRestrictions:allowed_action_item", QVariantMap{{"new", site}});
+    };
+
+    OpenSettings();
+    edit(3, "a.example");
+    m_host.PageFires("@Veridan\\Settings\\Triggers:settings_ui_closed");
+    LogCapture::Take();
+    TakeWrites();
+    edit(4, "b.example");
+    EXPECT_THAT(WrittenKeys(), IsEmpty());
+    EXPECT_THAT(LogCapture::Take(2),
+                testing::UnorderedElementsAre(
+                    LogLine{1, "WebFilteringHandler::Save: saveController is not initalized"},
+                    LogLine{1, "TimeLimitHandler::Save: saveController is not initalized"},
+                    LogLine{1, "WebsiteListHandler::GetSaveController: saveController is not initialized"}));
+    EXPECT_EQ(10800, Find(kUser, L"common.time.quota.friday.duration").number);
+
+    OpenSettings();
+    edit(5, "c.example");
+    EXPECT_EQ(18000, Find(kUser, L"common.time.quota.friday.duration").number);
+    EXPECT_EQ(R"([{"allowed":true,"label":"","url":"a.example"},{"allowed":true,"label":"","url":"c.example"}])",
+              Find(kUser, L"windows.browsing_protection.internal.sites.list").text);
 }

@@ -60,6 +60,33 @@ protected:
         return keys;
     }
 
+    /// Every value of both scopes, as "scope key", but for the statistics.
+    QVariantMap Values()
+    {
+        QVariantMap values;
+        for (const char* scope : {"user", "system"})
+        {
+            const QVariantMap entries = m_host.Do("store.list", {{"scope", scope}}).toMap();
+            for (auto entry = entries.begin(); entry != entries.end(); ++entry)
+                if (!entry.key().contains(".internal.statistics."))
+                    values[QString(scope) + " " + entry.key()] = entry.value().toMap()["value"];
+        }
+        return values;
+    }
+
+    /// What is not as it was.
+    static QVariantMap Changes(const QVariantMap& before, const QVariantMap& after)
+    {
+        QVariantMap changes;
+        for (auto value = after.begin(); value != after.end(); ++value)
+            if (!before.contains(value.key()) || before[value.key()] != value.value())
+                changes[value.key()] = value.value();
+        for (auto value = before.begin(); value != before.end(); ++value)
+            if (!after.contains(value.key()))
+                changes[value.key()] = "removed";
+        return changes;
+    }
+
     int Triggers(const QString& name)
     {
         return m_host.Do("variables", {{"prefix", name}}).toMap()[name].toMap()["triggers"].toInt();
@@ -71,6 +98,8 @@ protected:
 
 TEST_F(DayScenario, FromStartToShutdown)
 {
+    const QVariantMap before = Values();
+
     // Morning: a parent edits every page, with the right to do so.
     Fire("@Triggers\\Windows:show_main_window");
     Fire("@Veridan\\Settings\\Triggers:request_show_settings_ui");
@@ -133,20 +162,25 @@ TEST_F(DayScenario, FromStartToShutdown)
     ServiceSets("system", Internal("banking_session_open"), "bool", false);
     EXPECT_EQ("", m_host.Do("clipboard.get").toMap()["text"].toString());
 
-    // Evening: a warning, a lock, and an extension from the flyer's button.
+    // Evening: the service, a process of its own, warns and locks; a parent extends from the flyer's button.
+    const Strata service(m_host.DataFolder());
+    const auto serviceTriggers = [&](const char* value) {
+        service.Run({"set", "--", Internal("time_limit_trigger"), value});
+        Settle();
+    };
     m_host.Set("@Veridan\\TimeLock\\Strings:flyer_title", "%1 minutes left");
-    ServiceSets("user", Internal("time_limit_trigger"), "int32", 5);
+    serviceTriggers("5");
     const QVariantMap flyer = m_host.Do("flyers").toList().value(0).toMap();
     EXPECT_EQ("5 minutes left", flyer["title"].toString());
     EXPECT_EQ("shown", flyer["state"].toString());
-    ServiceSets("user", Internal("time_limit_trigger"), "int32", -1);
+    serviceTriggers("-1");
     EXPECT_EQ(1, Triggers("@Veridan\\TimeLock\\Triggers:show_block_dialog"));
     m_host.Do("flyer.press", {{"flyer", flyer["id"]}, {"button", 0}});
     EXPECT_EQ(1, Triggers("@Veridan\\TimeLock\\Triggers:show_extend_time_dialog"));
     m_host.Set("@Veridan\\TimeLock\\Data:time_extended_by_index", 2);
     Fire("@Veridan\\TimeLock\\Triggers:extend_time");
     EXPECT_EQ(30, m_host.StoreGet("system", Internal("time_limit_extension"))["value"].toInt());
-    ServiceSets("user", Internal("time_limit_trigger"), "int32", 0);
+    serviceTriggers("0");
 
     EXPECT_THAT(m_host.Get("@Veridan\\Statistics:json_7").toString().toStdString(),
                 testing::HasSubstr("\"number\":12"));
@@ -154,8 +188,27 @@ TEST_F(DayScenario, FromStartToShutdown)
     // Night.
     m_host.Set("@Veridan\\MainGUI:visible", false);
     EXPECT_EQ(0, m_host.Do("unload").toMap()["peersOutstanding"].toInt());
-    EXPECT_FALSE(m_host.StoreGet("user", Internal("main_gui_open"))["value"].toBool());
-    EXPECT_FALSE(m_host.StoreGet("user", Internal("open_banking_flyer_expanded"))["value"].toBool());
+    const QVariantMap curfew{{"from", 22 * 3600}, {"until", 24 * 3600}};
+    const QVariantMap site{{"allowed", false}, {"label", ""}, {"url", "xn--bcher-kva.example"}};
+    QVariantMap expectedChanges = {
+        {"user windows.browsing_protection.search_result_filter.enabled", true},
+        {"user common.content.enabled", true},
+        {"user common.content.allowed_categories.gambling", false},
+        {"user windows.browsing_protection.web_content_control.child_mode", false},
+        {"user common.time.curfew.monday.ranges", QVariantList{curfew}},
+        {"user common.time.quota.monday.duration", 7200},
+        {"user " + Internal("sites.list"), QVariantList{site}},
+        {"user " + Internal("reinstall_extensions"), 1},
+        {"user " + Internal("open_banking_flyer_expanded"), false},
+        {"system " + Internal("banking_close_event"), "Veridan.BankingClose"},
+        {"system " + Internal("time_limit_extension"), 30},
+    };
+    for (const char* day : {"sunday", "tuesday", "wednesday", "thursday", "friday", "saturday"})
+        expectedChanges[QStringLiteral("user common.time.quota.%1.duration").arg(day)] = 10800;
+    const QVariantMap changes = Changes(before, Values());
+    EXPECT_EQ(expectedChanges.keys(), changes.keys());
+    for (auto change = expectedChanges.begin(); change != expectedChanges.end(); ++change)
+        EXPECT_EQ(change.value(), changes[change.key()]) << qUtf8Printable(change.key());
     const QStringList metrics = [this] {
         QStringList names;
         for (const QVariant& event : m_host.Do("metrics").toList())
