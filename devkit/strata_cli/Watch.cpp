@@ -63,6 +63,7 @@ bool Watch(StoreScope& scope, const std::string& prefix, bool json)
         return false;
     }
     std::fputs("strata: watching; Ctrl-C ends it.\n", stderr);
+    std::fflush(stderr); // some C libraries hold it back where it is not a terminal
     WaitForInterrupt();
     OrbStrata_Unsubscribe(scope.Handle(), subscription);
     return true;

@@ -73,14 +73,14 @@ TEST_F(DelayLoad, FindsTheLibrariesBesideItsOwnCodeAndKeepsThemWhileTheHandlerLi
 
 TEST_F(DelayLoad, TriesAgainOnlyWhatFailed)
 {
-    SetPath(kMetrics, L"/nowhere/" + Platform::FromUtf8(FileName(kMetrics)));
+    SetPath(kMetrics, ModulePath("Nowhere"));
     ModuleHandler modules;
     LogCapture::Expect(2, Failure(kMetrics, kModuleNotFound));
     EXPECT_FALSE(modules.LoadDll());
     EXPECT_NE(OrbStrata_CreateObject, UnloadedTable<OrbStrataTable>().OrbStrata_CreateObject);
     EXPECT_EQ(NlFlyer_CloseFlyer(nullptr), kModuleNotFound);
 
-    SetPath(kStrata, L"/nowhere");
+    SetPath(kStrata, ModulePath("Nowhere"));
     SetPath(kMetrics, ModulePath("DependentMetrics"));
     SetDependencies(kMetrics, ModulePath("Helper"));
     EXPECT_TRUE(modules.LoadDll());
@@ -124,7 +124,7 @@ TEST_F(DelayLoad, LoadsDependenciesFirst)
 
 TEST_F(DelayLoad, AMissingDependencyIsAFailureOfTheLibrary)
 {
-    SetDependencies(kFlyer, ModulePath("Helper") + L";/nowhere/library.so");
+    SetDependencies(kFlyer, ModulePath("Helper") + L";" + ModulePath("Nowhere"));
     ModuleHandler modules;
     LogCapture::Expect(2, Failure(kFlyer, kModuleNotFound));
     EXPECT_FALSE(modules.LoadDll());

@@ -1,3 +1,4 @@
+#include "platform/Text.h"
 #include "settings/binding/ScopedSettings.h"
 #include "settings/model/VdnSettings.h"
 #include "tests/support/LogCapture.h"
@@ -22,7 +23,7 @@ public:
     void Add(const Site& site)
     {
         if (enforced)
-            lines.push_back({3, "Settings::Sites::Add: Failed to erase '" + site.Url + "'"});
+            lines.push_back({3, "Settings::Sites::Add: Failed to erase '" + Logged(site.Url) + "'"});
         else if (const auto at = Find(site.Url); at != sites.end())
             *at = site;
         else
@@ -34,13 +35,16 @@ public:
     {
         if (Erase(stripped))
             return;
-        lines.push_back(
-            {3, "Settings::Sites::Remove: Failed to erase '" + stripped + "', trying without schema stripping"});
+        lines.push_back({3, "Settings::Sites::Remove: Failed to erase '" + Logged(stripped) +
+                                "', trying without schema stripping"});
         if (!Erase(address))
-            lines.push_back({3, "Settings::Sites::Remove: Failed to erase '" + address + "'"});
+            lines.push_back({3, "Settings::Sites::Remove: Failed to erase '" + Logged(address) + "'"});
     }
 
 private:
+    /// The log takes narrow text for text of the system's code page.
+    static std::string Logged(const std::string& url) { return Platform::ToUtf8(Platform::FromAnsi(url)); }
+
     static bool ComesFirst(const Site& left, const Site& right)
     {
         const auto byte = [](char character) { return static_cast<unsigned char>(character); };
