@@ -7,6 +7,8 @@
 
 #include <QStringList>
 
+using StrataSettings::SetResult;
+
 namespace
 {
 
@@ -174,15 +176,20 @@ void WebsiteListHandler::Clear(const VariableIdentifier& table, bool allowed)
 {
     m_variables.Set(table, QVariantList());
     const auto saveController = GetSaveController();
-    const bool cleared =
-        saveController && saveController->WritableSettings().internal.sites.list.Change([allowed](Sites& sites) {
-            const std::size_t before = sites.size();
-            for (auto site = sites.begin(); site != sites.end();)
-                site = site->allowed == allowed ? sites.erase(site) : ++site;
-            return sites.size() != before;
-        }) != StrataSettings::SetResult::Enforced;
-    if (!cleared || !saveController->Save())
+    if (!saveController || !RemoveAll(saveController->WritableSettings().internal.sites.list, allowed) ||
+        !saveController->Save())
         Load({}); // nothing was cleared: show what holds
+}
+
+bool WebsiteListHandler::RemoveAll(StrataSettings::PropertySet<Settings::Site>& list, bool allowed)
+{
+    const auto result = list.ChangeElements([allowed](Sites& sites) {
+        const std::size_t before = sites.size();
+        for (auto site = sites.begin(); site != sites.end();)
+            site = site->allowed == allowed ? sites.erase(site) : std::next(site);
+        return sites.size() != before;
+    });
+    return result == SetResult::Stored || result == SetResult::Unchanged;
 }
 
 void WebsiteListHandler::HandleAllowedActionItem()

@@ -63,6 +63,9 @@ private:
     void ClearAllowed();
     void ClearDenied();
     void Clear(const VariableIdentifier& table, bool allowed);
+
+    /// False when the list refuses to change.
+    static bool RemoveAll(StrataSettings::PropertySet<Settings::Site>& list, bool allowed);
     void HandleActionItem(const FunctionLog& log, const VariableIdentifier& item, bool allowed);
 
     const std::weak_ptr<SystemSettings> m_systemSettings;

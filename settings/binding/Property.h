@@ -50,6 +50,7 @@ public:
         if (!edit(m_value))
             return SetResult::Unchanged;
         m_state = ModificationState::Changed;
+        m_readFailed = false;
         return SetResult::Stored;
     }
 
@@ -91,6 +92,7 @@ public:
         const std::scoped_lock lock(m_mutex, source.m_mutex);
         Take(source.m_value, source.m_state);
         m_readWhole = source.m_readWhole;
+        m_readFailed = source.m_readFailed;
         m_constraints = source.Constraints();
     }
 
@@ -113,6 +115,7 @@ protected:
         m_value = value;
         m_state = state;
         m_readWhole = true;
+        m_readFailed = false;
     }
 
 private:

@@ -69,6 +69,12 @@ bool PropertyBase::WasReadWhole() const
     return m_readWhole;
 }
 
+bool PropertyBase::ReadFailed() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_readFailed;
+}
+
 void PropertyBase::MarkChanged()
 {
     const std::lock_guard lock(m_mutex);
@@ -84,6 +90,7 @@ OrbStrataResult PropertyBase::LoadLocked(OrbStrataHandle handle)
 {
     m_readWhole = true;
     const OrbStrataResult result = Read(handle);
+    m_readFailed = result != ORB_STRATA_SUCCESS && result != ORB_STRATA_NOT_FOUND;
     if (result == ORB_STRATA_SUCCESS)
     {
         m_state = ModificationState::InStep;

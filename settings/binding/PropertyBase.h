@@ -24,7 +24,8 @@ enum class SetResult
 {
     Stored,    ///< Taken, and marked changed.
     Unchanged, ///< Equal to what is held already.
-    Enforced   ///< Refused: the value is locked by policy.
+    Enforced,  ///< Refused: the value is locked by policy.
+    Unreadable ///< Refused: the stored value, which the change builds on, cannot be read.
 };
 
 /// One setting: everything but its value. Knows its key, finds its store handle and moves its value between the store
@@ -80,6 +81,9 @@ public:
     /// overwrite what is stored.
     bool WasReadWhole() const;
 
+    /// Whether the last load failed and the value was not replaced since: what the store holds is unknown.
+    bool ReadFailed() const;
+
     /// Marks the value changed, so that the next save writes it even where it is the default.
     void MarkChanged();
 
@@ -112,6 +116,7 @@ protected:
     std::atomic<std::uint32_t> m_constraints{0};
     ModificationState m_state = ModificationState::Default;
     bool m_readWhole = true;
+    bool m_readFailed = false;
     mutable std::mutex m_mutex;
 };
 

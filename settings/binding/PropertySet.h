@@ -14,16 +14,26 @@ class PropertySet : public Property<std::set<Item>>
 public:
     PropertySet(Model* parent, Key key) : Property<std::set<Item>>(parent, std::move(key), {}) {}
 
+    /// Changes the set in place, as Change(), from what the store holds: where the last load failed, it is tried again,
+    /// since the whole set is saved and would replace elements that were never read. Unreadable when it fails again.
+    template <class Edit>
+    SetResult ChangeElements(Edit&& edit)
+    {
+        if (this->ReadFailed())
+            this->Load();
+        return this->ReadFailed() ? SetResult::Unreadable : this->Change(std::forward<Edit>(edit));
+    }
+
     /// Adds an element. Stored, or Unchanged when an equivalent element is there already.
     SetResult Insert(const Item& item)
     {
-        return this->Change([&item](std::set<Item>& items) { return items.insert(item).second; });
+        return ChangeElements([&item](std::set<Item>& items) { return items.insert(item).second; });
     }
 
     /// Removes the element equivalent to `item`. Stored, or Unchanged when there is none.
     SetResult Erase(const Item& item)
     {
-        return this->Change([&item](std::set<Item>& items) { return items.erase(item) != 0; });
+        return ChangeElements([&item](std::set<Item>& items) { return items.erase(item) != 0; });
     }
 
 protected:

@@ -162,6 +162,24 @@ TEST_F(PropertyTest, ASetReadsAsEmptyWhereTheStoreHasNoArray)
     EXPECT_TRUE(sites.Get().empty());
 }
 
+TEST_F(PropertyTest, AnElementIsNotAddedToASetThatCouldNotBeRead)
+{
+    const char* stored = R"([{"allowed":true,"label":"","url":"a.example"}])";
+    Put(kUser, kKey, Stored{ORB_STRATA_TYPE_OBJECT, 0, stored, 0});
+    PropertySet<Settings::Site> sites(nullptr, kKey);
+    sites.SetHandle(m_handle.Get());
+    Fail("OrbStrata_GetObject", kKey, ORB_STRATA_STORE_FAILED, 2);
+    sites.Load();
+    EXPECT_EQ(SetResult::Unreadable, sites.Insert(Settings::Site("b.example", true, "")));
+    EXPECT_TRUE(sites.Save());
+    EXPECT_EQ(stored, Find(kUser, kKey).text);
+
+    EXPECT_EQ(SetResult::Stored, sites.Insert(Settings::Site("b.example", true, ""))); // the store is back
+    EXPECT_EQ(2u, sites.Get().size());
+    EXPECT_TRUE(sites.Save());
+    EXPECT_THAT(LogCapture::Take(2), testing::SizeIs(2));
+}
+
 TEST_F(PropertyTest, AnUnreadableSetIsTakenFromTheNotification)
 {
     PropertySet<Settings::Site> sites(nullptr, kKey);
