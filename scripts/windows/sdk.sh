@@ -4,7 +4,7 @@
 # ${XDG_CACHE_HOME:-~/.cache}/veridan/win32-sdk-<key>. VERIDAN_WIN32_SDK names a ready one instead.
 
 sdk_packages=(g++-mingw-w64-i686-posix cmake ninja-build make qtbase5-dev libsqlite3-dev libgtest-dev libgmock-dev
-    googletest tclsh dpkg-dev xz-utils patch wine64 xvfb xauth)
+    googletest tcl dpkg-dev xz-utils patch wine64 xvfb xauth)
 sdk_stages=(lists sources wine sqlite googletest qt-configure qt-core qt-gui qt-platforms qt-network qt-install runtime)
 
 # One SDK per set of versions and recipe.
