@@ -16,6 +16,8 @@ void RunUntilIdle()
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     } while (QAbstractEventDispatcher::instance()->hasPendingEvents() && timer.elapsed() < PatienceMs);
+    // The outer loop may have been told to end meanwhile, and what was processed here has used up its notice.
+    QAbstractEventDispatcher::instance()->interrupt();
 }
 
 void RunFor(int milliseconds)

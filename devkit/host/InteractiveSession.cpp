@@ -6,6 +6,7 @@
 #include "devkit/host/ValueText.h"
 
 #include <QTime>
+#include <QTimer>
 
 InteractiveSession::InteractiveSession(Host& host)
     : m_host(host), m_console({[this](const QString& line) { m_commands.Run(line); }, [&host] { host.RequestQuit(); }}),
@@ -50,13 +51,33 @@ void InteractiveSession::OnChange(const VariableChange& change, const QVariant& 
     {
         return;
     }
+    const QString name = MainPage::TitleOf(change.name);
+    if (!isTrigger && !previous.isValid() && change.by == Actor::PlugIn && name == change.name)
+    {
+        CountFirstValue();
+        return;
+    }
     constexpr int TitleColumns = 28;
     const QString time = style.Faint(QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz")));
-    const QString title = MainPage::TitleOf(change.name).leftJustified(TitleColumns);
+    const QString title = name.leftJustified(TitleColumns);
     const QString what =
         isTrigger ? style.Faint(QStringLiteral("fired by the %1")
                                     .arg(change.by == Actor::Page ? QStringLiteral("page") : QStringLiteral("plug-in")))
                   : ValueText::Short(previous) + QLatin1Char(' ') + style.Arrow() + QLatin1Char(' ') +
                         style.Strong(ValueText::Short(change.value));
     m_console.Print(QStringLiteral("  %1  %2  %3\n").arg(time, title, what));
+}
+
+void InteractiveSession::CountFirstValue()
+{
+    if (m_firstValues++ == 0)
+    {
+        QTimer::singleShot(0, &m_firstValuesTold, [this] {
+            const QString text = QStringLiteral("%1 variables of other pages have their first value; "
+                                                "\"variables\" lists them.");
+            m_console.Print(QStringLiteral("  ") + m_console.Style().Faint(text.arg(m_firstValues)) +
+                            QLatin1Char('\n'));
+            m_firstValues = 0;
+        });
+    }
 }

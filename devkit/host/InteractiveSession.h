@@ -4,6 +4,8 @@
 #include "devkit/host/TypedCommands.h"
 #include "devkit/host/VariableHub.h"
 
+#include <QObject>
+
 class Host;
 
 /// Shows a person the main page of a host, tells of changes as they happen and carries out what is typed.
@@ -23,7 +25,12 @@ public:
 private:
     void OnChange(const VariableChange& change, const QVariant& previous);
 
+    /// The first values of variables that are not on the main page are told of together, once the event loop runs.
+    void CountFirstValue();
+
     Host& m_host;
     Console m_console;
     TypedCommands m_commands;
+    int m_firstValues = 0;
+    QObject m_firstValuesTold; // ends the telling with the session
 };

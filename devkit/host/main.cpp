@@ -5,6 +5,7 @@
 #include "devkit/host/InteractiveSession.h"
 #include "devkit/host/JsonLinesSession.h"
 #include "devkit/host/Options.h"
+#include "devkit/host/QtPlatform.h"
 #include "devkit/host/Termination.h"
 
 #include <QGuiApplication>
@@ -80,7 +81,7 @@ int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
     {
-        qputenv("QT_QPA_PLATFORM", "minimal");
+        qputenv("QT_QPA_PLATFORM", QtPlatform());
     }
     qInstallMessageHandler(&OnQtMessage);
     QGuiApplication application(argc, argv);

@@ -1,0 +1,6 @@
+#include "devkit/host/QtPlatform.h"
+
+const char* QtPlatform()
+{
+    return "minimal";
+}
