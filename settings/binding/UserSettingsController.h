@@ -35,6 +35,17 @@ public:
             m_delayedSave.emplace(kDelayedSaveProcessing, [this](const std::string& waiting) { SaveScope(waiting); });
     }
 
+    /// Saves what still waits, and what an earlier save could not write.
+    ~UserSettingsController() override
+    {
+        m_delayedSave.reset();
+        for (auto& [sid, scope] : m_scopes)
+        {
+            if (scope.EffectiveHandle())
+                scope.Save();
+        }
+    }
+
     bool Load() override
     {
         Scope& scope = Emplace(m_currentSid);
@@ -160,5 +171,5 @@ private:
     std::mutex m_scopesMutex;
     std::map<std::string, Scope> m_scopes;
 
-    std::optional<StrataSettings::DelayedSave> m_delayedSave; // ends first: it saves scopes
+    std::optional<StrataSettings::DelayedSave> m_delayedSave;
 };

@@ -176,6 +176,15 @@ TEST_F(ControllerTest, ARequestedSaveIsNotLostAtTheEnd)
     EXPECT_EQ(L"windows.browsing_protection.internal.main_gui_open", writes[0].key);
 }
 
+TEST_F(ControllerTest, ASaveThatFailedIsTriedAgainAtTheEnd)
+{
+    m_user->WritableSettings().internal.mainGuiOpen.Set(true);
+    m_user->RequestSave(kUser);
+    Fail("OrbStrata_SetBool", nullptr, ORB_STRATA_ACCESS_DENIED, 1);
+    m_user.reset();
+    EXPECT_EQ(1, Find(kUser, L"windows.browsing_protection.internal.main_gui_open").number);
+}
+
 TEST_F(ControllerTest, RemoveUnusedKeepsTheCurrentUserAndWhoWaits)
 {
     m_user->Settings();
