@@ -12,7 +12,7 @@ std::wstring JoinPath(std::wstring_view folder, std::wstring_view name)
 
 std::wstring ParentFolder(std::wstring_view path)
 {
-    const auto separator = path.find_last_of(PathSeparator);
+    const auto separator = path.find_last_of(PathSeparators);
     return std::wstring(path.substr(0, separator == std::wstring_view::npos ? 0 : separator));
 }
 

@@ -4,6 +4,7 @@ namespace Platform
 {
 
 const wchar_t PathSeparator = L'/';
+const wchar_t* const PathSeparators = L"/";
 
 bool IsAbsolutePath(std::wstring_view path)
 {

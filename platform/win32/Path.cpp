@@ -4,6 +4,7 @@ namespace Platform
 {
 
 const wchar_t PathSeparator = L'\\';
+const wchar_t* const PathSeparators = L"\\/";
 
 /// A drive with a root, or a share. A path that begins with one separator depends on the current drive.
 bool IsAbsolutePath(std::wstring_view path)

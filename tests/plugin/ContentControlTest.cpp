@@ -1,13 +1,15 @@
 #include "tarn/IPlugIn.h"
 #include "tests/plugin/ThreadCount.h"
+#include "tests/support/OwnRegistry.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/StoreTest.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QJsonObject>
 #include <QPluginLoader>
-#include <QSettings>
+#include <QTemporaryDir>
 
 #include <regex>
 
@@ -27,26 +29,18 @@ protected:
     ContentControlTest()
     {
         m_loader.setLoadHints({}); // the default keeps the library in memory
-        qputenv("VERIDAN_REGISTRY_DIR", m_registry.path().toLocal8Bit());
-        for (const char* file : {"machine.ini", "user.ini"})
-        {
-            QSettings settings(m_registry.filePath(QLatin1String(file)), QSettings::IniFormat);
-            settings.setValue(QStringLiteral("SOFTWARE/Norlane/ORB/Logging/RootPath"), m_log.path());
-            settings.setValue(QStringLiteral("SOFTWARE/Norlane/ORB/Logging/LogLevel"), 5);
-            settings.setValue(QStringLiteral("SOFTWARE/Norlane/ORB/Logging/LogMaxSizeKB"), 100'000); // no rotation
-        }
+        const QString logging = QStringLiteral("SOFTWARE\\Norlane\\ORB\\Logging");
+        m_registry.Set(logging, QStringLiteral("RootPath"), QDir::toNativeSeparators(m_log.path()));
+        m_registry.Set(logging, QStringLiteral("LogLevel"), 5);
+        m_registry.Set(logging, QStringLiteral("LogMaxSizeKB"), 100'000); // no rotation
     }
 
-    ~ContentControlTest() override
-    {
-        m_loader.unload();
-        qunsetenv("VERIDAN_REGISTRY_DIR");
-    }
+    ~ContentControlTest() override { m_loader.unload(); }
 
-    void PointLibraryTo(const char* library, const QString& path)
+    void PointLibraryTo(const QString& library, const QString& path)
     {
-        QSettings settings(m_registry.filePath(QStringLiteral("machine.ini")), QSettings::IniFormat);
-        settings.setValue(QStringLiteral("Software/Norlane/ORB/Delay Loading/") + QLatin1String(library), path);
+        m_registry.Set(QStringLiteral("Software\\Norlane\\ORB\\Delay Loading"), library,
+                       QDir::toNativeSeparators(path));
     }
 
     IPlugIn* Load() { return qobject_cast<IPlugIn*>(m_loader.instance()); }
@@ -65,7 +59,7 @@ protected:
         return messages;
     }
 
-    QTemporaryDir m_registry;
+    OwnRegistry m_registry;
     QTemporaryDir m_log;
     RecordingHost m_host;
     QPluginLoader m_loader{QCoreApplication::applicationDirPath() + QStringLiteral("/Veridan")};
@@ -152,7 +146,7 @@ TEST_F(ContentControlTest, AMissingLibraryStopsTheStartAndIsNamed)
     for (const char* library : {"nl_orb_strata_32", "nl_orb_datapipeline_api_32", "nl_flyer_api_32"})
     {
         const QString name = QLatin1String(library) + QLatin1Char('.') + suffix;
-        PointLibraryTo(name.toLatin1().constData(), m_registry.filePath(QStringLiteral("missing")));
+        PointLibraryTo(name, m_log.filePath(QStringLiteral("missing")));
         EXPECT_FALSE(Load()->Initialize(&m_host)) << library;
         EXPECT_EQ(0u, OpenHandles());
         EXPECT_EQ(0, m_host.PeersGiven());
@@ -160,7 +154,7 @@ TEST_F(ContentControlTest, AMissingLibraryStopsTheStartAndIsNamed)
         EXPECT_THAT(Log(),
                     Contains("ModuleHandler::LoadDll: Failed to load " + name.toStdString() + ". Error code: 126"));
         m_loader.unload();
-        PointLibraryTo(name.toLatin1().constData(), QCoreApplication::applicationDirPath() + QLatin1Char('/') + name);
+        PointLibraryTo(name, QCoreApplication::applicationDirPath() + QLatin1Char('/') + name);
     }
     EXPECT_TRUE(Load()->Initialize(&m_host));
 }

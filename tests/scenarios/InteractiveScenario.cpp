@@ -1,6 +1,7 @@
 // The host as a person has it, over plain pipes.
 
 #include "tests/scenarios/HostProcess.h"
+#include "tests/support/RequestEnd.h"
 
 #include <gtest/gtest.h>
 
@@ -59,7 +60,7 @@ public:
         return ended && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }
 
-    void Terminate() { m_process.terminate(); }
+    bool Terminate() { return RequestEnd(m_process.processId()); }
     const QByteArray& Output() const { return m_output; }
 
 private:
@@ -124,7 +125,7 @@ TEST(InteractiveScenario, TerminationSignalEndsItCleanly)
     QTemporaryDir folder;
     InteractiveHost host({"--data", folder.path()});
     EXPECT_TRUE(host.Shows("lists the commands"));
-    host.Terminate();
+    ASSERT_TRUE(host.Terminate());
     EXPECT_EQ(host.AwaitEnd(), 0);
     QFile log(folder.filePath("log-root/Norlane/Log/NLCC/Veridan.log"));
     ASSERT_TRUE(log.open(QIODevice::ReadOnly));

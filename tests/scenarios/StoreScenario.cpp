@@ -171,7 +171,10 @@ TEST(StoreScenario, DataFolderThatCannotBeMadeIsAnErrorForEveryWrite)
     HostProcess host({folder.filePath("file/below"), {}});
     EXPECT_FALSE(
         host.Fails("store.set", {{"scope", "user"}, {"key", "a"}, {"type", "bool"}, {"value", true}}).isEmpty());
-    host.Fails("registry.set", {{"root", "user"}, {"key", "K"}, {"value", "v"}, {"dword", 1}});
+    if (host.Hello().value("platform") != "win32") // where the registry is the system's
+    {
+        host.Fails("registry.set", {{"root", "user"}, {"key", "K"}, {"value", "v"}, {"dword", 1}});
+    }
     host.Set("@A:b", 1);
     host.Do("load");
     EXPECT_EQ(host.Finish(), 0);

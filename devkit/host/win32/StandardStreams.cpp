@@ -48,6 +48,7 @@ void StandardInput::Cancel()
     while (m_implementation->reading)
     {
         CancelSynchronousIo(m_implementation->reader);
+        CancelIoEx(m_implementation->input, nullptr); // a pipe that was made for overlapped reads
         Sleep(1);
     }
 }

@@ -174,13 +174,13 @@ TEST_F(Cli, WatchPrintsChangesOfAnotherProcessUntilItIsInterrupted)
     watch.Process().setReadChannel(QProcess::StandardOutput);
     Run({"set", "other", "1"});
     Run({"set", "common.key", "1"});
+    EXPECT_EQ(watch.Line(), R"({"key":"common.key","change":"changed","type":"int32","value":1,"constraints":0})");
     Run({"set", "common.key", "1"});
     Run({"constrain", "common.key", "enforced"});
-    Run({"remove", "common.key"});
-    EXPECT_EQ(watch.Line(), R"({"key":"common.key","change":"changed","type":"int32","value":1,"constraints":0})");
     EXPECT_EQ(watch.Line(), R"({"key":"common.key","change":"changed","type":"int32","value":1,"constraints":1})");
+    Run({"remove", "common.key"});
     EXPECT_EQ(watch.Line(), R"({"key":"common.key","change":"removed"})");
-    watch.Terminate();
+    ASSERT_TRUE(watch.Terminate());
     EXPECT_EQ(watch.ExitCode(), 0);
 }
 

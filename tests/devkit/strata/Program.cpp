@@ -6,7 +6,7 @@
 namespace
 {
 
-constexpr int PatienceMs = 20000;
+constexpr int PatienceMs = 100000;
 
 } // namespace
 

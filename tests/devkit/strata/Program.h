@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/RequestEnd.h"
+
 #include <QByteArray>
 #include <QProcess>
 #include <QStringList>
@@ -21,7 +23,7 @@ public:
     int ExitCode();
     void Kill() { m_process.kill(); }
     /// Ctrl-C, where the system has a signal for it.
-    void Terminate() { m_process.terminate(); }
+    bool Terminate() { return RequestEnd(m_process.processId()); }
     std::string RestOfOutput();
     std::string Errors();
     QProcess& Process() { return m_process; }
