@@ -1,5 +1,7 @@
 #include "devkit/host/Console.h"
 
+#include <utility>
+
 namespace
 {
 

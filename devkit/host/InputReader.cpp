@@ -1,5 +1,7 @@
 #include "devkit/host/InputReader.h"
 
+#include <utility>
+
 InputReader::InputReader(std::function<void()> onInput)
     : m_onInput(std::move(onInput)), m_thread(&InputReader::Run, this)
 {}

@@ -4,6 +4,7 @@
 #include "tarn/IPlugInManager.h"
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 /// The host as the plug-in sees it.

@@ -7,6 +7,8 @@
 #include <QElapsedTimer>
 #include <QRegularExpression>
 
+#include <utility>
+
 namespace
 {
 

@@ -5,6 +5,7 @@
 #include <QUrl>
 
 #include <functional>
+#include <utility>
 
 /// Takes over the addresses that the plug-in asks the desktop to open.
 class UrlRecorder : public QObject

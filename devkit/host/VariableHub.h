@@ -9,6 +9,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <utility>
 #include <vector>
 
 /// Who wrote a variable or fired a trigger.

@@ -3,6 +3,8 @@
 #include "devkit/strata/json/JsonReader.h"
 #include "devkit/strata/json/JsonWriter.h"
 
+#include <utility>
+
 OrbStrataObjectTag::OrbStrataObjectTag(const OrbStrataObjectTag& other) : isArray(other.isArray), fields(other.fields)
 {
     elements.reserve(other.elements.size());

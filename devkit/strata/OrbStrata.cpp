@@ -8,6 +8,7 @@
 
 #include <cstdlib>
 #include <cwchar>
+#include <utility>
 
 using namespace Strata;
 

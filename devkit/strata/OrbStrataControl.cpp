@@ -6,6 +6,7 @@
 #include "platform/Text.h"
 
 #include <limits>
+#include <utility>
 
 using namespace Strata;
 

@@ -6,6 +6,8 @@
 
 #include "platform/Text.h"
 
+#include <utility>
+
 using namespace Strata;
 
 namespace

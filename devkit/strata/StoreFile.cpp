@@ -4,6 +4,7 @@
 
 #include <limits>
 #include <string_view>
+#include <utility>
 
 namespace Strata
 {

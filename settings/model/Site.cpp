@@ -2,6 +2,8 @@
 
 #include "settings/model/Invariant.h"
 
+#include <utility>
+
 namespace Settings
 {
 

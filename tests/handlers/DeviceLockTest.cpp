@@ -8,6 +8,8 @@
 #include <QLocale>
 #include <QTimer>
 
+#include <limits>
+
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;

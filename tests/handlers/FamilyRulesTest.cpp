@@ -9,6 +9,8 @@
 #include <QLocale>
 #include <QTimer>
 
+#include <limits>
+
 using StrataSettings::Seconds;
 using StrataSettings::TimePoint;
 using testing::Contains;

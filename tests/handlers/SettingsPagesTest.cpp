@@ -6,6 +6,8 @@
 #include "tests/handlers/HandlerTest.h"
 #include "tests/support/UrlCatcher.h"
 
+#include <limits>
+
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;

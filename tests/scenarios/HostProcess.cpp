@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 namespace
 {

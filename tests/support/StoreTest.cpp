@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QLibrary>
 
+#include <utility>
+
 namespace
 {
 

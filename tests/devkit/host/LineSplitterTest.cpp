@@ -4,6 +4,8 @@
 
 #include <QList>
 
+#include <vector>
+
 using testing::ElementsAre;
 
 namespace

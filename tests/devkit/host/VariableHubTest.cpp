@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <functional>
+#include <string>
 
 using testing::ElementsAre;
 using testing::HasSubstr;

@@ -2,6 +2,8 @@
 
 #include "platform/Text.h"
 
+#include <utility>
+
 Opened::Opened(Kind kind, const wchar_t* sid)
 {
     m_handle = kind == Kind::Normal     ? OrbStrata_OpenHandle(L"safe", sid, L"test", &m_result)

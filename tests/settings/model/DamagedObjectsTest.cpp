@@ -3,6 +3,8 @@
 #include "tests/support/LogCapture.h"
 #include "tests/support/StoreTest.h"
 
+#include <algorithm>
+
 using namespace Settings;
 using StrataSettings::ModificationState;
 using StrataSettings::PropertySet;
