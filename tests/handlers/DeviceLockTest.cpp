@@ -4,7 +4,6 @@
 #include "util/NlFlyerApi.h"
 #include "util/OrbDpApi.h"
 
-#include <QCoreApplication>
 #include <QLocale>
 #include <QTimer>
 
@@ -88,15 +87,6 @@ protected:
 
     bool IsReasserting() const { return m_handler->findChild<QTimer*>()->isActive(); }
 
-    /// As if the re-assert interval had passed.
-    void PassInterval()
-    {
-        QTimer* timer = m_handler->findChild<QTimer*>();
-        timer->setInterval(0);
-        QCoreApplication::processEvents();
-        timer->setInterval(1500);
-    }
-
     Flyers m_flyers;
     SuiteTableGuard<NlFlyerTable> m_flyerTable{g_nlFlyer};
     FakeClock m_clock;
@@ -128,8 +118,8 @@ TEST_F(DeviceLockTest, WarnsLocksReassertsAndReleases)
     EXPECT_EQ("Locked", m_host.Text(kDescription));
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("show_block_dialog", "grab_shortcuts"));
     EXPECT_TRUE(IsReasserting());
-    PassInterval();
-    EXPECT_THAT(m_host.Take("trigger"), Contains("show_block_dialog"));
+    Elapse(m_handler->findChild<QTimer*>(), 1500);
+    EXPECT_THAT(m_host.Take("trigger"), ElementsAre("show_block_dialog", "grab_shortcuts"));
     ServiceTriggers(0);
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("close_block_dialog", "release_shortcuts"));
     EXPECT_FALSE(IsReasserting());

@@ -5,6 +5,10 @@
 #include "tests/support/RecordingHost.h"
 #include "tests/support/StoreTest.h"
 
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QTimerEvent>
+
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -47,6 +51,16 @@ protected:
         m_mainGui->AdminHandle()->Save();
         m_host.Forget();
         TakeWrites();
+    }
+
+    /// As if the interval of the object's timer, which has to run and to be so long, had passed.
+    static void Elapse(QObject* object, int milliseconds)
+    {
+        const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(object);
+        ASSERT_EQ(1, timers.size());
+        EXPECT_EQ(milliseconds, timers[0].interval);
+        QTimerEvent event(timers[0].timerId);
+        QCoreApplication::sendEvent(object, &event);
     }
 
     std::vector<std::wstring> WrittenKeys()

@@ -2,11 +2,9 @@
 #include "tests/handlers/HandlerTest.h"
 #include "tests/support/FakeClock.h"
 
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTimerEvent>
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -56,11 +54,7 @@ protected:
         return entries;
     }
 
-    void PassMinute()
-    {
-        QTimerEvent event(1);
-        QCoreApplication::sendEvent(m_handler.get(), &event);
-    }
+    void PassMinute() { Elapse(m_handler.get(), 60'000); }
 
     FakeClock m_clock;
     Platform::ServiceReplacement<Platform::Clock> m_clockReplacement{m_clock};
