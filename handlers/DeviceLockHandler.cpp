@@ -153,7 +153,10 @@ bool DeviceLockHandler::StoreExtension(Minutes minutes)
     {
         extension.Set(Minutes(0));
         if (!m_systemSettings->Save())
+        {
+            extension.Set(minutes); // may still be stored: the next try passes through 0, too
             return false;
+        }
     }
     return extension.Set(minutes) == StrataSettings::SetResult::Stored && m_systemSettings->Save();
 }

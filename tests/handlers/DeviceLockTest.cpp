@@ -18,6 +18,9 @@ namespace
 
 constexpr const wchar_t* kTrigger = L"windows.browsing_protection.internal.time_limit_trigger";
 constexpr const wchar_t* kExtension = L"windows.browsing_protection.internal.time_limit_extension";
+constexpr const char* kNotStored =
+    "StrataSettings::Property<std::chrono::duration<int,std::ratio<60>>>::Save: "
+    "'windows.browsing_protection.internal.time_limit_extension' saving failed, result 31";
 constexpr const char* kIndex = "@Veridan\\TimeLock\\Data:time_extended_by_index";
 constexpr const char* kDescription = "@Veridan\\TimeLock\\Data:block_description";
 constexpr const char* kRequestDialog = "@Veridan\\TimeLock\\Triggers:request_extend_time_dialog";
@@ -235,6 +238,13 @@ TEST_F(DeviceLockTest, ARepeatedExtensionPassesThroughZero)
     m_host.PageFires(kExtend);
     EXPECT_THAT(WrittenKeys(), ElementsAre(kExtension, kExtension));
     EXPECT_EQ(15, Find(kSystem, kExtension).number);
+
+    Fail("OrbStrata_SetInt64", kExtension, 31, 1);
+    LogCapture::Expect(1, kNotStored);
+    m_host.PageFires(kExtend);
+    TakeWrites();
+    m_host.PageFires(kExtend);
+    EXPECT_THAT(WrittenKeys(), ElementsAre(kExtension, kExtension));
 }
 
 TEST_F(DeviceLockTest, AnUnknownChoiceExtendsAndReleasesNothing)
@@ -298,8 +308,7 @@ TEST_F(DeviceLockTest, AnExtensionThatCannotBeStoredLeavesTheLock)
     ServiceTriggers(-1);
     m_host.PageSets(kIndex, 0);
     Fail("OrbStrata_SetInt64", kExtension, 31, 1);
-    LogCapture::Expect(1, "StrataSettings::Property<std::chrono::duration<int,std::ratio<60>>>::Save: "
-                          "'windows.browsing_protection.internal.time_limit_extension' saving failed, result 31");
+    LogCapture::Expect(1, kNotStored);
     m_host.Forget();
     m_host.PageFires(kExtend);
     EXPECT_THAT(m_host.Take("trigger"),
