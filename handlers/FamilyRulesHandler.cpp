@@ -13,6 +13,8 @@
 #include <QJsonObject>
 #include <QLocale>
 
+#include <algorithm>
+
 using StrataSettings::Seconds;
 
 namespace
@@ -47,10 +49,10 @@ constexpr std::size_t kSaturday = 6;
 
 constexpr int kRefreshInterval = 60'000; // ms
 constexpr std::uint32_t kDetachedProcess = 8;
+constexpr Seconds kDay = std::chrono::hours(24);
 
 QString TimeText(Seconds sinceMidnight)
 {
-    constexpr Seconds kDay = std::chrono::hours(24);
     const auto seconds = static_cast<int>((sinceMidnight % kDay).count());
     return QLocale().toString(QTime(0, 0).addSecs(seconds), QLocale::ShortFormat);
 }
@@ -64,7 +66,7 @@ struct Bedtime
     {
         for (const Settings::Curfew& range : ranges)
         {
-            if (range.Until == std::chrono::hours(24))
+            if (range.Until == kDay)
                 start = range.From;
             if (range.From == Seconds(0))
                 stop = range.Until;
@@ -224,7 +226,7 @@ void FamilyRulesHandler::LoadSwitches(const VdnSettings& settings)
 void FamilyRulesHandler::LoadAllowances(const Settings::Quotas& quotas)
 {
     const auto publish = [&](std::size_t day, const VariableIdentifier& hoursId, const VariableIdentifier& minutesId) {
-        const std::int64_t seconds = quotas.days[day].Duration.Get().count();
+        const std::int64_t seconds = std::clamp(quotas.days[day].Duration.Get(), Seconds(0), kDay).count();
         const std::int64_t hours = seconds / 3600;
         m_variables.Set(hoursId, static_cast<int>(hours));
         m_variables.Set(minutesId, static_cast<int>(seconds / 60 - hours * 60));

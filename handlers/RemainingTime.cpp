@@ -44,7 +44,7 @@ Seconds TimeUtil::DayOfWeek(const Settings::Time& settings, TimePoint time)
 
 std::optional<int> MinutesRemaining(const Settings::Time& settings, const Settings::Internal& tracking, TimePoint now)
 {
-    const Seconds allowance = TimeUtil::DayOfWeek(settings, now);
+    const Seconds allowance = std::clamp(TimeUtil::DayOfWeek(settings, now), Seconds(0), kWholeDay);
     const Seconds remaining =
         std::min(Remaining(allowance, tracking.deviceMode, now), Remaining(allowance, tracking.browserMode, now));
     const auto minutes = std::chrono::ceil<std::chrono::minutes>(remaining).count();

@@ -34,7 +34,7 @@ StrataSettings::Seconds LimitOf(int hours)
 int HoursOf(StrataSettings::Seconds limit)
 {
     const auto hours = std::chrono::duration_cast<std::chrono::hours>(limit).count();
-    return static_cast<int>(std::min<std::int64_t>(hours, kUnlimitedHours));
+    return static_cast<int>(std::clamp<std::int64_t>(hours, 0, kUnlimitedHours));
 }
 
 } // namespace

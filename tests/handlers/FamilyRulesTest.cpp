@@ -1,5 +1,4 @@
 #include "handlers/FamilyRulesHandler.h"
-#include "handlers/RemainingTime.h"
 #include "platform/LastError.h"
 #include "platform/ProcessLauncher.h"
 #include "platform/Token.h"
@@ -11,8 +10,6 @@
 
 #include <limits>
 
-using StrataSettings::Seconds;
-using StrataSettings::TimePoint;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -26,7 +23,6 @@ constexpr const wchar_t* kQuotas = L"common.time.quota.enabled";
 constexpr const wchar_t* kTuesdayQuota = L"common.time.quota.tuesday.duration";
 constexpr const wchar_t* kUsed = L"windows.browsing_protection.internal.time_limit_data.device_mode.duration";
 constexpr const wchar_t* kLastUpdate = L"windows.browsing_protection.internal.time_limit_data.device_mode.last_update";
-constexpr const wchar_t* kExtension = L"windows.browsing_protection.internal.time_limit_data.browser_mode.extension";
 
 std::string ShortTime(int hour, int minute)
 {
@@ -79,21 +75,11 @@ protected:
         Settle();
     }
 
-    void PutTime(const wchar_t* key, const char* utc) { PutInt64(key, FakeClock::Seconds(utc) * 10'000'000); }
-
     void PutRanges(const wchar_t* day, const char* json)
     {
         Put(kUser, std::wstring(L"common.time.curfew.") + day + L".ranges", Stored{ORB_STRATA_TYPE_OBJECT, 0, json, 0});
         Settle();
     }
-
-    std::string Remaining()
-    {
-        m_host.PageFires(kLoadData);
-        return m_host.Text(kRemaining);
-    }
-
-    bool IsCountingDown() const { return m_handler->findChild<QTimer*>()->isActive(); }
 
     FakeClock m_clock;
     Platform::ServiceReplacement<Platform::Clock> m_clockReplacement{m_clock};
@@ -159,6 +145,14 @@ TEST_F(FamilyRulesTest, AllowancesAreHoursAndMinutes)
     EXPECT_EQ(QVariant(30), m_host.Value("@TimeLimit\\Data:weekday_minutes"));
     EXPECT_EQ(QVariant(24), m_host.Value("@TimeLimit\\Data:weekend_hours"));
     EXPECT_EQ(QVariant(0), m_host.Value("@TimeLimit\\Data:weekend_minutes"));
+    for (const std::int64_t malformed : {std::numeric_limits<std::int64_t>::min(), std::int64_t{-1}})
+    {
+        PutInt64(kTuesdayQuota, malformed);
+        EXPECT_EQ(QVariant(0), m_host.Value("@TimeLimit\\Data:weekday_hours"));
+        EXPECT_EQ(QVariant(0), m_host.Value("@TimeLimit\\Data:weekday_minutes"));
+    }
+    PutInt64(kTuesdayQuota, std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(QVariant(24), m_host.Value("@TimeLimit\\Data:weekday_hours"));
 }
 
 TEST_F(FamilyRulesTest, BedtimesComeFromTheRangesThatTouchMidnightElseFromTheOption)
@@ -192,124 +186,45 @@ TEST_F(FamilyRulesTest, OnlyTuesdaysAndSaturdaysKeysReloadThePage)
     EXPECT_THAT(m_host.Take("set"), Contains("weekend_hours"));
 }
 
+TEST_F(FamilyRulesTest, AnotherUserReloadsThePage)
+{
+    StartMainGui();
+    m_handler = std::make_unique<FamilyRulesHandler>(m_system, m_user);
+    ASSERT_TRUE(m_handler->Initialize(&m_host, m_mainGui));
+    m_host.Forget();
+    Q_EMIT m_mainGui->SelectedUserChanged({});
+    EXPECT_THAT(m_host.Take("set"), Contains("minutes_remaining"));
+}
+
 TEST_F(FamilyRulesTest, MinutesCountDownEachMinuteAndStopAtNone)
 {
     Put(kUser, kQuotas, true);
     PutInt64(kTuesdayQuota, 3600);
-    PutTime(kLastUpdate, "2026-03-03T11:59:00");
-    PutInt64(kUsed, 3600 - 61);
+    PutInt64(kLastUpdate, FakeClock::Seconds("2026-03-03T11:59:00") * 10'000'000);
+    PutInt64(kUsed, 3480);
     Start();
-    EXPECT_EQ("2", Remaining()); // a started minute counts
-    EXPECT_TRUE(IsCountingDown());
-    PutInt64(kUsed, 3600 - 60);
-    m_handler->OnRefreshQuotasRemaining();
-    EXPECT_EQ(QVariant(1), m_host.Value(kRemaining));
-    PutInt64(kUsed, 5000);
-    m_handler->OnRefreshQuotasRemaining();
-    EXPECT_EQ(QVariant(0), m_host.Value(kRemaining));
-    EXPECT_FALSE(IsCountingDown());
+    m_host.PageFires(kLoadData);
+    EXPECT_EQ(QVariant(2), m_host.Value(kRemaining));
+    for (const int left : {1, 0})
+    {
+        PutInt64(kUsed, 3600 - 60 * left);
+        Elapse(m_handler->findChild<QTimer*>(), 60'000);
+        EXPECT_EQ(QVariant(left), m_host.Value(kRemaining));
+    }
+    EXPECT_FALSE(m_handler->findChild<QTimer*>()->isActive());
 }
 
-TEST_F(FamilyRulesTest, YesterdaysUseDoesNotCount)
+TEST_F(FamilyRulesTest, UnlimitedTimeIsFollowed)
 {
     Put(kUser, kQuotas, true);
     PutInt64(kTuesdayQuota, 3600);
-    PutInt64(L"common.time.quota.wednesday.duration", 1800);
-    PutTime(kLastUpdate, "2026-03-03T20:00:00");
-    PutInt64(kUsed, 3600);
+    m_clock.Set("2026-03-02T23:59:30"); // Monday has no limit
     Start();
-    EXPECT_EQ("0", Remaining());
-    m_clock.Set("2026-03-04T00:00:30");
-    EXPECT_EQ("30", Remaining());
-    m_clock.Set("2026-03-02T12:00:00"); // the clock is set back, to a Monday without a limit
-    EXPECT_EQ("unlimited", Remaining());
-}
-
-TEST_F(FamilyRulesTest, AsMuchAsTheDayHasIsUnlimited)
-{
-    Start();
-    EXPECT_EQ("unlimited", Remaining()); // quotas are off
-    EXPECT_TRUE(IsCountingDown());
-    Put(kUser, kQuotas, true);
-    PutInt64(kTuesdayQuota, 3600);
-    m_clock.Set("2026-03-03T22:59:59");
-    EXPECT_EQ("60", Remaining());
-    m_clock.Set("2026-03-03T23:00:00");
-    EXPECT_EQ("unlimited", Remaining());
-}
-
-TEST_F(FamilyRulesTest, AnExtensionLeavesAtLeastItsTime)
-{
-    Put(kUser, kQuotas, true);
-    PutInt64(kTuesdayQuota, 600);
-    PutTime(kLastUpdate, "2026-03-03T11:00:00");
-    PutInt64(kUsed, 600);
-    PutTime(L"windows.browsing_protection.internal.time_limit_data.device_mode.extension", "2026-03-03T12:15:00");
-    Start();
-    EXPECT_EQ("10", Remaining()); // the browser's own allowance is the smaller one
-    PutTime(kExtension, "2026-03-03T12:30:00");
-    EXPECT_EQ("15", Remaining());
-    m_clock.Set("2026-03-03T12:14:30");
-    EXPECT_EQ("1", Remaining());
-    m_clock.Set("2026-03-03T12:15:00");
-    EXPECT_EQ("0", Remaining());
-}
-
-TEST_F(FamilyRulesTest, MalformedTrackingDataGivesNoMoreThanTheDay)
-{
-    Put(kUser, kQuotas, true);
-    PutInt64(kTuesdayQuota, 3600);
-    PutTime(kLastUpdate, "2026-03-03T11:00:00");
-    PutInt64(kUsed, std::numeric_limits<std::int64_t>::min());
-    PutInt64(kExtension, std::numeric_limits<std::int64_t>::min());
-    Start();
-    EXPECT_EQ("60", Remaining());
-    PutInt64(kExtension, std::numeric_limits<std::int64_t>::max());
-    PutInt64(L"windows.browsing_protection.internal.time_limit_data.device_mode.extension",
-             std::numeric_limits<std::int64_t>::max());
-    EXPECT_EQ("unlimited", Remaining());
-}
-
-TEST_F(FamilyRulesTest, TheLocalDayDecidesInZonesAndOverDaylightSaving)
-{
-    Put(kUser, kQuotas, true);
-    for (const wchar_t* day : {L"saturday", L"sunday", L"monday"})
-        PutInt64((std::wstring(L"common.time.quota.") + day + L".duration").c_str(), day[1] == L'u' ? 1200 : 3600);
-    Start();
-    m_clock.SetOffset(60);
-    m_clock.SetOffset(120, "2026-03-29T01:00:00"); // 29 March has 23 hours
-    m_clock.Set("2026-03-28T23:30:00");            // Sunday, 00:30
-    EXPECT_EQ("20", Remaining());
-    m_clock.Set("2026-03-29T21:30:00"); // Sunday, 23:30
-    EXPECT_EQ("20", Remaining());
-    m_clock.Set("2026-03-29T22:00:00"); // Monday, 00:00
-    EXPECT_EQ("60", Remaining());
-
-    m_clock.SetOffset(60, "2026-10-25T01:00:00"); // 25 October has 25 hours
-    m_clock.Set("2026-10-25T22:30:00");           // Sunday, 23:30
-    EXPECT_EQ("20", Remaining());
-    m_clock.Set("2026-10-25T23:00:00"); // Monday, 00:00
-    EXPECT_EQ("60", Remaining());
-    m_clock.SetOffset(330, "2026-11-01T00:00:00");
-    m_clock.Set("2026-11-07T18:29:00"); // Saturday, 23:59
-    EXPECT_EQ("unlimited", Remaining());
-    m_clock.Set("2026-11-07T18:30:00"); // Sunday, 00:00
-    EXPECT_EQ("20", Remaining());
-}
-
-TEST_F(FamilyRulesTest, ATimeThatCannotBeConvertedAllowsTheWholeDay)
-{
-    VdnSettings settings;
-    settings.time.quotas.enabled.Set(true);
-    settings.time.quotas.days[2].Duration.Set(Seconds(60));
-    const TimePoint tuesday(std::chrono::seconds(FakeClock::Seconds("2026-03-03T12:00:00")));
-    EXPECT_EQ(Seconds(60), TimeUtil::DayOfWeek(settings.time, tuesday));
-    EXPECT_EQ(Seconds(86400), TimeUtil::DayOfWeek(settings.time, TimePoint()));
-    m_clock.m_error = 22;
-    LogCapture::Expect(2, "TimeUtil::DayOfWeek: localtime_s returned 22");
-    EXPECT_EQ(Seconds(86400), TimeUtil::DayOfWeek(settings.time, tuesday));
-    settings.time.quotas.enabled.Set(false);
-    EXPECT_EQ(Seconds(86400), TimeUtil::DayOfWeek(settings.time, tuesday));
+    m_host.PageFires(kLoadData);
+    EXPECT_EQ("unlimited", m_host.Text(kRemaining));
+    m_clock.Set("2026-03-03T00:00:30");
+    Elapse(m_handler->findChild<QTimer*>(), 60'000);
+    EXPECT_EQ(QVariant(60), m_host.Value(kRemaining));
 }
 
 TEST_F(FamilyRulesTest, ThePlatformAccountDecidesUnlessInLegacyMode)

@@ -1,6 +1,8 @@
 #include "handlers/TimeLimitHandler.h"
 #include "tests/handlers/HandlerTest.h"
 
+#include <limits>
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -49,7 +51,9 @@ TEST_F(TimeLimitTest, PublishesTheWeekAndTuesdaysLimit)
         std::int64_t seconds;
         int hours;
     };
-    for (const Row& row : {Row{86400, 8}, Row{28800, 8}, Row{28799, 7}, Row{5400, 1}, Row{0, 0}})
+    for (const Row& row :
+         {Row{86400, 8}, Row{28800, 8}, Row{28799, 7}, Row{5400, 1}, Row{0, 0},
+          Row{std::numeric_limits<std::int64_t>::min(), 0}, Row{std::numeric_limits<std::int64_t>::max(), 8}})
     {
         Put(kUser, kTuesdayQuota, Stored{ORB_STRATA_TYPE_INT64, row.seconds, {}, 0});
         Settle();

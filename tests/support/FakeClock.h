@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 
 #include <QDateTime>
+#include <QMap>
 
 /// A clock in the test's hands, with a fixed or a changing offset from UTC.
 class FakeClock : public Platform::Clock
