@@ -97,10 +97,12 @@ void TimeLimitHandler::Save()
         LOG(log, 3, L"%s: incorrect timeSlotsArr length: %hs", timeSlots.c_str());
         return;
     }
-    const int hours = m_variables.Get(kWeekdayHours).toInt();
-    if (hours < 0)
+    const QVariant limit = m_variables.Get(kWeekdayHours);
+    bool isNumber = false;
+    const int hours = limit.toInt(&isNumber);
+    if (!isNumber || hours < 0)
     {
-        LOG(log, 3, L"%s: incorrect number of hours: %d", hours);
+        LOG(log, 3, L"%s: incorrect number of hours: %ls", limit.toString().toStdWString().c_str());
         return;
     }
     SaveDailyTimeLimits(saveController->WritableSettings().time, hours, timeSlots);

@@ -167,7 +167,7 @@ void WebFilteringHandler::SetCategoriesToStrata(Settings::Categories& categories
     {
         const QString key = KeyOf(category);
         const QVariant entry = entries.contains(key) ? entries.value(key) : GroupEntry(category, entries);
-        if (!entry.isValid())
+        if (!entry.canConvert<bool>())
             continue;
         LOG(log, 5, L"%s: %S = %d (isAllowed=%d)", key.toStdString().c_str(), entry.toBool() ? 1 : 0,
             category.allowed.Get() ? 1 : 0);

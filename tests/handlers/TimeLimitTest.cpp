@@ -31,7 +31,7 @@ protected:
         m_host.Forget();
     }
 
-    void Save(const std::string& slots, int hours)
+    void Save(const std::string& slots, const QVariant& hours)
     {
         m_host.PageSets(kTimeSlots, QString::fromStdString(slots));
         m_host.PageSets(kHours, hours);
@@ -98,7 +98,7 @@ TEST_F(TimeLimitTest, SavesExactlyWhatChanged)
     EXPECT_EQ(slots, m_host.Text(kTimeSlots));
 }
 
-TEST_F(TimeLimitTest, ATextOfAnotherLengthSavesNothingOfThePage)
+TEST_F(TimeLimitTest, BadInputSavesNothingOfThePage)
 {
     Start();
     OpenSettings();
@@ -110,7 +110,12 @@ TEST_F(TimeLimitTest, ATextOfAnotherLengthSavesNothingOfThePage)
         EXPECT_THAT(LogCapture::Take(4),
                     ElementsAre(LogLine{3, "TimeLimitHandler::Save: incorrect timeSlotsArr length: " + slots}));
     }
-    Save(Week(), -1);
+    for (const QVariant& hours : {QVariant(-1), QVariant("three"), QVariant(QVariantList{3}), QVariant()})
+        Save(Week('0'), hours);
+    EXPECT_THAT(LogCapture::Take(4), ElementsAre(LogLine{3, "TimeLimitHandler::Save: incorrect number of hours: -1"},
+                                                 LogLine{3, "TimeLimitHandler::Save: incorrect number of hours: three"},
+                                                 LogLine{3, "TimeLimitHandler::Save: incorrect number of hours: "},
+                                                 LogLine{3, "TimeLimitHandler::Save: incorrect number of hours: "}));
     EXPECT_THAT(WrittenKeys(), IsEmpty());
 }
 

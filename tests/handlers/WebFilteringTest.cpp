@@ -156,11 +156,13 @@ TEST_F(WebFilteringTest, AMapWithoutCategoriesStillSavesTheMode)
         m_host.PageFires(kSave);
         WrittenKeys();
     }
-    PageSetsCategories({});
     m_host.PageSets(kCategories, QVariantMap{{"Categories", QVariantList{1, 2}}}); // a list where a map belongs
     m_host.PageSets(kCategoriesFilter, true);
     m_host.PageFires(kSave);
     EXPECT_THAT(WrittenKeys(), ElementsAre(kChildModeKey));
+    PageSetsCategories({{"games", QVariantList{1}}, {"chat", QVariant()}}); // where a boolean belongs
+    m_host.PageFires(kSave);
+    EXPECT_THAT(WrittenKeys(), IsEmpty());
 }
 
 TEST_F(WebFilteringTest, TheWizardsChoiceOnlyTurnsItsPage)
