@@ -109,34 +109,34 @@ TEST_F(MainGuiTest, ReadOnlyFlagsAreTheSwitchesOwn)
     EXPECT_EQ(QVariant(false), m_host.Value("@BrowsingProtection\\Data:browsing_protection_state_readonly"));
 }
 
-TEST_F(MainGuiTest, TheSystemSelectsWhichSafeSearchSwitchIsShown)
+TEST_F(MainGuiTest, APageThatIsOpenFollowsEachSettingThatItShows)
 {
-    Put(kUser, Keys::kSafeSearch, true);
+    struct Row
+    {
+        const char* sid;
+        const wchar_t* key;
+        bool value;
+        const char *id, *text;
+    };
     StartMainGui();
-    EXPECT_EQ("Off", m_host.Text(Ids::kSafeSearch));
-    Put(kSystem, Keys::kDigiParenting, true);
-    Settle();
-    EXPECT_EQ("On", m_host.Text(Ids::kSafeSearch));
-    EXPECT_EQ("On", m_host.Text(Ids::kSafeSearchStatus));
-}
-
-TEST_F(MainGuiTest, APageThatIsOpenFollowsTheStore)
-{
-    StartMainGui();
-    Put(kUser, Keys::kTime, true);
+    for (const Row& row :
+         {Row{kUser, Keys::kTime, true, Ids::kTimeLimitStatus, "On"},
+          Row{kUser, Keys::kContent, true, Ids::kWebFilterStatus, "On"},
+          Row{kUser, Keys::kSearchFilter, true, Ids::kSafeSearchStatus, "On"},
+          Row{kSystem, Keys::kDigiParenting, true, Ids::kSafeSearchStatus, "Off"}, // selects the other switch
+          Row{kUser, Keys::kSafeSearch, true, Ids::kSafeSearchStatus, "On"},
+          Row{kSystem, Keys::kBankingProtection, false, "@SafeBanking\\Data:banking_protection_state", "Off"},
+          Row{kSystem, Keys::kBrowsingProtection, false, Ids::kStatusLevel, "Error"}})
+    {
+        EXPECT_NE(row.text, m_host.Text(row.id));
+        Put(row.sid, row.key, row.value);
+        Settle();
+        EXPECT_EQ(row.text, m_host.Text(row.id)) << row.id;
+    }
     Put(kUser, Keys::kBrowserType, 3);
-    Put(kSystem, Keys::kBankingProtection, false);
     Settle();
-    EXPECT_EQ("On", m_host.Text(Ids::kTimeLimit));
-    EXPECT_EQ("On", m_host.Text(Ids::kTimeLimitStatus));
-    EXPECT_EQ("WfOn", m_host.Text(Ids::kSubStatus));
     EXPECT_EQ(QVariant(3), m_host.Value("@ContentControl\\Status:default_browser_type"));
-    EXPECT_EQ("Off", m_host.Text("@SafeBanking\\Data:banking_protection_state"));
     EXPECT_THAT(m_host.Take("trigger"), IsEmpty()); // an edit in progress is not reloaded
-
-    Put(kSystem, Keys::kBrowsingProtection, false);
-    Settle();
-    EXPECT_EQ("Error", m_host.Text(Ids::kStatusLevel));
 }
 
 TEST_F(MainGuiTest, AChangedBrowserExtensionReloadsEveryPage)

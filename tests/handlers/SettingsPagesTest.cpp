@@ -15,7 +15,6 @@ using testing::IsEmpty;
 namespace
 {
 
-constexpr const wchar_t* kSuspicious = L"windows.browsing_protection.block_suspicious_websites";
 constexpr const wchar_t* kReinstallCounter = L"windows.browsing_protection.internal.reinstall_extensions";
 constexpr const char* kReinstall = "@BrowserExtensions\\Triggers:reinstall";
 
@@ -50,16 +49,31 @@ protected:
 
 TEST_F(BrowsingProtectionTest, PublishesOptionsThenTheirReadOnlyFlagsWhenAsked)
 {
-    Put(kSystem, kSuspicious, false);
-    Constrain(kSystem, kSuspicious, ORB_STRATA_CONSTRAINT_ENFORCED);
+    struct Row
+    {
+        const wchar_t* key;
+        const char* id;
+        bool byDefault;
+    };
     Start();
     EXPECT_THAT(m_host.Take("set"), IsEmpty());
-    m_host.PageFires(kLoadData);
-    EXPECT_EQ(QVariant(false), m_host.Value("@BrowsingProtection\\Data:suspicious_sites_protection"));
-    EXPECT_EQ(QVariant(true), m_host.Value("@BrowsingProtection\\Data:suspicious_sites_protection_readonly"));
-    EXPECT_EQ(QVariant(false), m_host.Value("@BrowsingProtection\\Data:illegal_sites_protection"));
-    EXPECT_EQ(QVariant(false), m_host.Value("@BrowsingProtection\\Data:illegal_sites_protection_readonly"));
-    EXPECT_EQ(QVariant(true), m_host.Value("@BrowsingProtection\\Data:show_searchengines_rating"));
+    for (const Row& row : {Row{L"block_suspicious_websites", "suspicious_sites_protection", true},
+                           Row{L"block_illegal_websites", "illegal_sites_protection", false},
+                           Row{L"show_link_reputations_on_search_results", "show_searchengines_rating", true}})
+    {
+        const std::wstring key = std::wstring(L"windows.browsing_protection.") + row.key;
+        const std::string id = std::string("@BrowsingProtection\\Data:") + row.id;
+        m_host.PageFires(kLoadData);
+        EXPECT_EQ(QVariant(row.byDefault), m_host.Value(id.c_str()));
+        EXPECT_EQ(QVariant(false), m_host.Value((id + "_readonly").c_str()));
+        Put(kSystem, key.c_str(), !row.byDefault);
+        Constrain(kSystem, key.c_str(), ORB_STRATA_CONSTRAINT_ENFORCED);
+        Settle();
+        m_host.Forget();
+        m_host.PageFires(kLoadData);
+        EXPECT_EQ(QVariant(!row.byDefault), m_host.Value(id.c_str()));
+        EXPECT_EQ(QVariant(true), m_host.Value((id + "_readonly").c_str()));
+    }
     EXPECT_THAT(m_host.Take("set"),
                 ElementsAre("suspicious_sites_protection", "illegal_sites_protection", "show_searchengines_rating",
                             "suspicious_sites_protection_readonly", "illegal_sites_protection_readonly",
@@ -165,6 +179,20 @@ TEST_F(BrowserExtensionsTest, WhatIsMissingIsLogged)
     m_host.PageFires(kLoadData);
     m_host.PageFires(kSave);
     EXPECT_THAT(m_host.Take("set"), IsEmpty());
+}
+
+TEST_F(BrowserExtensionsTest, AnElevationThatLeavesNoSettingsIsAnError)
+{
+    struct Unsettled : MainGuiHandler
+    {
+        using MainGuiHandler::MainGuiHandler;
+        bool ShowUAC(bool) override { return true; }
+    };
+    m_mainGui = std::make_shared<Unsettled>(m_system, m_user);
+    BrowserExtensionsHandler handler(m_user, m_mainGui);
+    LogCapture::Expect(2, "BrowserExtensionsHandler::ReinstallExtensions: Unknown elevation error");
+    handler.ReinstallExtensions();
+    EXPECT_THAT(MetricEvents(), IsEmpty());
 }
 
 /// Every page that saves, at once, as in the plug-in.

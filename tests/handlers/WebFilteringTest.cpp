@@ -59,13 +59,12 @@ TEST_F(WebFilteringTest, PublishesEveryCategoryByItsKey)
     EXPECT_EQ(52, Categories().size());
     EXPECT_EQ(QVariant(true), Categories().value("alcohol_and_tobacco"));
     EXPECT_EQ(QVariant(false), m_host.Value(kConfigured));
-    Put(kUser, CategoryKey(L"unknown").c_str(), false);
+    Put(kUser, CategoryKey(L"games").c_str(), false);
     Settle();
     m_host.PageFires(kLoadData);
-    EXPECT_EQ(QVariant(false), Categories().value("unknown"));
+    EXPECT_EQ(QVariant(false), Categories().value("games"));
     EXPECT_EQ(QVariant(true), m_host.Value(kConfigured));
-    EXPECT_THAT(LogCapture::Take(5),
-                Contains(LogLine{5, "WebFilteringHandler::LoadCategoriesFromStrata: unknown = 0"}));
+    EXPECT_THAT(LogCapture::Take(5), Contains(LogLine{5, "WebFilteringHandler::LoadCategoriesFromStrata: games = 0"}));
 }
 
 TEST_F(WebFilteringTest, ModeFragfinnAndAllowedSitesAreTheUsers)

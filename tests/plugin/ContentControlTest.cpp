@@ -100,7 +100,9 @@ TEST_F(ContentControlTest, StartsUpInItsOrder)
     ASSERT_TRUE(Load()->Initialize(&m_host));
     EXPECT_THAT(m_host.EventLoopSlots(), ElementsAre("1OnEventLoopReady()"));
     EXPECT_EQ(2u, OpenHandles());
+    m_host.Forget();
     EXPECT_TRUE(QMetaObject::invokeMethod(m_loader.instance(), "OnEventLoopReady"));
+    EXPECT_THAT(m_host.Take("trigger"), ElementsAre("close_block_dialog", "release_shortcuts"));
     m_loader.unload();
 
     // Entry lines of constructors, destructors and Initialize, and what the plug-in itself says.
@@ -131,6 +133,14 @@ TEST_F(ContentControlTest, StartsUpInItsOrder)
     for (const std::string& name : destroyed)
         expected.push_back(name + "Handler::~" + name + "Handler: ");
     EXPECT_EQ(expected, milestones);
+}
+
+TEST_F(ContentControlTest, AnAllowedUrlIsHandedOnToTheWebsiteList)
+{
+    ASSERT_TRUE(Load()->Initialize(&m_host));
+    m_host.Forget();
+    m_host.PageSets("@ContentControl\\Triggers:save_allowed_url", "a.example");
+    EXPECT_THAT(m_host.Take("set"), Contains("allowed_websites"));
 }
 
 TEST_F(ContentControlTest, WithoutAManagerNothingIsCreated)

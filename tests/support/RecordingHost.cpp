@@ -14,6 +14,8 @@ public:
     bool SetValue(const VariableIdentifier& id, const QVariant& value, int flags) override
     {
         EXPECT_EQ(0, flags);
+        EXPECT_TRUE(m_host.m_declared.count(id.ToString()) || id.GetPackage() == QLatin1String("VDNSettings"))
+            << id.ToString().toStdString() << " is written but neither registered nor subscribed";
         m_host.Note("set", id);
         m_host.m_values[id.ToString()] = value;
         m_host.Notify(id.ToString());
@@ -31,12 +33,14 @@ public:
     bool RegisterKept(const VariableIdentifier& id) override
     {
         m_host.Note("kept", id);
+        m_host.m_declared.insert(id.ToString());
         return true;
     }
 
     bool Subscribe(const VariableIdentifier& id, QObject* receiver, const char* slot) override
     {
         m_host.Note("subscribe", id, std::string(" ") + slot);
+        m_host.m_declared.insert(id.ToString());
         m_host.m_subscriptions.push_back({this, id.ToString(), receiver, slot});
         return true;
     }
@@ -44,6 +48,7 @@ public:
     bool Register(const VariableIdentifier& id) override
     {
         m_host.Note("register", id);
+        m_host.m_declared.insert(id.ToString());
         return true;
     }
 

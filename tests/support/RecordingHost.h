@@ -63,6 +63,7 @@ private:
     void Notify(const QString& id);
 
     QMap<QString, QVariant> m_values;
+    std::set<QString> m_declared;
     std::deque<QString> m_notifications;
     bool m_notifying = false;
     std::vector<Subscription> m_subscriptions;
