@@ -61,20 +61,6 @@ TEST(MainPageScenario, AnotherProgramsChangeAppearsOnThePage)
     EXPECT_EQ("WfOn", host.Get(kSubStatus).toString());
 }
 
-TEST(MainPageScenario, ADeclinedPromptOpensNoPageAndMovesNoSwitch)
-{
-    HostProcess host;
-    host.Load();
-    host.Do("elevation", {{"answer", "decline"}});
-    const qlonglong before = LastSequence(host);
-    host.Trigger(kRequestSettings);
-    host.Set(kWebFilter, "MoveOn");
-    host.Do("settle");
-    EXPECT_EQ(QStringList(), History(host, "@Veridan\\Settings\\Triggers:show_settings_ui", before));
-    EXPECT_EQ("Off", host.Get(kWebFilter).toString());
-    EXPECT_TRUE(host.Do("store.writes").toList().isEmpty());
-}
-
 TEST(MainPageScenario, ADecisionOfThePolicyShowsAtOnceAndHolds)
 {
     HostProcess host;
