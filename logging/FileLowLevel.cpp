@@ -48,13 +48,13 @@ bool FileLowLevel::IsOpen()
 
 bool FileLowLevel::PrepareAppend()
 {
-    if (!SeekToEnd())
-    {
-        Close();
-        return false;
-    }
     constexpr unsigned char ByteOrderMark[] = {0xFF, 0xFE};
-    return m_size != 0 || Write(ByteOrderMark, sizeof(ByteOrderMark));
+    if (SeekToEnd() && (m_size != 0 || Write(ByteOrderMark, sizeof(ByteOrderMark))))
+    {
+        return true;
+    }
+    Close();
+    return false;
 }
 
 } // namespace NlOrbLogging

@@ -25,7 +25,7 @@ protected:
 class FullDisk : public FileLowLevel
 {
 public:
-    explicit FullDisk(std::uint32_t room) : m_room(room) {}
+    explicit FullDisk(std::uint32_t& room) : m_room(room) {}
 
     bool Write(const void* data, std::uint32_t bytes) override
     {
@@ -38,7 +38,7 @@ public:
     }
 
 private:
-    std::uint32_t m_room;
+    std::uint32_t& m_room;
 };
 
 TEST_F(LogFile, OnlyANewFileGetsAByteOrderMark)
@@ -104,14 +104,20 @@ TEST_F(LogFile, AFullDiskLosesWholeLinesAndLoggingGoesOnWhenThereIsRoom)
 {
     struct Logger : NlOrbLogging::LoggerWin
     {
-        std::unique_ptr<FileLowLevel> CreateFileLowLevel() override { return std::make_unique<FullDisk>(200); }
+        explicit Logger(std::uint32_t& diskRoom) : room(diskRoom) {}
+        std::unique_ptr<FileLowLevel> CreateFileLowLevel() override { return std::make_unique<FullDisk>(room); }
+        std::uint32_t& room;
     };
-    m_logger = std::make_unique<Logger>();
+    std::uint32_t room = 1; // not enough for the mark
+    m_logger = std::make_unique<Logger>(room);
     Start();
+    m_logger->Log(4, L"lost");
+    room = 400;
     m_logger->Log(4, L"first");
-    m_logger->Log(4, L"%s", std::wstring(200, L'x').c_str());
+    m_logger->Log(4, L"%s", std::wstring(400, L'x').c_str());
     m_logger->Log(4, L"second");
     EXPECT_THAT(Messages(), ElementsAre(L"first", L"second"));
+    m_logger.reset();
 }
 
 TEST_F(LogFile, ReachesTheDiskOnFlush)
