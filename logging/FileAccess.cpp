@@ -48,6 +48,11 @@ std::wstring MutexName(const std::wstring& path, bool lowIntegrity)
     return (lowIntegrity ? L"Local\\NlOrbLogging_" : L"Global\\NlOrbLogging_") + file;
 }
 
+bool IsHeldAfter(NamedMutex::Wait result)
+{
+    return result == NamedMutex::Wait::Acquired || result == NamedMutex::Wait::Abandoned;
+}
+
 } // namespace
 
 FileAccess::FileAccess(const std::wstring& component, const std::wstring& module, std::unique_ptr<FileLowLevel> file,
@@ -86,8 +91,15 @@ FileAccess::FileAccess(const std::wstring& component, const std::wstring& module
 
 void FileAccess::Write(const void* data, std::uint32_t bytes)
 {
-    if (!LockMutex())
+    if (!m_mutex.IsOpen())
     {
+        return;
+    }
+    const NamedMutex::Wait result = m_mutex.Lock(MutexTimeoutMs);
+    if (!IsHeldAfter(result))
+    {
+        WriteDebug(Platform::FormatText(L"nl_orb_log!FileAccess::Write(): Failed to acquire file mutex, error=%lu\n",
+                                        static_cast<std::uint32_t>(result)));
         return;
     }
     if (EnsureOpen())
@@ -103,7 +115,7 @@ void FileAccess::Write(const void* data, std::uint32_t bytes)
 
 void FileAccess::Flush()
 {
-    if (LockMutex())
+    if (m_mutex.IsOpen() && IsHeldAfter(m_mutex.Lock(MutexTimeoutMs)))
     {
         m_file->Flush();
         m_mutex.Unlock();
@@ -227,23 +239,6 @@ std::wstring FileAccess::NumberedName(const std::wstring& path, std::uint32_t nu
     const std::wstring digits = L"." + std::to_wstring(number);
     const auto dot = path.find_last_of(L'.');
     return dot == std::wstring::npos ? path + digits : path.substr(0, dot) + digits + path.substr(dot);
-}
-
-/// False: there is no mutex, or others did not give it up in time.
-bool FileAccess::LockMutex()
-{
-    if (!m_mutex.IsOpen())
-    {
-        return false;
-    }
-    const NamedMutex::Wait result = m_mutex.Lock(MutexTimeoutMs);
-    if (result == NamedMutex::Wait::Acquired || result == NamedMutex::Wait::Abandoned)
-    {
-        return true;
-    }
-    WriteDebug(Platform::FormatText(L"nl_orb_log!FileAccess::Write(): Failed to acquire file mutex, error=%lu\n",
-                                    static_cast<std::uint32_t>(result)));
-    return false;
 }
 
 bool FileAccess::Reopen()

@@ -48,7 +48,6 @@ public:
     const std::wstring& Path() const { return m_path; }
 
 private:
-    bool LockMutex();
     bool Reopen();
 
     Platform::NamedMutex m_mutex;
