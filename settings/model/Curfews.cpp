@@ -67,7 +67,7 @@ bool Curfews::FromLegacyUiString(const std::string& week)
         return false;
 
     for (PropertySet<Curfew>& day : days)
-        day.Change([](std::set<Curfew>& ranges) {
+        day.ChangeElements([](std::set<Curfew>& ranges) {
             const bool hadRanges = !ranges.empty();
             ranges.clear();
             return hadRanges;

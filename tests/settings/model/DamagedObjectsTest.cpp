@@ -258,6 +258,25 @@ TEST_F(DamagedObjectsTest, ConstrainingTheStatisticsWritesNothingOverWhatCannotB
     EXPECT_EQ("[" + complete + "]", StoredText(statistics.dailyCounters));
 }
 
+TEST_F(DamagedObjectsTest, AWeekReplacesTheRangesOfADayThatCouldNotBeReadAtFirst)
+{
+    auto& monday = m_tree.time.curfews.days[1];
+    const std::string allowed(168, '1');
+    const std::string forbiddenAtFive = std::string(5, '1') + '0' + std::string(162, '1');
+    for (const auto& [week, ranges] :
+         {std::pair(allowed, "[]"), std::pair(forbiddenAtFive, R"([{"from":18000,"until":21600}])")})
+    {
+        Store(monday, R"([{"from":0,"until":3600}])");
+        Fail("OrbStrata_GetObject", monday.GetKey().c_str(), ORB_STRATA_STORE_FAILED, 1);
+        LogCapture::Expect(1, "StrataSettings::Property<std::set<Settings::Curfew>>::Load: "
+                              "'common.time.curfew.monday.ranges' reading failed, error 112");
+        monday.Load();
+        ASSERT_TRUE(m_tree.time.curfews.FromLegacyUiString(week));
+        ASSERT_TRUE(m_scope.Save());
+        EXPECT_EQ(ranges, StoredText(monday));
+    }
+}
+
 TEST_F(DamagedObjectsTest, AStoredQuotaIsTakenAsItIs)
 {
     Quota& monday = m_tree.time.quotas.days[1];
