@@ -28,11 +28,11 @@ public:
     }
 
     /// Takes a value of the plug-in's, unless the setting is enforced. An equal value is a change only while the store
-    /// is not known to hold one.
+    /// is not known to hold it.
     SetResult Set(const T& value)
     {
         return Change([this, &value](T& held) {
-            if (held == value && m_state != ModificationState::Default)
+            if (held == value && m_state != ModificationState::Default && !m_readFailed)
                 return false;
             held = value;
             return true;

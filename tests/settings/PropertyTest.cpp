@@ -55,6 +55,9 @@ TEST_F(PropertyTest, AFailedReadKeepsWhatTheValueWas)
     EXPECT_THAT(LogCapture::Take(1), ElementsAre(LogLine{1, "StrataSettings::Property<int>::Load: "
                                                             "'windows.browsing_protection.internal.test' reading "
                                                             "failed, error 112"}));
+    EXPECT_EQ(SetResult::Stored, m_property.Set(7)); // the store does not hold it any more
+    EXPECT_TRUE(m_property.Save());
+    EXPECT_EQ(7, Find(kUser, kKey).number);
 }
 
 TEST_F(PropertyTest, UnreadableConstraintsLeaveTheValue)
