@@ -31,10 +31,10 @@ struct Range
 
 Range HostOf(std::wstring_view url)
 {
+    constexpr const wchar_t* Ends = L"/\\?#"; // browsers take a backslash for a slash
     const auto scheme = url.find(L"://");
-    std::size_t begin = scheme == std::wstring_view::npos ? 0 : scheme + 3;
-    // Browsers take a backslash for a slash.
-    const std::size_t authorityEnd = std::min(url.find_first_of(L"/\\?#", begin), url.size());
+    std::size_t begin = scheme < url.find_first_of(Ends) ? scheme + 3 : 0; // else it is part of the path or query
+    const std::size_t authorityEnd = std::min(url.find_first_of(Ends, begin), url.size());
     const auto userInfo = url.substr(0, authorityEnd).rfind(L'@');
     if (userInfo != std::wstring_view::npos && userInfo >= begin)
     {
