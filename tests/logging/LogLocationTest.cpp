@@ -5,13 +5,16 @@
 #include "platform/Path.h"
 #include "tests/support/PlatformFakes.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+
+#include <utility>
 
 namespace
 {
 
 using NlOrbLogging::FileAccess;
 using Root = FakeRegistry::Root;
+using testing::ElementsAre;
 
 constexpr const wchar_t* kLogging = L"SOFTWARE\\Norlane\\ORB\\Logging";
 constexpr const wchar_t* kShellFolders = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
@@ -83,6 +86,58 @@ TEST_F(LogLocation, ARootThatIsTooLongMeansNoFile)
     EXPECT_NE(Path(), L"");
     m_registry.Set(Root::Machine, kLogging, L"RootPath", L"/" + std::wstring(260 - appended, L'x'));
     EXPECT_EQ(Path(), L"");
+}
+
+TEST_F(LogLocation, TheFileAndItsFoldersAreOpenToThoseTheyAreFor)
+{
+    std::vector<std::wstring> made;
+    const auto note = [&made](const std::wstring& path, const wchar_t* security) {
+        made.push_back(path + L" " + (security != nullptr ? security : L"default"));
+    };
+    using Note = decltype(note);
+    struct File : NlOrbLogging::FileLowLevel
+    {
+        explicit File(const Note& note) : m_note(note) {}
+        bool Open(const std::wstring& path, const wchar_t* security) override
+        {
+            m_note(path, security);
+            return false;
+        }
+        const Note& m_note;
+    };
+    struct Folders : NlOrbLogging::FileUtilsWin32
+    {
+        Folders(const Note& note, bool exist) : m_note(note), m_exist(exist) {}
+        bool CreateDirectoryTree(const std::wstring& path, const wchar_t* security) override
+        {
+            m_note(path, security);
+            return true;
+        }
+        bool DirectoryExists(const std::wstring&) override { return m_exist; }
+        const Note& m_note;
+        const bool m_exist;
+    };
+    const auto write = [&](unsigned flags, bool foldersExist = false) {
+        FileAccess(L"NLCC", L"Veridan", std::make_unique<File>(note), std::make_unique<Folders>(note, foldersExist),
+                   flags)
+            .Write("", 0);
+        return std::exchange(made, {});
+    };
+    m_registry.Set(Root::Machine, kLogging, L"RootPath", L"/machine");
+    m_registry.Set(Root::User, kLogging, L"RootPath", L"/user");
+    const std::wstring path = Below(L"/machine");
+    const std::wstring userPath = Below(L"/user");
+    const std::wstring root = Platform::JoinPath(L"/machine", L"Norlane");
+    const std::wstring administrators = L" D:(A;;GA;;;SY)(A;;GA;;;BA)";
+    const std::wstring readable = L" D:(A;OICI;GA;;;SY)(A;OICI;GA;;;BA)(A;OICI;GRGX;;;AU)";
+
+    EXPECT_THAT(write(0), ElementsAre(root + L" default", Platform::ParentFolder(path) + readable, path + readable));
+    EXPECT_THAT(write(0, true), ElementsAre(path + readable));
+    EXPECT_THAT(write(NlOrbLogging::RestrictedAccess, true), ElementsAre(path + administrators));
+    EXPECT_THAT(write(NlOrbLogging::PerUserLocation),
+                ElementsAre(Platform::ParentFolder(userPath) + L" default", userPath + L" default"));
+    EXPECT_THAT(write(NlOrbLogging::PerUserLocation | NlOrbLogging::RestrictedAccess, true),
+                ElementsAre(Platform::ParentFolder(userPath) + L" default", userPath + administrators));
 }
 
 TEST_F(LogLocation, WithoutAFileLinesStillReachTheDebugger)
