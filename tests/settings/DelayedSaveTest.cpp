@@ -36,15 +36,23 @@ TEST(DelayedSaveTest, WhatWaitsAtTheEndIsSavedOnceInOrder)
 
 TEST(DelayedSaveTest, EachTickSavesOneScopeOnTheThread)
 {
-    std::promise<std::thread::id> first;
-    std::promise<std::thread::id> second;
+    using Clock = DelayedSave::Clock;
+    constexpr std::chrono::milliseconds kTick(5);
+    std::promise<Clock::time_point> first;
+    std::promise<Clock::time_point> second;
+    const std::thread::id caller = std::this_thread::get_id();
     DelayedSave delayed(
-        kLog, [&](const std::string& sid) { (sid == "S-1" ? first : second).set_value(std::this_thread::get_id()); },
-        std::chrono::milliseconds(1));
-    EXPECT_EQ(DelayedSave::Clock::time_point(), delayed.LastSave());
-    delayed.Request("S-2");
-    delayed.Request("S-1");
-    EXPECT_NE(std::this_thread::get_id(), first.get_future().get());
-    EXPECT_NE(std::this_thread::get_id(), second.get_future().get());
-    EXPECT_NE(DelayedSave::Clock::time_point(), delayed.LastSave());
+        kLog,
+        [&](const std::string& sid) {
+            EXPECT_NE(caller, std::this_thread::get_id());
+            (sid == "S-1" ? first : second).set_value(Clock::now());
+        },
+        kTick);
+    EXPECT_EQ(Clock::time_point(), delayed.LastSave());
+    const Clock::time_point requested = Clock::now();
+    for (const char* sid : {"S-1", "S-2"})
+        delayed.Request(sid);
+    const Clock::time_point saved = first.get_future().get();
+    EXPECT_GE(second.get_future().get() - saved, kTick);
+    EXPECT_GE(delayed.LastSave(), requested);
 }
