@@ -1,6 +1,7 @@
 #pragma once
 
 #include "logging/LoggerWin.h"
+#include "tests/support/FakeClock.h"
 #include "tests/support/PlatformFakes.h"
 
 #include <gmock/gmock.h>
@@ -42,7 +43,8 @@ protected:
     QTemporaryDir m_folder;
     FakeRegistry m_registry;
     FakeToken m_token;
-    FakeClock m_clock;
+    FakeClock m_clock; // 2024-03-05 12:07:09.120, two hours behind local time
+    Platform::ServiceReplacement<Platform::Clock> m_clockReplacement{m_clock};
     FakeDebugOutput m_debugOutput;
     FakeSessions m_sessions;
     std::unique_ptr<NlOrbLogging::LoggerWin> m_logger = std::make_unique<NlOrbLogging::LoggerWin>();

@@ -68,8 +68,8 @@ TEST_F(Logger, WritesLinesUpToTheThresholdAndFormatsNoOthers)
 TEST_F(Logger, TheSystemsZoneIsInTheBannerAsItStands)
 {
     const auto banner = [this](bool hasZone, int offset, unsigned flags) {
-        m_clock.hasZone = hasZone;
-        m_clock.offset = offset;
+        m_clock.m_hasZone = hasZone;
+        m_clock.SetOffset(offset);
         Initialize(flags);
         m_logger->Shutdown();
         const std::wstring text = Messages()[1];

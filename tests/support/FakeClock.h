@@ -19,27 +19,28 @@ public:
         m_offsets[Utc(fromUtc).toSecsSinceEpoch()] = minutes;
     }
 
-    std::uint32_t m_error = 0; // of ToLocal()
+    bool m_hasZone = true;     // what UtcOffset() answers
+    std::uint32_t m_error = 0; // what ToLocal() answers
 
     static qint64 Seconds(const char* utc) { return Utc(utc).toSecsSinceEpoch(); }
 
     Platform::CalendarTime UtcTime() override { return Calendar(m_now); }
-    Platform::CalendarTime LocalTime() override { return Calendar(Local(m_now.toSecsSinceEpoch())); }
+    Platform::CalendarTime LocalTime() override { return Calendar(Local(m_now)); }
     bool UtcOffset(int& minutes) override
     {
-        minutes = OffsetAt(m_now.toSecsSinceEpoch());
-        return true;
+        minutes = m_hasZone ? OffsetAt(m_now.toSecsSinceEpoch()) : minutes;
+        return m_hasZone;
     }
     std::uint32_t ToLocal(std::int64_t secondsSinceEpoch, Platform::CalendarTime& local) override
     {
-        local = Calendar(Local(secondsSinceEpoch));
+        local = Calendar(Local(QDateTime::fromSecsSinceEpoch(secondsSinceEpoch, Qt::UTC)));
         return m_error;
     }
 
 private:
     static QDateTime Utc(const char* text)
     {
-        QDateTime time = QDateTime::fromString(QString::fromLatin1(text), Qt::ISODate);
+        QDateTime time = QDateTime::fromString(QString::fromLatin1(text), Qt::ISODateWithMs);
         time.setTimeSpec(Qt::UTC);
         return time;
     }
@@ -50,10 +51,7 @@ private:
         return next == m_offsets.begin() ? 0 : std::prev(next).value();
     }
 
-    QDateTime Local(qint64 seconds) const
-    {
-        return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC).addSecs(60 * OffsetAt(seconds));
-    }
+    QDateTime Local(const QDateTime& utc) const { return utc.addSecs(60 * OffsetAt(utc.toSecsSinceEpoch())); }
 
     static Platform::CalendarTime Calendar(const QDateTime& time)
     {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/Clock.h"
 #include "platform/DebugOutput.h"
 #include "platform/Registry.h"
 #include "platform/Sessions.h"
@@ -68,29 +67,6 @@ public:
         return administrator && group == Administrators;
     }
     bool IsLowIntegrity() override { return lowIntegrity; }
-};
-
-class FakeClock : public FakeService<Platform::Clock>
-{
-public:
-    Platform::CalendarTime utc{2024, 3, 5, 12, 7, 9, 120};
-    Platform::CalendarTime local{2024, 3, 5, 14, 7, 9, 120};
-    bool hasZone = true;
-    int offset = 120;
-    std::uint32_t localError = 0; ///< What ToLocal() answers.
-
-    Platform::CalendarTime UtcTime() override { return utc; }
-    Platform::CalendarTime LocalTime() override { return local; }
-    bool UtcOffset(int& minutes) override
-    {
-        minutes = hasZone ? offset : minutes;
-        return hasZone;
-    }
-    std::uint32_t ToLocal(std::int64_t, Platform::CalendarTime& result) override
-    {
-        result = local;
-        return localError;
-    }
 };
 
 class FakeDebugOutput : public FakeService<Platform::DebugOutput>
