@@ -1,7 +1,7 @@
-#include "platform/Sessions.h"
 #include "settings/binding/UserSettingsController.h"
 #include "settings/model/VdnSettings.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/PlatformFakes.h"
 #include "tests/support/StoreTest.h"
 
 using testing::Contains;
@@ -25,100 +25,53 @@ protected:
     std::unique_ptr<UserController> m_user = std::make_unique<UserController>(kUser, m_system, true);
 };
 
-/// One session or none, with an account whose SID is kUser or cannot be found.
-class FakeSessions : public Platform::Sessions
+/// One active session, with a user whose SID is kUser; the process runs as the system.
+class ChosenUserTest : public ControllerTest
 {
-public:
-    bool m_active = true;
-    bool m_accountKnown = true;
-    bool m_processUserKnown = true;
-
-    bool Enumerate(std::vector<Session>& sessions) override
+protected:
+    ChosenUserTest()
     {
-        sessions = {{1, m_active}};
-        return true;
-    }
-    std::uint32_t ActiveConsoleSession() override { return Invalid; }
-    std::wstring UserName(std::uint32_t) override { return L"anna"; }
-    std::wstring DomainName(std::uint32_t) override { return L"HOME"; }
-    std::uint32_t LookupAccount(const wchar_t*, void* sid, std::uint32_t* sidSize, wchar_t* domain,
-                                std::uint32_t* domainSize) override
-    {
-        if (!m_accountKnown)
-            return ErrorNoneMapped;
-        const std::vector<std::uint8_t> bytes = Sid({21, 1, 2, 3, 1001});
-        if (*sidSize < bytes.size() || *domainSize < 5)
-        {
-            *sidSize = static_cast<std::uint32_t>(bytes.size());
-            *domainSize = 5;
-            return ErrorInsufficientBuffer;
-        }
-        std::copy(bytes.begin(), bytes.end(), static_cast<std::uint8_t*>(sid));
-        std::wstring(L"HOME").copy(domain, 4);
-        domain[4] = 0;
-        return 0;
-    }
-    std::uint32_t ProcessUser(std::vector<std::uint8_t>& sid) override
-    {
-        if (!m_processUserKnown)
-            return 5;
-        sid = Sid({18});
-        return 0;
-    }
-    bool ProcessSession(std::uint32_t& session) override
-    {
-        session = 1;
-        return true;
+        m_sessions.sessions = {{1, true}};
+        m_sessions.users[1] = {L"anna", L"HOME"};
+        m_sessions.accounts[L"HOME\\anna"] = {1, 5, 0, 0, 0, 0, 0, 5, 21, 0, 0,    0, 1, 0,
+                                              0, 0, 2, 0, 0, 0, 3, 0, 0,  0, 0xE9, 3, 0, 0};
+        m_sessions.processUser = {1, 1, 0, 0, 0, 0, 0, 5, 18, 0, 0, 0};
     }
 
-private:
-    static std::vector<std::uint8_t> Sid(std::initializer_list<std::uint32_t> subAuthorities)
-    {
-        std::vector<std::uint8_t> bytes = {1, static_cast<std::uint8_t>(subAuthorities.size()), 0, 0, 0, 0, 0, 5};
-        for (const std::uint32_t value : subAuthorities)
-            for (int shift = 0; shift < 32; shift += 8)
-                bytes.push_back(static_cast<std::uint8_t>(value >> shift));
-        return bytes;
-    }
+    std::string ChosenSid() const { return UserController::Create(m_system, false)->CurrentSid(); }
+
+    FakeSessions m_sessions;
 };
 
 } // namespace
 
-TEST_F(ControllerTest, TheUserOfTheActiveSessionIsShown)
+TEST_F(ChosenUserTest, IsTheOneOfTheActiveSession)
 {
-    FakeSessions sessions;
-    const Platform::ServiceReplacement<Platform::Sessions> replacement(sessions);
-    EXPECT_EQ(kUser, UserController::Create(m_system, false)->CurrentSid());
+    EXPECT_EQ(kUser, ChosenSid());
 }
 
-TEST_F(ControllerTest, WithoutAnActiveSessionTheProcessUserIsShown)
+TEST_F(ChosenUserTest, IsTheProcessUserWithoutAnActiveSession)
 {
-    FakeSessions sessions;
-    sessions.m_active = false;
-    const Platform::ServiceReplacement<Platform::Sessions> replacement(sessions);
-    EXPECT_EQ(kSystem, UserController::Create(m_system, false)->CurrentSid());
+    m_sessions.sessions = {{1, false}};
+    EXPECT_EQ(kSystem, ChosenSid());
     EXPECT_THAT(LogCapture::Take(4), ElementsAre(LogLine{4, kName + "Create: AllUsers().GetActiveSession() returned "
                                                                     "an invalid ID. Using system default user for "
                                                                     "initialization"}));
 }
 
-TEST_F(ControllerTest, WithoutTheSessionUsersSidTheProcessUserIsShown)
+TEST_F(ChosenUserTest, IsTheProcessUserWithoutTheSessionUsersSid)
 {
-    FakeSessions sessions;
-    sessions.m_accountKnown = false;
-    const Platform::ServiceReplacement<Platform::Sessions> replacement(sessions);
-    EXPECT_EQ(kSystem, UserController::Create(m_system, false)->CurrentSid());
+    m_sessions.accounts.clear();
+    EXPECT_EQ(kSystem, ChosenSid());
     EXPECT_THAT(LogCapture::Take(4), ElementsAre(LogLine{2, kName + "Create: LoggedInUser::FromActiveUser().GetSid() "
                                                                     "returned an empty string! Error: 1332"}));
 }
 
-TEST_F(ControllerTest, WithoutAnySidTheStoresCallingUserIsShown)
+TEST_F(ChosenUserTest, IsTheStoresCallingUserWithoutAnySid)
 {
-    FakeSessions sessions;
-    sessions.m_active = false;
-    sessions.m_processUserKnown = false;
-    const Platform::ServiceReplacement<Platform::Sessions> replacement(sessions);
-    EXPECT_EQ("", UserController::Create(m_system, false)->CurrentSid());
+    m_sessions.sessions = {{1, false}};
+    m_sessions.processUserError = 5;
+    EXPECT_EQ("", ChosenSid());
     EXPECT_THAT(LogCapture::Take(2), ElementsAre(LogLine{2, kName + "Create: CurrentUser().GetSid() failed. "
                                                                     "Defaulting to ORB_STRATA_SCOPE_CURRENT_USER"}));
 }
