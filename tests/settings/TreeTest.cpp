@@ -49,35 +49,6 @@ TEST_F(TreeTest, EveryKeyIsUnique)
     EXPECT_EQ(151u, keys.size());
 }
 
-TEST_F(TreeTest, ASeededStoreHoldsTheDefaults)
-{
-    m_tree.MarkChanged();
-    ASSERT_TRUE(m_scope.Save());
-
-    Entries store = Contents(kUser);
-    EXPECT_EQ(Properties(m_tree).size(), store.size());
-    const Stored yes{ORB_STRATA_TYPE_BOOL, 1, {}, 0};
-    const Stored no{ORB_STRATA_TYPE_BOOL, 0, {}, 0};
-    const auto int32 = [](std::int64_t number) { return Stored{ORB_STRATA_TYPE_INT32, number, {}, 0}; };
-    const auto int64 = [](std::int64_t number) { return Stored{ORB_STRATA_TYPE_INT64, number, {}, 0}; };
-    EXPECT_EQ(yes, store[L"windows.browsing_protection.block_suspicious_websites"]);
-    EXPECT_EQ(no, store[L"windows.browsing_protection.block_illegal_websites"]);
-    EXPECT_EQ(yes, store[L"windows.browsing_protection.block_harmful_websites"]);
-    EXPECT_EQ(int32(10000), store[L"windows.browsing_protection.banking_protection.ip_query_limit_per_session"]);
-    EXPECT_EQ(int64(86400), store[L"common.time.quota.monday.duration"]);
-    EXPECT_EQ(int64(1), store[L"common.time.curfew.options.weekends.range.until"]);
-    EXPECT_EQ(int64(600), store[L"windows.browsing_protection.internal.banking_window_length"]);
-    EXPECT_EQ(int64(0), store[L"windows.browsing_protection.internal.time_limit_extension"]);
-    EXPECT_EQ(int64(0), store[L"windows.browsing_protection.internal.time_limit_data.device_mode.extension"]);
-    EXPECT_EQ(yes, store[L"common.content.allowed_categories.unknown"]);
-    EXPECT_EQ((Stored{ORB_STRATA_TYPE_UTF8, 0, "fragfinn", 0}),
-              store[L"windows.browsing_protection.fragfinn.category"]);
-    EXPECT_EQ((Stored{ORB_STRATA_TYPE_STRING, 0, "", 0}),
-              store[L"windows.browsing_protection.internal.banking_close_event"]);
-    EXPECT_EQ((Stored{ORB_STRATA_TYPE_OBJECT, 0, "[]", 0}), store[L"common.sites.list"]);
-    EXPECT_EQ(1u, store.count(L"windows.browsing_protection.internal.daily_usage_in_browser_mode"));
-}
-
 TEST_F(TreeTest, EveryPropertyComesBackFromTheStoreAsItWasSaved)
 {
     for (PropertyBase* property : Properties(m_tree))
