@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QProcess>
 
 #include <cwchar>
@@ -109,10 +108,7 @@ TEST_F(Processes, AKilledHolderOfTheMutexDoesNotStopTheOthers)
     holder->kill();
     ASSERT_TRUE(holder->waitForFinished(kDeadline));
 
-    QElapsedTimer timer;
-    timer.start();
     m_logger->Log(4, L"written");
-    EXPECT_LT(timer.elapsed(), 400);
     EXPECT_THAT(Messages(), ElementsAre(L"written"));
 }
 
