@@ -98,28 +98,34 @@ char32_t Next(std::string_view text, std::size_t& at)
     return code >= smallest[tails] && IsScalar(code) ? code : Replacement;
 }
 
-} // namespace
-
-std::string ToUtf8(std::wstring_view text)
+template <class Target, class Source>
+Target Convert(Source text)
 {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();)
+    // Nearly every text is ASCII, or begins so; then each character is one unit.
+    Target result(text.size(), 0);
+    std::size_t at = 0;
+    for (; at < text.size() && static_cast<char32_t>(text[at]) < 0x80; ++at)
+    {
+        result[at] = static_cast<typename Target::value_type>(text[at]);
+    }
+    result.resize(at);
+    while (at < text.size())
     {
         Append(result, Next(text, at));
     }
     return result;
 }
 
+} // namespace
+
+std::string ToUtf8(std::wstring_view text)
+{
+    return Convert<std::string>(text);
+}
+
 std::wstring FromUtf8(std::string_view text)
 {
-    std::wstring result;
-    result.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();)
-    {
-        Append(result, Next(text, at));
-    }
-    return result;
+    return Convert<std::wstring>(text);
 }
 
 std::size_t ToUtf16(std::wstring_view text, char16_t* target)
