@@ -38,17 +38,19 @@ void CommonStatistics::GetStatistics(std::uint32_t range, std::uint32_t& website
     const std::lock_guard lock(m_statisticsMutex);
     // The day before the first one that counts wraps at 32 bits: a range longer than `today` selects nothing.
     const std::int64_t dayBefore = static_cast<std::uint32_t>(today) - range;
-    for (const DailyCounter& day : dailyCounters.Get())
-    {
-        if (range != kAllDays && (day.JulianDate > today || day.JulianDate <= dayBefore))
-            continue;
-        Accumulate(websitesChecked, day.websitesChecked);
-        Accumulate(bankingSessions, day.bankingSessions);
-        Accumulate(harmfulBlocks, day.harmfulBlocks);
-        Accumulate(wtsScans, day.wtsScans);
-        Accumulate(wtsBlocks, day.wtsBlocks);
-    }
-    const std::size_t size = dailyCounters.Inspect([](const std::set<DailyCounter>& days) { return days.size(); });
+    const std::size_t size = dailyCounters.Inspect([&](const std::set<DailyCounter>& days) {
+        for (const DailyCounter& day : days)
+        {
+            if (range != kAllDays && (day.JulianDate > today || day.JulianDate <= dayBefore))
+                continue;
+            Accumulate(websitesChecked, day.websitesChecked);
+            Accumulate(bankingSessions, day.bankingSessions);
+            Accumulate(harmfulBlocks, day.harmfulBlocks);
+            Accumulate(wtsScans, day.wtsScans);
+            Accumulate(wtsBlocks, day.wtsBlocks);
+        }
+        return days.size();
+    });
     LOG(kGetStatisticsLog, 5, L"%s: range=%d, julian=%d, dailies size=%Iu, wtsScans=%u", range, today, size, wtsScans);
 }
 
