@@ -1,8 +1,7 @@
 #include "bench/logging/Floor.h"
+#include "bench/support/InTurns.h"
 #include "logging/FunctionLog.h"
 #include "tests/support/PlatformFakes.h"
-
-#include <benchmark/benchmark.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -11,6 +10,7 @@
 
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace
@@ -39,154 +39,136 @@ private:
     FakeToken m_token;
 };
 
-constexpr std::uint32_t NoRotation = 4000000;
-constexpr std::uint32_t Rotation = 100;
+constexpr std::uint32_t kNoRotation = 4000000;
+constexpr std::uint32_t kRotation = 100;
+constexpr const char* kFloorIs = "lock, seek to the end, one write, unlock";
 
-/// The bytes of a line as WriteOne() writes it.
-const std::string& LineOfFloor()
+std::wstring FloorPath(const QString& folder)
+{
+    return QDir(folder).filePath(QStringLiteral("floor.log")).toStdWString();
+}
+
+void WriteLines(int count)
+{
+    for (int number = 0; number < count; ++number)
+        LOG(g_log, 4, L"%s: Scope %hs, %d keys", "S-1-5-18", 100000 + number % 1000);
+}
+
+/// As many lines of as many bytes as WriteLines() writes.
+void WriteFloorLines(Floor& floor, int count)
 {
     static const std::string s_line(2 * 100, 'x');
-    return s_line;
-}
-
-void WriteOne(int number)
-{
-    LOG(g_log, 4, L"%s: Scope %hs, %d keys", "S-1-5-18", 100000 + number % 1000);
-}
-
-/// What the threads of a benchmark share.
-struct Shared
-{
-    QTemporaryDir folder;
-    std::unique_ptr<LogSetup> log;
-    std::unique_ptr<Floor> floor;
-
-    std::wstring FloorPath() const { return folder.filePath(QStringLiteral("floor.log")).toStdWString(); }
-};
-
-std::unique_ptr<Shared> g_shared;
-
-void StartLog(std::uint32_t maximumKB)
-{
-    g_shared = std::make_unique<Shared>();
-    g_shared->log = std::make_unique<LogSetup>(g_shared->folder.path(), maximumKB);
+    for (int number = 0; number < count; ++number)
+        floor.Write(s_line);
 }
 
 void FilteredCall(benchmark::State& state)
 {
-    if (state.thread_index() == 0)
-    {
-        StartLog(NoRotation);
-    }
-    int number = 0;
+    constexpr int kCalls = 100'000;
+    const QTemporaryDir folder;
+    const LogSetup log(folder.path(), kNoRotation);
+    InTurns turns(state, "");
+    turns.SetUnits(kCalls, 1);
     for (auto _ : state)
     {
-        LOG(g_log, 5, L"%s: Scope %hs, %d keys", "S-1-5-18", ++number);
-        benchmark::DoNotOptimize(number);
-    }
-    if (state.thread_index() == 0)
-    {
-        g_shared.reset();
+        turns.Alone([] {
+            for (int number = 0; number < kCalls; ++number)
+            {
+                LOG(g_log, 5, L"%s: Scope %hs, %d keys", "S-1-5-18", number);
+                benchmark::ClobberMemory();
+            }
+        });
     }
 }
 
-void FloorLine(benchmark::State& state)
+template <class Run>
+void InThreads(std::int64_t count, const Run& run)
 {
-    if (state.thread_index() == 0)
-    {
-        g_shared = std::make_unique<Shared>();
-        g_shared->floor = std::make_unique<Floor>(g_shared->FloorPath());
-    }
-    for (auto _ : state)
-    {
-        g_shared->floor->Write(LineOfFloor());
-    }
-    if (state.thread_index() == 0)
-    {
-        g_shared.reset();
-    }
+    std::vector<std::thread> threads;
+    for (std::int64_t i = 1; i < count; ++i)
+        threads.emplace_back(run);
+    run();
+    for (std::thread& thread : threads)
+        thread.join();
 }
 
-void Line(benchmark::State& state)
+void LinesOfThreads(benchmark::State& state, std::uint32_t maximumKB)
 {
-    if (state.thread_index() == 0)
-    {
-        StartLog(static_cast<std::uint32_t>(state.range(0)));
-    }
-    int number = 0;
+    constexpr int kLines = 2000;
+    const std::int64_t threads = state.range(0);
+    const QTemporaryDir folder;
+    const LogSetup log(folder.path(), maximumKB);
+    Floor floor(FloorPath(folder.path()));
+    InTurns turns(state, kFloorIs);
+    turns.SetUnits(threads * kLines, threads * kLines);
     for (auto _ : state)
     {
-        WriteOne(++number);
-    }
-    if (state.thread_index() == 0)
-    {
-        g_shared.reset();
+        turns.Both([&] { InThreads(threads, [] { WriteLines(kLines); }); },
+                   [&] { InThreads(threads, [&floor] { WriteFloorLines(floor, kLines); }); });
     }
 }
 
-constexpr int LinesOfProcess = 50000;
-constexpr int Processes = 4;
+constexpr int kLinesOfProcess = 50'000;
+constexpr int kProcesses = 4;
 
 /// This program again, as one of several processes: "--lines FOLDER MAXIMUM-KB" or "--floor FOLDER".
 int RunAsChild(const QStringList& arguments)
 {
-    const QDir folder(arguments[2]);
     if (arguments[1] == QStringLiteral("--floor"))
     {
-        Floor floor(folder.filePath(QStringLiteral("floor.log")).toStdWString());
-        for (int i = 0; i < LinesOfProcess; ++i)
-        {
-            floor.Write(LineOfFloor());
-        }
+        Floor floor(FloorPath(arguments[2]));
+        WriteFloorLines(floor, kLinesOfProcess);
         return 0;
     }
-    const LogSetup setup(folder.path(), arguments[3].toUInt());
-    for (int i = 0; i < LinesOfProcess; ++i)
-    {
-        WriteOne(i);
-    }
+    const LogSetup setup(arguments[2], arguments[3].toUInt());
+    WriteLines(kLinesOfProcess);
     return 0;
 }
 
-/// Time of a line when several processes write to one file at once, with the time they need to start and end.
-void RunProcesses(benchmark::State& state, const QStringList& arguments)
+void RunProcesses(const QStringList& arguments)
 {
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (int i = 0; i < kProcesses; ++i)
+    {
+        processes.push_back(std::make_unique<QProcess>());
+        processes.back()->start(QCoreApplication::applicationFilePath(), arguments);
+    }
+    for (const auto& process : processes)
+        process->waitForFinished(-1);
+}
+
+/// With the time that the processes need to start and to end.
+void LinesOfProcesses(benchmark::State& state, std::uint32_t maximumKB)
+{
+    const QTemporaryDir folder;
+    const QStringList line{QStringLiteral("--lines"), folder.path(), QString::number(maximumKB)};
+    const QStringList floorLine{QStringLiteral("--floor"), folder.path()};
+    InTurns turns(state, kFloorIs);
+    turns.SetUnits(kProcesses * kLinesOfProcess, kProcesses * kLinesOfProcess);
     for (auto _ : state)
     {
-        std::vector<std::unique_ptr<QProcess>> processes;
-        for (int i = 0; i < Processes; ++i)
-        {
-            processes.push_back(std::make_unique<QProcess>());
-            processes.back()->start(QCoreApplication::applicationFilePath(), arguments);
-        }
-        for (const auto& process : processes)
-        {
-            process->waitForFinished(-1);
-        }
+        turns.Both([&] { RunProcesses(line); }, [&] { RunProcesses(floorLine); });
     }
-    state.counters["s_per_line"] = benchmark::Counter(
-        Processes * LinesOfProcess, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-void FloorOfProcesses(benchmark::State& state)
-{
-    const QTemporaryDir folder;
-    RunProcesses(state, {QStringLiteral("--floor"), folder.path()});
-}
-
-void LinesOfProcesses(benchmark::State& state)
-{
-    const QTemporaryDir folder;
-    RunProcesses(state, {QStringLiteral("--lines"), folder.path(), QString::number(state.range(0))});
-}
-
-BENCHMARK(FilteredCall);
-BENCHMARK(FloorLine)->UseRealTime();
-BENCHMARK(Line)->Arg(NoRotation)->Arg(Rotation)->UseRealTime();
-BENCHMARK(FloorLine)->Threads(4)->UseRealTime();
-BENCHMARK(Line)->Arg(NoRotation)->Arg(Rotation)->Threads(4)->UseRealTime();
-BENCHMARK(FloorOfProcesses)->UseRealTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(LinesOfProcesses)->Arg(NoRotation)->Arg(Rotation)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(FilteredCall)->Name("log: a filtered call")->Iterations(50)->UseManualTime();
+BENCHMARK_CAPTURE(LinesOfThreads, , kNoRotation)
+    ->Name("log: a line, threads")
+    ->Arg(1)
+    ->Arg(4)
+    ->Iterations(100)
+    ->UseManualTime();
+BENCHMARK_CAPTURE(LinesOfThreads, , kRotation)
+    ->Name("log: a line, files of 100 KiB, threads")
+    ->Arg(1)
+    ->Arg(4)
+    ->Iterations(100)
+    ->UseManualTime();
+BENCHMARK_CAPTURE(LinesOfProcesses, , kNoRotation)->Name("log: a line, four processes")->Iterations(5)->UseManualTime();
+BENCHMARK_CAPTURE(LinesOfProcesses, , kRotation)
+    ->Name("log: a line, files of 100 KiB, four processes")
+    ->Iterations(5)
+    ->UseManualTime();
 
 } // namespace
 
@@ -195,9 +177,7 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() > 2 && !arguments[1].startsWith(QStringLiteral("--benchmark")))
-    {
         return RunAsChild(arguments);
-    }
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
