@@ -28,7 +28,9 @@ std::uint32_t SharedLibrary::Load(const std::wstring& path)
     {
         return ErrorBadPathname;
     }
-    m_module = ::LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    // What it imports comes from its own folder, the program's or the system's: never from the current folder or PATH.
+    constexpr DWORD searchedFolders = LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS;
+    m_module = ::LoadLibraryExW(path.c_str(), nullptr, searchedFolders);
     return m_module != nullptr ? 0 : ::GetLastError();
 }
 
