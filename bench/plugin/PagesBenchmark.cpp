@@ -23,6 +23,7 @@ void PublishAllPages(benchmark::State& state)
     plugIn.host.Fire(kLoadData);
     plugIn.host.Observe(nullptr);
 
+    state.counters["variables"] = static_cast<double>(writes.size());
     PageHost other;
     InTurns turns(state, "the same values written to a host", {0, 1e-3});
     for (auto _ : state)
