@@ -1,6 +1,7 @@
 /// A process that logs, for tests: log_writer MODE ROOT [MAXIMUM-KB ROTATION-COUNT THREADS LINES ID]
 ///
-///     lines      logs LINES lines from each of THREADS threads, each "W: ID.thread.number end", then ends
+///     lines      logs LINES lines from each of THREADS threads, each "W: ID.thread.number end", then tells on standard
+///                output how many were lost in waiting for the log's mutex, and ends
 ///     forever    the same without an end
 ///     hold       takes the log's mutex, says so on standard output, and waits to be killed
 ///     exit       logs from the destructor of a static object and from a thread that runs on while the process ends
@@ -129,6 +130,7 @@ int main(int argc, char** argv)
     // Left in place for threads that run on.
     auto& registry = *new FakeRegistry;
     auto& token = *new FakeToken;
+    auto& debugOutput = *new FakeDebugOutput;
     token.administrator = true;
     constexpr const wchar_t* key = L"SOFTWARE\\Norlane\\ORB\\Logging";
     registry.Set(FakeRegistry::Root::Machine, key, L"RootPath", options.root);
@@ -140,18 +142,20 @@ int main(int argc, char** argv)
     {
         Hold(options.root);
     }
-    NlOrbLogging::Initialize(L"NLCC", L"Veridan", 4, NlOrbLogging::BannerAtDebug);
+    const bool exits = mode == QStringLiteral("exit");
+    NlOrbLogging::Initialize(L"NLCC", L"Veridan", 4, exits ? 0U : NlOrbLogging::BannerAtDebug);
     if (mode == QStringLiteral("forever"))
     {
         options.lines = -1;
         std::puts("writing");
         std::fflush(stdout);
     }
-    if (mode == QStringLiteral("exit"))
+    if (exits)
     {
         LogWhileTheProcessEnds();
         return 7;
     }
     RunThreads(options);
+    std::printf("%zu\n", debugOutput.Take().size());
     return 0;
 }
