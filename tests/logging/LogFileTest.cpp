@@ -120,13 +120,32 @@ TEST_F(LogFile, AFullDiskLosesWholeLinesAndLoggingGoesOnWhenThereIsRoom)
     m_logger.reset();
 }
 
-TEST_F(LogFile, ReachesTheDiskOnFlush)
+TEST_F(LogFile, IsBroughtToTheDiskByAFlush)
 {
+    struct File : FileLowLevel
+    {
+        explicit File(int& flushed) : m_flushed(flushed) {}
+        bool Flush() override
+        {
+            m_flushed += FileLowLevel::Flush();
+            return true;
+        }
+        int& m_flushed;
+    };
+    struct Logger : NlOrbLogging::LoggerWin
+    {
+        explicit Logger(int& flushed) : m_flushed(flushed) {}
+        std::unique_ptr<FileLowLevel> CreateFileLowLevel() override { return std::make_unique<File>(m_flushed); }
+        int& m_flushed;
+    };
+    int flushed = 0;
+    m_logger = std::make_unique<Logger>(flushed);
     Start();
-    m_logger->Flush();
+    m_logger->Flush(); // there is no file yet
     m_logger->Log(4, L"a");
     m_logger->Flush();
-    EXPECT_THAT(Messages(), ElementsAre(L"a"));
+    EXPECT_EQ(flushed, 1);
+    m_logger.reset();
 }
 
 } // namespace

@@ -18,7 +18,7 @@ LogFixture::LogFixture()
 {
     m_registry.Set(FakeRegistry::Root::Machine, kKey, L"RootPath",
                    QDir::toNativeSeparators(m_folder.path()).toStdWString());
-    m_clock.Set("2024-03-05T12:07:09.120");
+    m_clock.Set("2024-03-05T02:07:09.012");
     m_clock.SetOffset(120);
     m_sessions.processSession = 1;
 }

@@ -43,7 +43,7 @@ protected:
     QTemporaryDir m_folder;
     FakeRegistry m_registry;
     FakeToken m_token;
-    FakeClock m_clock; // 2024-03-05 12:07:09.120, two hours behind local time
+    FakeClock m_clock; // 2024-03-05 02:07:09.012, two hours behind local time
     Platform::ServiceReplacement<Platform::Clock> m_clockReplacement{m_clock};
     FakeDebugOutput m_debugOutput;
     FakeSessions m_sessions;

@@ -32,7 +32,7 @@ TEST_F(Logger, ASessionBeginsWithAnEmptyLineAndEndsWithABanner)
     const std::vector<std::wstring> lines = Lines(Read(FilePath()));
     ASSERT_THAT(lines, SizeIs(4));
     EXPECT_EQ(lines[0], L"");
-    EXPECT_THAT(lines[1], StartsWith(L"2024-03-05 14:07:09.120 ["));
+    EXPECT_THAT(lines[1], StartsWith(L"2024-03-05 04:07:09.012 ["));
     EXPECT_THAT(lines[1], EndsWith(L"]  I: ***  LOGGING STARTED  *** (UTC+2:00, session: 0x1)"));
     EXPECT_THAT(lines[2], EndsWith(L"] *E: A::B: went wrong"));
     EXPECT_THAT(lines[3], EndsWith(L"]  I: ***  LOGGING ENDED  ***"));
@@ -92,7 +92,7 @@ TEST_F(Logger, FlagsChooseTheTimeAndTheBannersLevel)
     m_logger->Shutdown();
     const std::vector<std::wstring> lines = Lines(Read(FilePath()));
     ASSERT_THAT(lines, SizeIs(1));
-    EXPECT_THAT(lines[0], StartsWith(L"2024-03-05 12:07:09.120 ["));
+    EXPECT_THAT(lines[0], StartsWith(L"2024-03-05 02:07:09.012 ["));
 }
 
 TEST_F(Logger, TheNearestKeyOfTheRegistryWinsAndAllOnesCountAsAbsent)
@@ -205,6 +205,14 @@ TEST_F(Logger, LeavesTheLastErrorAlone)
     EXPECT_TRUE(keeps([&] { m_logger->LogA(4, "%hs", "\xFF"); }));
     EXPECT_TRUE(keeps([&] { m_logger->Flush(); }));
     EXPECT_TRUE(keeps([&] { m_logger->Shutdown(); }));
+}
+
+TEST_F(Logger, OfTheProcessEndsItsSessionWhenItIsReplaced)
+{
+    NlOrbLogging::ReplaceLogger(nullptr);
+    NlOrbLogging::Initialize(L"NLCC", L"Veridan", 4, 0);
+    LogCapture::Install();
+    EXPECT_THAT(Messages(), ElementsAre(L"", StartsWith(L"***"), L"***  LOGGING ENDED  ***"));
 }
 
 TEST(GetLogger, AReplacementTakesOverAndGoesWithTheNext)
