@@ -145,11 +145,14 @@ TEST_F(PropertyTest, ALateNotificationDoesNotBringBackWhatASaveReplaced)
 TEST_F(PropertyTest, MinutesBeyondTheirTypeAreNoValue)
 {
     Property<Minutes> minutes(nullptr, kKey, Minutes(3));
-    Put(kUser, kKey, Stored{ORB_STRATA_TYPE_INT64, 5'000'000'000, {}, 0});
-    LogCapture::Expect(1, "StrataSettings::Property<std::chrono::duration<int,std::ratio<60>>>::Load: "
-                          "'windows.browsing_protection.internal.test' reading failed, error 110");
-    minutes.Load(m_handle.Get());
-    EXPECT_EQ(Minutes(3), minutes.Get());
+    for (const std::int64_t count : {5'000'000'000, -5'000'000'000})
+    {
+        Put(kUser, kKey, Stored{ORB_STRATA_TYPE_INT64, count, {}, 0});
+        LogCapture::Expect(1, "StrataSettings::Property<std::chrono::duration<int,std::ratio<60>>>::Load: "
+                              "'windows.browsing_protection.internal.test' reading failed, error 110");
+        minutes.Load(m_handle.Get());
+        EXPECT_EQ(Minutes(3), minutes.Get());
+    }
 }
 
 TEST_F(PropertyTest, ASetReadsAsEmptyWhereTheStoreHasNoArray)

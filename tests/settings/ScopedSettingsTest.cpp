@@ -1,7 +1,11 @@
+#include "platform/Format.h"
+#include "platform/Text.h"
 #include "settings/binding/FollowedScope.h"
 #include "settings/model/VdnSettings.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/StoreTest.h"
+
+#include <algorithm>
 
 using StrataSettings::FollowedScope;
 using StrataSettings::StoreHandle;
@@ -54,8 +58,10 @@ TEST_F(ScopedSettingsTest, AHandleIsNotReset)
 {
     Scope scope(kUser, L"safe", L"test", false);
     EXPECT_FALSE(scope.ResetHandle());
-    EXPECT_THAT(LogCapture::Take(2),
-                ElementsAre(LogLine{2, kName + "ResetHandle: Reseting non-null handle not allowed!"}));
+    const std::string handle = Platform::ToUtf8(Platform::FormatText(L"%p", scope.EffectiveHandle()));
+    EXPECT_THAT(LogCapture::Take(),
+                ElementsAre(LogLine{5, kName + "ScopedSettings: " + kUser + "/" + handle},
+                            LogLine{2, kName + "ResetHandle: Reseting non-null handle not allowed!"}));
     EXPECT_EQ(1u, OpenHandles());
 }
 
@@ -107,6 +113,29 @@ TEST_F(ScopedSettingsTest, FollowsValuesConstraintsAndRemovals)
     Settle();
     EXPECT_FALSE(property.Get());
     EXPECT_EQ(3u, recorder.m_changed.size());
+}
+
+TEST_F(ScopedSettingsTest, FollowsBeforeItLoadsSoThatNoChangeFallsBetween)
+{
+    static std::vector<std::string> s_calls;
+    s_calls.clear();
+    SuiteTableGuard guard(g_orbStrata);
+    static auto* const s_subscribe = g_orbStrata.OrbStrata_Subscribe;
+    static auto* const s_getBool = g_orbStrata.OrbStrata_GetBool;
+    guard->OrbStrata_Subscribe = [](OrbStrataHandle handle, const wchar_t* key, std::int32_t type,
+                                    OrbStrataCallback callback, void* context, OrbStrataResult* result) {
+        s_calls.emplace_back("subscribe");
+        return s_subscribe(handle, key, type, callback, context, result);
+    };
+    guard->OrbStrata_GetBool = [](OrbStrataHandle handle, const wchar_t* key, bool value, OrbStrataResult* result) {
+        s_calls.emplace_back("read");
+        return s_getBool(handle, key, value, result);
+    };
+    Scope scope(kUser, L"safe", L"test", false);
+    ASSERT_TRUE(scope.LoadOnce(nullptr));
+    EXPECT_THAT(s_calls, Contains("subscribe"));
+    EXPECT_THAT(s_calls, Contains("read"));
+    EXPECT_TRUE(std::is_sorted(s_calls.rbegin(), s_calls.rend()));
 }
 
 TEST_F(ScopedSettingsTest, ItsOwnWritesAreNoNews)

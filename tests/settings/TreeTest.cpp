@@ -178,6 +178,8 @@ TEST_F(TreeTest, ACopyHasItsOwnValues)
 {
     for (PropertyBase* property : Properties(m_tree))
         ChangeToAnotherValue(*property);
+    const std::uint32_t constraints = 2;
+    m_tree.time.enabled.UpdateConstraints(&constraints);
     VdnSettings copy(m_tree);
     const std::vector<PropertyBase*> original = Properties(m_tree);
     const std::vector<PropertyBase*> copied = Properties(copy);
@@ -186,6 +188,7 @@ TEST_F(TreeTest, ACopyHasItsOwnValues)
     {
         EXPECT_TRUE(HoldSameValue(*original[i], *copied[i]));
         EXPECT_EQ(ModificationState::Changed, copied[i]->State());
+        EXPECT_EQ(original[i]->Constraints(), copied[i]->Constraints());
     }
     copy.time.enabled.Set(!copy.time.enabled.Get());
     EXPECT_NE(copy.time.enabled.Get(), m_tree.time.enabled.Get());
