@@ -189,6 +189,10 @@ TEST_F(Logger, EveryLineGoesToTheDebuggerWhenTheRegistrySaysSo)
     ASSERT_THAT(texts, SizeIs(3));
     EXPECT_EQ(texts[0], L"\r\n");
     EXPECT_THAT(texts[2], EndsWith(L"]  I: x\r\n"));
+    m_logger->Shutdown();
+    m_debugOutput.Take();
+    m_logger->Log(0, L"after the end");
+    EXPECT_THAT(m_debugOutput.Take(), IsEmpty());
 }
 
 TEST_F(Logger, LeavesTheLastErrorAlone)

@@ -31,6 +31,7 @@ TEST(PunycodeUrl, ConvertsTheHostLabelByLabel)
     EXPECT_EQ(GetPunycodeUrl(L"b\u00FCcher.de"), "xn--bcher-kva.de");
     EXPECT_EQ(GetPunycodeUrl(L"http://\u4E2D\u6587\u3002com"), "http://xn--fiq228c.com");
     EXPECT_EQ(GetPunycodeUrl(L"http://stra\u00DFe.de"), "http://xn--strae-oqa.de");
+    EXPECT_EQ(GetPunycodeUrl(L"_b\u00FCcher-1.de"), "xn--_bcher-1-75a.de");
     EXPECT_EQ(GetPunycodeUrl(L"http://u\u0308.de"), "http://xn--tda.de");
     EXPECT_EQ(GetPunycodeUrl(L"http://\uFF45\uFF58.de"), "http://ex.de");
     EXPECT_EQ(GetPunycodeUrl(L"http://\u0430\u0062\u4E2D.de").rfind("http://xn--", 0), 0U);
