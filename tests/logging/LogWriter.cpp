@@ -17,10 +17,9 @@
 #include <QStringList>
 
 #include <algorithm>
-
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
+#include <string>
 #include <thread>
 
 namespace
@@ -156,6 +155,6 @@ int main(int argc, char** argv)
         return 7;
     }
     RunThreads(options);
-    std::printf("%zu\n", debugOutput.Take().size());
+    std::puts(std::to_string(debugOutput.Take().size()).c_str());
     return 0;
 }
