@@ -1,8 +1,7 @@
 #include "settings/binding/ScopedSettings.h"
 #include "settings/model/VdnSettings.h"
+#include "tests/support/GeneratedFile.h"
 #include "tests/support/StoreTest.h"
-
-#include <QFile>
 
 namespace
 {
@@ -31,7 +30,6 @@ class DefaultsFileTest : public StoreTest
 
 } // namespace
 
-/// Run with VERIDAN_UPDATE_FILES=1 in the environment to write the file anew.
 TEST_F(DefaultsFileTest, HoldsTheDefaultOfEverySetting)
 {
     {
@@ -45,13 +43,5 @@ TEST_F(DefaultsFileTest, HoldsTheDefaultOfEverySetting)
                     "\": " + QByteArray::fromStdString(Json(value)) + ",\"constraints\":0}";
     expected += "\n}\n";
 
-    QFile file(QStringLiteral(VERIDAN_DEFAULTS_FILE));
-    if (qEnvironmentVariableIsSet("VERIDAN_UPDATE_FILES"))
-    {
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(expected);
-        return;
-    }
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(expected.toStdString(), file.readAll().toStdString());
+    ExpectGeneratedFile(QStringLiteral(VERIDAN_DEFAULTS_FILE), expected);
 }
