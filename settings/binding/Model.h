@@ -3,6 +3,7 @@
 #include "util/OrbStrataApi.h"
 
 #include <string_view>
+#include <type_traits>
 #include <typeinfo>
 #include <variant>
 #include <vector>
@@ -44,17 +45,24 @@ public:
     /// Takes value, constraints and state of every property of a tree of the same shape.
     void CopyFrom(const Model& other);
 
+    /// Calls `visit(PropertyBase&)` or `visit(Model&)` for each direct child.
+    template <class Visit>
+    void ForEachChild(Visit&& visit) const
+    {
+        for (const Node& node : m_nodes)
+            std::visit([&visit](auto* child) { visit(*child); }, node);
+    }
+
     /// Calls `visit(PropertyBase&)` for every property of the tree.
     template <class Visit>
     void ForEachProperty(Visit&& visit) const
     {
-        for (const Node& node : m_nodes)
-        {
-            if (PropertyBase* const* property = std::get_if<PropertyBase*>(&node))
-                visit(**property);
+        ForEachChild([&visit](auto& child) {
+            if constexpr (std::is_same_v<decltype(child), Model&>)
+                child.ForEachProperty(visit);
             else
-                std::get<Model*>(node)->ForEachProperty(visit);
-        }
+                visit(child);
+        });
     }
 
     /// The handle that properties without one of their own use; meaningful in the top-most node.

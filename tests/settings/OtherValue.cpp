@@ -118,3 +118,10 @@ bool HoldSameValue(const PropertyBase& left, const PropertyBase& right)
     });
     return same;
 }
+
+std::wstring TypeNameOf(const PropertyBase& property)
+{
+    std::wstring name;
+    WithTypeOf(property, [&](auto& typed) { name = TypeName<decltype(typed.Get())>::value.Text(); });
+    return name;
+}

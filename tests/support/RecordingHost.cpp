@@ -8,15 +8,24 @@ class RecordingHost::Peer : public IDataPeer
 {
 public:
     explicit Peer(RecordingHost& host) : m_host(host) {}
+    ~Peer() override
+    {
+        for (const auto& [id, uses] : m_uses)
+            m_host.m_uses[m_handler][id].insert(uses.begin(), uses.end());
+    }
 
-    QVariant GetValue(const VariableIdentifier& id) override { return m_host.m_values.value(id.ToString()); }
+    QVariant GetValue(const VariableIdentifier& id) override
+    {
+        Note("get", id);
+        return m_host.m_values.value(id.ToString());
+    }
 
     bool SetValue(const VariableIdentifier& id, const QVariant& value, int flags) override
     {
         EXPECT_EQ(0, flags);
         EXPECT_TRUE(m_host.m_declared.count(id.ToString()) || id.GetPackage() == QLatin1String("VDNSettings"))
             << id.ToString().toStdString() << " is written but neither registered nor subscribed";
-        m_host.Note("set", id);
+        Note("set", id);
         m_host.m_values[id.ToString()] = value;
         m_host.Notify(id.ToString());
         return true;
@@ -25,29 +34,30 @@ public:
     bool Trigger(const VariableIdentifier& id, int flags) override
     {
         EXPECT_EQ(0, flags);
-        m_host.Note("trigger", id);
+        Note("trigger", id);
         m_host.Notify(id.ToString());
         return true;
     }
 
     bool RegisterKept(const VariableIdentifier& id) override
     {
-        m_host.Note("kept", id);
+        Note("kept", id);
         m_host.m_declared.insert(id.ToString());
         return true;
     }
 
     bool Subscribe(const VariableIdentifier& id, QObject* receiver, const char* slot) override
     {
-        m_host.Note("subscribe", id, std::string(" ") + slot);
+        Note("subscribe", id, std::string(" ") + slot);
         m_host.m_declared.insert(id.ToString());
         m_host.m_subscriptions.push_back({this, id.ToString(), receiver, slot});
+        m_handler = receiver->metaObject()->className();
         return true;
     }
 
     bool Register(const VariableIdentifier& id) override
     {
-        m_host.Note("register", id);
+        Note("register", id);
         m_host.m_declared.insert(id.ToString());
         return true;
     }
@@ -64,7 +74,15 @@ private:
     void Reserved14() override {}
     void Reserved15() override {}
 
+    void Note(const char* kind, const VariableIdentifier& id, const std::string& more = {})
+    {
+        m_host.m_record.emplace_back(kind, id.GetName().toStdString() + more);
+        m_uses[id.ToString()].insert(kind);
+    }
+
     RecordingHost& m_host;
+    std::string m_handler; // known once it subscribes
+    VariableUses m_uses;
 };
 
 void RecordingHost::PageSets(const char* id, const QVariant& value)
@@ -109,11 +127,6 @@ void RecordingHost::InvokeWhenEventLoopReady(void* reserved, QObject* receiver, 
     EXPECT_EQ(nullptr, reserved);
     EXPECT_NE(nullptr, receiver);
     m_eventLoopSlots.emplace_back(slot);
-}
-
-void RecordingHost::Note(const char* kind, const VariableIdentifier& id, const std::string& more)
-{
-    m_record.emplace_back(kind, id.GetName().toStdString() + more);
 }
 
 void RecordingHost::Notify(const QString& id)

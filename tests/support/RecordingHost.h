@@ -33,6 +33,14 @@ public:
     Record Take(const std::string& kind);
     void Forget() { m_record.clear(); }
 
+    /// What was done with each variable: "set", "get", "trigger", "register", "kept", "subscribe".
+    using VariableUses = std::map<QString, std::set<std::string>>;
+
+    /// By the class of the handler that did it; known when it has handed its data peer back.
+    const std::map<std::string, VariableUses>& UsesByHandler() const { return m_uses; }
+
+    const QMap<QString, QVariant>& Values() const { return m_values; }
+
     int PeersOut() const { return m_peersOut; }
     int PeersGiven() const { return m_peersGiven; }
     std::vector<std::string> EventLoopSlots() const { return m_eventLoopSlots; }
@@ -59,7 +67,6 @@ private:
     void Reserved8() override {}
     void Reserved9() override {}
 
-    void Note(const char* kind, const VariableIdentifier& id, const std::string& more = {});
     void Notify(const QString& id);
 
     QMap<QString, QVariant> m_values;
@@ -68,6 +75,7 @@ private:
     bool m_notifying = false;
     std::vector<Subscription> m_subscriptions;
     std::vector<std::pair<std::string, std::string>> m_record;
+    std::map<std::string, VariableUses> m_uses;
     std::vector<std::string> m_eventLoopSlots;
     int m_peersOut = 0;
     int m_peersGiven = 0;

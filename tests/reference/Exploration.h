@@ -1,0 +1,84 @@
+#pragma once
+
+#include "platform/ProcessLauncher.h"
+#include "tests/support/FakeClock.h"
+#include "tests/support/PlatformFakes.h"
+#include "tests/support/RecordingHost.h"
+#include "tests/support/StoreTest.h"
+#include "tests/support/UrlCatcher.h"
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+
+/// A place in the store: the scope's SID, and a key.
+using Setting = std::pair<std::string, std::wstring>;
+
+/// What was found out about the plug-in.
+struct Findings
+{
+    struct Variable
+    {
+        std::string type; ///< Of its values, as Qt names it; empty when it never had one.
+        std::set<Setting> shows;
+        std::set<Setting> saves;
+    };
+
+    std::map<QString, Variable> variables;
+    std::map<std::string, RecordingHost::VariableUses> handlers;
+    std::set<Setting> saved;     ///< Every setting that the plug-in wrote.
+    StoreTest::Entries defaults; ///< Of every setting.
+};
+
+class NoPrograms : public FakeService<Platform::ProcessLauncher>
+{
+public:
+    std::wstring SystemFolder() override { return {}; }
+    Platform::KernelHandle Start(const std::wstring&, const std::wstring&, std::uint32_t, const wchar_t*) override
+    {
+        return nullptr;
+    }
+};
+
+/// Finds out what the plug-in does by trying it: one short life of the whole plug-in for each setting that could be
+/// different, and for each variable that a page could write.
+class Exploration : public StoreTest
+{
+protected:
+    Exploration();
+
+    Findings Explore();
+
+private:
+    struct Life
+    {
+        QMap<QString, QVariant> values;
+        std::set<QString> fired;
+        std::set<Setting> written;
+    };
+    using Play = std::function<void(RecordingHost&)>;
+    using Change = std::function<bool(const Setting& setting, Stored& entry)>;
+
+    /// Starts the plug-in, lets `play` act as its pages, ends the plug-in, and puts the store back.
+    Life Live(const Play& play);
+
+    /// Notes what looks different when one setting is, for each that `change` changes in a store like this.
+    void TrySettings(const Entries& present, const Change& change);
+
+    /// Notes what is written when a page writes a variable and saves, for each that a handler could read.
+    void TryVariables(const Entries& present);
+
+    void Fill(const Entries& present);
+
+    FakeClock m_clock;
+    const Platform::ServiceReplacement<Platform::Clock> m_clockInPlace{m_clock};
+    FakeSessions m_sessions;
+    FakeToken m_token;
+    NoPrograms m_programs;
+    UrlCatcher m_browser;
+    Entries m_present;         // what both scopes hold
+    std::set<QString> m_texts; // localised ones, which the host has
+    Findings m_found;
+};
