@@ -198,5 +198,9 @@ void WebFilteringHandler::OnShowFragfinn()
     if (!user)
         return;
     const std::string address = user->Settings().fragfinn.url.Get();
-    QDesktopServices::openUrl(QUrl::fromUserInput(QString::fromStdString(address)));
+    const QUrl url = QUrl::fromUserInput(QString::fromStdString(address));
+    if (url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https"))
+        QDesktopServices::openUrl(url);
+    else // the desktop would start a program that is named
+        LOG(FunctionLog(L"WebFilteringHandler::OnShowFragfinn"), 2, L"%s: Not a web page: %hs", address.c_str());
 }

@@ -212,3 +212,17 @@ TEST_F(WebFilteringTest, OpensTheFragfinnSite)
     m_host.PageFires("@ContentControl\\Triggers:show_fragfinn_sites");
     EXPECT_THAT(urls.Opened(), ElementsAre("http://children.example.com"));
 }
+
+TEST_F(WebFilteringTest, OpensNothingButAWebPageForFragfinn)
+{
+    UrlCatcher urls;
+    Start();
+    for (const char* address : {"file:///usr/bin/env", "/usr/bin/env", "mailto:somebody@example.com", ""})
+    {
+        Put(kUser, L"windows.browsing_protection.fragfinn.url", Stored{ORB_STRATA_TYPE_UTF8, 0, address, 0});
+        Settle();
+        LogCapture::Expect(2, std::string("WebFilteringHandler::OnShowFragfinn: Not a web page: ") + address);
+        m_host.PageFires("@ContentControl\\Triggers:show_fragfinn_sites");
+    }
+    EXPECT_THAT(urls.Opened(), IsEmpty());
+}

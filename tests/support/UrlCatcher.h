@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// Takes the web pages that would be opened, as long as it lives.
+/// Takes what would be opened, web pages and files, as long as it lives.
 class UrlCatcher : public QObject
 {
     Q_OBJECT
@@ -15,12 +15,12 @@ class UrlCatcher : public QObject
 public:
     UrlCatcher()
     {
-        for (const char* scheme : {"http", "https"})
+        for (const char* scheme : {"http", "https", "file"})
             QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "Open");
     }
     ~UrlCatcher() override
     {
-        for (const char* scheme : {"http", "https"})
+        for (const char* scheme : {"http", "https", "file"})
             QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
     }
 
