@@ -29,7 +29,7 @@ public Q_SLOTS:
     void OnNotify(VariableIdentifier identifier);
 
 private:
-    static const NotifyRule<BrowserExtensionsHandler> kNotifyRules[3];
+    static const NotifyRule<BrowserExtensionsHandler> kNotifyRules[];
 
     const std::weak_ptr<UserSettings> m_userSettings;
     const std::weak_ptr<MainGuiHandler> m_mainGui;

@@ -24,7 +24,7 @@ public Q_SLOTS:
     void OnNotify(VariableIdentifier identifier);
 
 private:
-    static const NotifyRule<BrowsingProtectionHandler> kNotifyRules[3];
+    static const NotifyRule<BrowsingProtectionHandler> kNotifyRules[];
 
     const std::weak_ptr<SystemSettings> m_systemSettings;
     UiVariables m_variables{*this};

@@ -35,7 +35,7 @@ public Q_SLOTS:
     void OnReload();
 
 private:
-    static const NotifyRule<FamilyRulesHandler> kNotifyRules[2];
+    static const NotifyRule<FamilyRulesHandler> kNotifyRules[];
 
     void SetupReloads();
     void CheckTurnOnPCPageNecessity();

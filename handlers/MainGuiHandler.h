@@ -71,8 +71,8 @@ public Q_SLOTS:
 
 private:
     struct ShowRule;
-    static const NotifyRule<MainGuiHandler> kNotifyRules[22];
-    static const ShowRule kShowRules[7];
+    static const NotifyRule<MainGuiHandler> kNotifyRules[];
+    static const ShowRule kShowRules[];
 
     void DeclareVariables();
     void FollowSettings();

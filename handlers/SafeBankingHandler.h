@@ -35,7 +35,7 @@ public Q_SLOTS:
     void OnNotify(VariableIdentifier identifier);
 
 private:
-    static const NotifyRule<SafeBankingHandler> kNotifyRules[4];
+    static const NotifyRule<SafeBankingHandler> kNotifyRules[];
 
     void OnFlyerDetailsHidden();
     void OnSessionClosed();

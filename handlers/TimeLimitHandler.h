@@ -28,7 +28,7 @@ public Q_SLOTS:
     void OnNotify(VariableIdentifier identifier);
 
 private:
-    static const NotifyRule<TimeLimitHandler> kNotifyRules[2];
+    static const NotifyRule<TimeLimitHandler> kNotifyRules[];
 
     static void SaveDailyTimeLimits(Settings::Time& time, int hours, const std::string& timeSlots);
 

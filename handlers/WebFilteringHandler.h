@@ -39,7 +39,7 @@ public Q_SLOTS:
     void OnNotify(VariableIdentifier identifier);
 
 private:
-    static const NotifyRule<WebFilteringHandler> kNotifyRules[6];
+    static const NotifyRule<WebFilteringHandler> kNotifyRules[];
 
     void OnChildMode();
     void OnTeenMode();

@@ -47,8 +47,8 @@ public Q_SLOTS:
     void OnNotify(VariableIdentifier identifier);
 
 private:
-    static const NotifyRule<WebsiteListHandler> kNotifyRules[3];
-    static const NotifyRule<WebsiteListHandler> kDeniedRules[2];
+    static const NotifyRule<WebsiteListHandler> kNotifyRules[];
+    static const NotifyRule<WebsiteListHandler> kDeniedRules[];
 
     struct RowTexts;
 
