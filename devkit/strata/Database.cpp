@@ -16,7 +16,7 @@ void Statement::Prepare()
         return;
     }
     sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v3(m_connection, m_sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+    sqlite3_prepare_v3(m_connection, m_sql.Text(), -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
     m_statement.reset(statement);
 }
 
@@ -139,12 +139,12 @@ bool Database::BeginsAsDatabase()
                          std::string_view(start.data(), start.size()) == Start);
 }
 
-bool Database::Execute(const char* sql)
+bool Database::Execute(Sql sql)
 {
-    return sqlite3_exec(m_connection.get(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+    return sqlite3_exec(m_connection.get(), sql.Text(), nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
-int64_t Database::Number(const char* sql, int64_t otherwise)
+int64_t Database::Number(Sql sql, int64_t otherwise)
 {
     Statement statement = MakeStatement(sql);
     return statement.Bind().Step() ? statement.Integer(0) : otherwise;

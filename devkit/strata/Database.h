@@ -12,12 +12,25 @@ struct sqlite3_stmt;
 namespace Strata
 {
 
+/// The text of a statement. Made of literals only, so that no other text ever gets into one: values are bound.
+class Sql
+{
+public:
+    template <std::size_t Size>
+    constexpr Sql(const char (&literal)[Size]) : m_text(literal)
+    {}
+    constexpr const char* Text() const { return m_text; }
+
+private:
+    const char* m_text;
+};
+
 /// A statement, prepared when it is first bound. Texts are bound without a copy: they must live until the statement has
 /// been reset. It must not outlive its connection.
 class Statement
 {
 public:
-    Statement(sqlite3* connection, const char* sql) : m_connection(connection), m_sql(sql) {}
+    Statement(sqlite3* connection, Sql sql) : m_connection(connection), m_sql(sql) {}
 
     /// Binds the parameters from the first on and makes the statement ready to step.
     template <class... Values>
@@ -52,7 +65,7 @@ private:
         void operator()(sqlite3_stmt* statement) const;
     };
     sqlite3* m_connection;
-    const char* m_sql;
+    Sql m_sql;
     std::unique_ptr<sqlite3_stmt, Finalize> m_statement;
     bool m_failed = false;
 };
@@ -72,10 +85,10 @@ public:
     /// Whether the file begins as a database does, or is empty. SQLite does not look while a log says what is in the
     /// file, and would write the log over whatever is there.
     bool BeginsAsDatabase();
-    bool Execute(const char* sql);
+    bool Execute(Sql sql);
     /// The integer that `sql` gives in its first column and row; `otherwise` if it gives none or fails.
-    int64_t Number(const char* sql, int64_t otherwise);
-    Statement MakeStatement(const char* sql) { return Statement(m_connection.get(), sql); }
+    int64_t Number(Sql sql, int64_t otherwise);
+    Statement MakeStatement(Sql sql) { return Statement(m_connection.get(), sql); }
 
     /// Leaves the file as it is when the connection closes, instead of writing the log back into it; for a connection
     /// that only reads, or a file that turned out not to be ours.

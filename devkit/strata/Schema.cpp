@@ -22,7 +22,7 @@ constexpr int64_t Version = 1;
 // `entries` has rows and an index: in a table that is its own index (WITHOUT ROWID), looking for one key reads the
 // values of others, and one list of 100,000 websites makes every write of the store a hundred times as dear. Stores
 // that were made so are served by the same statements.
-constexpr const char* Create = R"(
+constexpr char Create[] = R"(
 CREATE TABLE entries (
     scope TEXT NOT NULL,
     key TEXT NOT NULL,
