@@ -106,8 +106,8 @@ private:
 
 std::unique_ptr<Stamp> Stamp::Open(const std::string& path)
 {
-    constexpr mode_t Everyone = 0666; // less the process's mask, as for the store itself
-    FileDescriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, Everyone));
+    constexpr mode_t AsTheStore = 0644; // the mode that SQLite gives the store itself, less the process's mask
+    FileDescriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, AsTheStore));
     const bool writable = file.Get() >= 0;
     FileDescriptor source = writable ? std::move(file) : FileDescriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     constexpr auto Size = static_cast<off_t>(sizeof(SharedWord));
