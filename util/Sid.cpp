@@ -1,23 +1,10 @@
 #include "util/Sid.h"
 
 #include "platform/Sessions.h"
+#include "platform/SidText.h"
 
-#include <array>
 #include <cwchar>
 #include <utility>
-
-namespace
-{
-
-constexpr std::size_t HeaderSize = 8;
-constexpr std::size_t MaximumSubAuthorities = 15;
-
-std::uint32_t SubAuthority(const std::uint8_t* bytes)
-{
-    return bytes[0] | std::uint32_t{bytes[1]} << 8 | std::uint32_t{bytes[2]} << 16 | std::uint32_t{bytes[3]} << 24;
-}
-
-} // namespace
 
 Sid::Sid(const std::wstring& accountName)
 {
@@ -46,32 +33,7 @@ Sid::Sid(const std::wstring& accountName)
 
 std::wstring Sid::ToString() const
 {
-    if (m_bytes.size() < HeaderSize || m_bytes[1] > MaximumSubAuthorities ||
-        m_bytes.size() < HeaderSize + 4u * m_bytes[1])
-    {
-        return {};
-    }
-    std::uint64_t authority = 0;
-    for (std::size_t i = 2; i < HeaderSize; ++i)
-    {
-        authority = authority << 8 | m_bytes[i];
-    }
-    std::wstring text = L"S-" + std::to_wstring(m_bytes[0]) + L"-";
-    if (authority <= 0xFFFFFFFF)
-    {
-        text += std::to_wstring(authority);
-    }
-    else
-    {
-        std::array<wchar_t, 16> hex{};
-        std::swprintf(hex.data(), hex.size(), L"0x%012llX", static_cast<unsigned long long>(authority));
-        text += hex.data();
-    }
-    for (std::size_t i = 0; i < m_bytes[1]; ++i)
-    {
-        text += L"-" + std::to_wstring(SubAuthority(&m_bytes[HeaderSize + 4 * i]));
-    }
-    return text;
+    return Platform::SidText(m_bytes);
 }
 
 std::optional<std::uint32_t> Sid::RelativeId() const

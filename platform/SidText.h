@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace Platform
+{
+
+/// The text of a security identifier in the binary form of Windows, "S-1-..."; empty for bytes that are no SID.
+std::wstring SidText(const std::vector<std::uint8_t>& sid);
+
+} // namespace Platform
