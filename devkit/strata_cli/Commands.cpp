@@ -208,10 +208,11 @@ ExitCode Run(const Arguments& arguments)
     {
         return SeedScopes(arguments);
     }
-    StoreScope scope(arguments.scope.value_or("user"));
+    const std::string name = arguments.scope.value_or("user");
+    StoreScope scope(name);
     if (scope.Result() == ORB_STRATA_INVALID_ARGUMENT)
     {
-        return Misuse("\"" + *arguments.scope + "\" is neither system, user nor a SID.");
+        return Misuse("\"" + name + "\" is neither system, user nor a SID.");
     }
     return scope.IsOpen() ? command->run(scope, arguments) : Complain(scope);
 }
