@@ -307,7 +307,7 @@ void Formatter<Char>::PutInteger(const FormatConversion& conversion)
         PutDigits(conversion, NextUnsigned(conversion.size), "", 10);
         return;
     case 'o':
-        PutDigits(conversion, NextUnsigned(conversion.size), conversion.alternate ? "0" : "", 8);
+        PutDigits(conversion, NextUnsigned(conversion.size), "", 8);
         return;
     default: {
         const std::uint64_t value = NextUnsigned(conversion.size);
@@ -341,7 +341,8 @@ void Formatter<Char>::PutDigits(const FormatConversion& conversion, std::uint64_
     }
     const auto count = static_cast<int>(end - begin);
     const auto prefixLength = static_cast<int>(std::char_traits<char>::length(prefix));
-    int zeros = std::max(0, (conversion.precision < 0 ? 1 : conversion.precision) - count);
+    const int fewest = base == 8 && conversion.alternate ? 1 : 0; // the alternate octal form begins with a zero
+    int zeros = std::max(fewest, (conversion.precision < 0 ? 1 : conversion.precision) - count);
     if (conversion.zero && !conversion.left && conversion.precision < 0)
     {
         zeros = std::max(zeros, conversion.width - prefixLength - count);

@@ -49,6 +49,7 @@ TEST(Format, IntegersHaveTheSizesOfWindows)
               L"ff FF 0xff 10 002a      007|3   | 5");
     EXPECT_EQ(Wide(L"%+02d:%02d %+02d:%02d", 2, 0, -3, -30), L"+2:00 -3:-30");
     EXPECT_EQ(Wide(L"%.0d|%.0d", 0, 1), L"|1");
+    EXPECT_EQ(Wide(L"%#o|%#o|%#.5o|%#.0o|%#05o", 0, 8, 8, 0, 8), L"0|010|00010|0|00010");
 }
 
 TEST(Format, PointersHaveAllTheirDigits)
