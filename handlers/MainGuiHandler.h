@@ -35,7 +35,7 @@ public:
     /// Carries out a switch move ("MoveOn", "MoveOff") that the page wrote into the variable.
     void SaveFeatureSwitch(const VariableIdentifier& id);
 
-    /// Allows a site from now on. False for an empty URL.
+    /// Allows a site from now on. False for a URL that is empty or that the store cannot hold (Site::IsAddress()).
     bool SaveAllowedUrl(const QString& url);
 
     /// The elevated settings; empty when no page needs them.

@@ -72,6 +72,11 @@ bool MainGuiHandler::SaveAllowedUrl(const QString& url)
         LOG(log, 3, L"%s: Cannot save an empty URL");
         return false;
     }
+    if (!Settings::Site::IsAddress(address))
+    {
+        LOG(log, 3, L"%s: Cannot save a URL that is no address");
+        return false;
+    }
     if (m_adminHandle)
     {
         m_adminHandle->WritableSettings().internal.sites.Add(Settings::Site(address, true, std::string()));

@@ -233,6 +233,11 @@ void WebsiteListHandler::AddNewItem(const QString& url, bool allowed)
         return;
     }
     const std::string address = UrlUtil::GetPunycodeUrl(url.toStdWString());
+    if (!Settings::Site::IsAddress(address))
+    {
+        LOG(log, 2, L"%s: New item is no address");
+        return;
+    }
     LOG(log, 5, L"%s: Adding url, punycoded format: %hs", address.c_str());
     const auto saveController = GetSaveController();
     if (!saveController)
@@ -255,7 +260,7 @@ void WebsiteListHandler::EditOldItem(const QVariant& edit, bool allowed)
         LOG(log, 2, L"%s: Edited item's original is empty");
         return;
     }
-    if (!url.isEmpty()) // else the original stays, and adding tells why
+    if (Settings::Site::IsAddress(url.toStdString())) // else the original stays, and adding tells why
         Remove(original);
     AddNewItem(url, allowed);
 }

@@ -20,6 +20,12 @@ public:
     /// What a set is searched with: equivalent to the site of this address, which may be any text. No value.
     static Site Key(std::string url);
 
+    /// Whether a site may have this address: it is not empty, and holds no NUL, at which the store would cut it.
+    static bool IsAddress(const std::string& text) noexcept
+    {
+        return !text.empty() && text.find('\0') == std::string::npos;
+    }
+
     bool WriteTo(StrataSettings::StrataObject& record) const;
 
     friend bool operator<(const Site& left, const Site& right) noexcept { return left.Url < right.Url; }

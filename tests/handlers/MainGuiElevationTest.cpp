@@ -122,16 +122,19 @@ TEST_F(MainGuiTest, AnAllowedUrlIsAddedAndTheHandleDropped)
     EXPECT_EQ(2u, OpenHandles());
 }
 
-TEST_F(MainGuiTest, AnEmptyUrlIsRefused)
+TEST_F(MainGuiTest, AUrlThatIsEmptyOrThatTheStoreWouldCutIsRefused)
 {
     StartMainGui();
     int reloads = 0;
     QObject::connect(m_mainGui.get(), &MainGuiHandler::ReloadAllowedWebsitesList, [&] { ++reloads; });
-    m_host.PageSets(Ids::kSaveAllowedUrl, "");
-    EXPECT_EQ(0, reloads);
-    EXPECT_THAT(WrittenKeys(), IsEmpty());
-    EXPECT_THAT(LogCapture::Take(4),
-                testing::Contains(LogLine{3, "MainGuiHandler::SaveAllowedUrl: Cannot save an empty URL"}));
+    const auto expectRefused = [&](const QString& url, const std::string& message) {
+        m_host.PageSets(Ids::kSaveAllowedUrl, url);
+        EXPECT_EQ(0, reloads);
+        EXPECT_THAT(WrittenKeys(), IsEmpty());
+        EXPECT_THAT(LogCapture::Take(4), testing::Contains(LogLine{3, "MainGuiHandler::SaveAllowedUrl: " + message}));
+    };
+    expectRefused("", "Cannot save an empty URL");
+    expectRefused(QStringLiteral("a.exa") + QChar(0) + "mple", "Cannot save a URL that is no address");
     EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
 }
 

@@ -155,6 +155,7 @@ TEST_F(WebsiteListTest, BadEditsAreReportedClearedAndLoseNothing)
     OpenPage();
     m_host.PageSets(kAllowedItem, QVariantMap{{"new", "a.example"}});
     TakeWrites();
+    const QString cutByTheStore = QStringLiteral("b.exa") + QChar(0) + "mple";
     for (const Row& row :
          {Row{{{"paint", "a.example"}}, "WebsiteListHandler::HandleAllowedActionItem: Unsupported allowed action"},
           Row{{{"new", ""}}, "WebsiteListHandler::AddNewItem: New item empty"},
@@ -163,7 +164,10 @@ TEST_F(WebsiteListTest, BadEditsAreReportedClearedAndLoseNothing)
               "WebsiteListHandler::EditOldItem: Edited item's original is empty"},
           Row{{{"edit", "text"}}, "WebsiteListHandler::EditOldItem: Edited item's original is empty"},
           Row{{{"edit", QVariantMap{{"old", "a.example"}, {"new", ""}}}},
-              "WebsiteListHandler::AddNewItem: New item empty"}})
+              "WebsiteListHandler::AddNewItem: New item empty"},
+          Row{{{"new", cutByTheStore}}, "WebsiteListHandler::AddNewItem: New item is no address"},
+          Row{{{"edit", QVariantMap{{"old", "a.example"}, {"new", cutByTheStore}}}},
+              "WebsiteListHandler::AddNewItem: New item is no address"}})
     {
         LogCapture::Expect(2, row.message);
         m_host.PageSets(kAllowedItem, row.item);
