@@ -58,6 +58,16 @@ bool IsAsciiAllowedInName(char32_t code)
     return code == U'-' || code == U'_' || (code >= U'0' && code <= U'9') || (code >= U'a' && code <= U'z');
 }
 
+/// A compatibility form may be in upper case, and its lower case may have a compatibility form.
+QString LowerCompatibilityForm(QString label)
+{
+    for (int pass = 0; pass < 2; ++pass)
+    {
+        label = label.toLower().normalized(QString::NormalizationForm_KC);
+    }
+    return label;
+}
+
 /// Nothing: the label has no ASCII form.
 std::optional<std::string> ToAscii(std::wstring_view label)
 {
@@ -69,10 +79,8 @@ std::optional<std::string> ToAscii(std::wstring_view label)
     {
         return std::nullopt;
     }
-    const QVector<uint> codes = QString::fromWCharArray(label.data(), static_cast<int>(label.size()))
-                                    .toLower()
-                                    .normalized(QString::NormalizationForm_KC)
-                                    .toUcs4();
+    const QVector<uint> codes =
+        LowerCompatibilityForm(QString::fromWCharArray(label.data(), static_cast<int>(label.size()))).toUcs4();
     const std::u32string text(codes.begin(), codes.end());
     // The compatibility form of a character may hold what ends a host or makes it another one.
     const bool isName =

@@ -35,6 +35,7 @@ TEST(PunycodeUrl, ConvertsTheHostLabelByLabel)
     EXPECT_EQ(GetPunycodeUrl(L"http://u\u0308.de"), "http://xn--tda.de");
     EXPECT_EQ(GetPunycodeUrl(L"http://\uFF45\uFF58.de"), "http://ex.de");
     EXPECT_EQ(GetPunycodeUrl(L"http://\u0430\u0062\u4E2D.de").rfind("http://xn--", 0), 0U);
+    EXPECT_EQ(GetPunycodeUrl(L"http://\U0001D6A8\u03B2.gr"), GetPunycodeUrl(L"http://\u03B1\u03B2.gr"));
     EXPECT_EQ(GetPunycodeUrl(L"http://\U0001F600.ws"), "http://xn--e28h.ws");
 }
 
