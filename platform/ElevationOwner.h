@@ -15,7 +15,7 @@ public:
     ElevationOwner& operator=(const ElevationOwner&) = delete;
 
 private:
-    void* m_window = nullptr;
+    [[maybe_unused]] void* m_window = nullptr; // a platform may have none
 };
 
 } // namespace Platform
