@@ -144,8 +144,14 @@ void WebFilteringHandler::Save()
     if (!saveController)
         return;
 
+    const QVariant categoriesFilter = m_variables.Get(kCategoriesFilter);
+    if (!categoriesFilter.isValid())
+    {
+        LOG(log, 3, L"%s: categories_filter is not set"); // nothing is shown yet that could be saved
+        return;
+    }
     VdnSettings& settings = saveController->WritableSettings();
-    const bool categoryMode = m_variables.Get(kCategoriesFilter).toBool();
+    const bool categoryMode = categoriesFilter.toBool();
     settings.webFiltering.childMode.Set(!categoryMode);
     if (categoryMode)
         SetCategoriesToStrata(settings.categories, m_variables.Get(kCategories).toMap());

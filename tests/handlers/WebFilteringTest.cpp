@@ -164,6 +164,19 @@ TEST_F(WebFilteringTest, AMapWithoutCategoriesStillSavesTheMode)
     EXPECT_THAT(WrittenKeys(), IsEmpty());
 }
 
+TEST_F(WebFilteringTest, APageThatWasNotLoadedSavesNothing)
+{
+    Start();
+    Put(kUser, kChildModeKey, false);
+    Settle();
+    m_host.PageFires("@ContentControl\\Triggers:request_show_website_list");
+    LogCapture::Take();
+    m_host.PageFires(kSave);
+    EXPECT_THAT(LogCapture::Take(4),
+                ElementsAre(LogLine{3, "WebFilteringHandler::Save: categories_filter is not set"}));
+    EXPECT_EQ(0, Find(kUser, kChildModeKey).number);
+}
+
 TEST_F(WebFilteringTest, TheWizardsChoiceOnlyTurnsItsPage)
 {
     Start();
