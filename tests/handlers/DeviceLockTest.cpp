@@ -182,6 +182,8 @@ TEST_F(DeviceLockTest, ALockTellsWhenItEnds)
     EXPECT_EQ("Until morgen 07:00", until("2027-01-01T06:00:00"));
     m_host.PageSets("@Veridan\\TimeLock\\Strings:today", "heute");
     EXPECT_EQ("Until heute 20:00", until("2026-12-31T19:00:00"));
+    m_clock.Set("2026-12-31T23:30:00"); // local time is in the next year
+    EXPECT_EQ("Until heute 08:00", until("2027-01-01T07:00:00"));
 }
 
 TEST_F(DeviceLockTest, ALocksEndIsToldInTheTimeThatHoldsThen)

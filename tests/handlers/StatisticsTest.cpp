@@ -116,6 +116,8 @@ TEST_F(StatisticsTest, AnotherDateRepublishesAndTheSameDoesNot)
     EXPECT_EQ(5u, m_host.Take("set").size());
     EXPECT_THAT(LogCapture::Take(5), Contains(LogLine{5, "StatisticsHandler::timerEvent: Date changed"}));
     EXPECT_THAT(Entries(kWeek), ElementsAre("=2 checked"));
+    PassMinute();
+    EXPECT_THAT(m_host.Take("set"), IsEmpty());
     m_clock.Advance(7 * 86400); // the clock is set forward
     PassMinute();
     EXPECT_EQ("", m_host.Text(kWeek));

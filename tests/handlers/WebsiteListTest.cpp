@@ -176,7 +176,8 @@ TEST_F(WebsiteListTest, BadEditsAreReportedClearedAndLoseNothing)
     LogCapture::Expect(2, "WebsiteListHandler::HandleDeniedActionItem: Unsupported denied action");
     m_host.PageSets(kDeniedItem, QVariantMap{{"paint", 1}});
     EXPECT_THAT(WrittenKeys(), IsEmpty());
-    EXPECT_EQ("[" + SiteJson("a.example", true) + "]", StoredSites());
+    m_host.PageSets(kAllowedItem, QVariantMap{{"new", "b.example"}});
+    EXPECT_EQ("[" + SiteJson("a.example", true) + "," + SiteJson("b.example", true) + "]", StoredSites());
 }
 
 TEST_F(WebsiteListTest, ClearingEmptiesTheTableAtOnceAndKeepsTheOtherList)
