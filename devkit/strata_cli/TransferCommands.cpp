@@ -12,6 +12,18 @@ namespace StrataCli
 namespace
 {
 
+/// Reads a file that Export has written. Done, or the code of what was complained of.
+ExitCode ReadItems(const std::string& file, Items& items)
+{
+    std::string json;
+    std::string error;
+    if (!ReadInput(file, json, error))
+    {
+        return Complain(Failed, error);
+    }
+    return Import(json, items, error) ? Done : Complain(Refused, file + ": " + error + ". Nothing was written.");
+}
+
 /// Writes what has no value yet; constraints that are there stay.
 ExitCode Seed(StoreScope& scope, Items items)
 {
@@ -51,17 +63,11 @@ ExitCode ExportScope(StoreScope& scope, const Arguments& arguments)
 
 ExitCode ImportScope(StoreScope& scope, const Arguments& arguments)
 {
-    const std::string& file = arguments.operands[0];
-    std::string json;
-    std::string error;
     Items items;
-    if (!ReadInput(file, json, error))
+    const ExitCode read = ReadItems(arguments.operands[0], items);
+    if (read != Done)
     {
-        return Complain(Failed, error);
-    }
-    if (!Import(json, items, error))
-    {
-        return Complain(Refused, file + ": " + error + ". Nothing was imported.");
+        return read;
     }
     return scope.Write(items) ? Done : Complain(scope);
 }
@@ -70,17 +76,11 @@ ExitCode ImportScope(StoreScope& scope, const Arguments& arguments)
 ExitCode SeedScopes(const Arguments& arguments)
 {
     const bool fromFile = !arguments.operands.empty();
-    const std::string file = fromFile ? arguments.operands[0] : ProgramFolder() + "/defaults.json";
-    std::string json;
-    std::string error;
     Items items;
-    if (!ReadInput(file, json, error))
+    const ExitCode read = ReadItems(fromFile ? arguments.operands[0] : ProgramFolder() + "/defaults.json", items);
+    if (read != Done)
     {
-        return Complain(Failed, error);
-    }
-    if (!Import(json, items, error))
-    {
-        return Complain(Refused, file + ": " + error + ". Nothing was written.");
+        return read;
     }
     std::vector<std::string> scopes = {arguments.scope.value_or("user")};
     if (!fromFile && !arguments.scope)
