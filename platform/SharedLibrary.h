@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace Platform
 {
@@ -11,9 +12,13 @@ class SharedLibrary
 {
 public:
     SharedLibrary() = default;
-    SharedLibrary(SharedLibrary&& other) noexcept;
-    SharedLibrary& operator=(SharedLibrary&& other) noexcept;
-    ~SharedLibrary();
+    SharedLibrary(SharedLibrary&& other) noexcept : m_module(std::exchange(other.m_module, nullptr)) {}
+    SharedLibrary& operator=(SharedLibrary&& other) noexcept
+    {
+        std::swap(m_module, other.m_module);
+        return *this;
+    }
+    ~SharedLibrary() { Unload(); }
 
     /// Loads the library of this absolute path. Returns 0 or the system's error number; a path that is not absolute is
     /// ErrorBadPathname. What the library itself needs is looked for beside it, not in the current folder.

@@ -12,19 +12,6 @@
 namespace Platform
 {
 
-SharedLibrary::SharedLibrary(SharedLibrary&& other) noexcept : m_module(std::exchange(other.m_module, nullptr)) {}
-
-SharedLibrary& SharedLibrary::operator=(SharedLibrary&& other) noexcept
-{
-    std::swap(m_module, other.m_module);
-    return *this;
-}
-
-SharedLibrary::~SharedLibrary()
-{
-    Unload();
-}
-
 std::uint32_t SharedLibrary::Load(const std::wstring& path)
 {
     Unload();
