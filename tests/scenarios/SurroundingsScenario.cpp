@@ -148,6 +148,7 @@ TEST(SurroundingsScenario, FlyersAreSeenPressedAndClosed)
     host.Do("flyer.fault", {{"function", "NlFlyer_ShowFlyer"}, {"code", 9}, {"count", 0}});
     host.Trigger("@Unruly:advertise");
     EXPECT_EQ(host.Do("flyers").toList().last().toMap().value("state"), "created");
+    host.Fails("flyer.press", {{"flyer", 3}, {"button", 0}});
 }
 
 TEST(SurroundingsScenario, ElevationIsAnsweredAsTold)
