@@ -1,10 +1,10 @@
 #include "tests/logging/LogFixture.h"
 
 #include "logging/FileAccess.h"
+#include "tests/support/ChildProcess.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QProcess>
 
 #include <cwchar>
 #include <map>
@@ -24,9 +24,9 @@ constexpr int kDeadline = 120000;
 class Processes : public LogFixture
 {
 protected:
-    std::unique_ptr<QProcess> Start(const QStringList& arguments)
+    std::unique_ptr<ChildProcess> Start(const QStringList& arguments)
     {
-        auto process = std::make_unique<QProcess>();
+        auto process = std::make_unique<ChildProcess>();
         process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
         process->start(QCoreApplication::applicationDirPath() + QStringLiteral("/log_writer"), arguments);
         EXPECT_TRUE(process->waitForStarted());
@@ -63,7 +63,7 @@ TEST_F(Processes, ShareAFileWithoutLosingSplittingOrReorderingALine)
     constexpr int kThreads = 4;
     constexpr int kLines = 50000 / (kProcesses * kThreads) + 1;
     constexpr int kMaximumKB = 64;
-    std::vector<std::unique_ptr<QProcess>> processes;
+    std::vector<std::unique_ptr<ChildProcess>> processes;
     for (int id = 0; id < kProcesses; ++id)
     {
         // Just enough files to hold all lines: a rotation too many would lose some.

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QProcess>
+#include "tests/support/ChildProcess.h"
+
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QVariant>
@@ -71,7 +72,7 @@ private:
 
     QTemporaryDir m_temporary;
     QString m_dataFolder;
-    QProcess m_process;
+    ChildProcess m_process;
     QByteArray m_output;
     QByteArray m_errors;
     QVariantMap m_hello;

@@ -1,7 +1,7 @@
 // The host as a person has it, over plain pipes.
 
 #include "tests/scenarios/HostProcess.h"
-#include "tests/support/RequestEnd.h"
+#include "tests/support/ChildProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,8 @@ constexpr int DeadlineMs = 20000;
 class InteractiveHost
 {
 public:
-    explicit InteractiveHost(const QStringList& options)
+    explicit InteractiveHost(const QStringList& options, ChildProcess::Console console = ChildProcess::Console::None)
+        : m_process(console)
     {
         m_process.setProcessChannelMode(QProcess::MergedChannels);
         m_process.start(HostProcess::Program(), options);
@@ -60,11 +61,11 @@ public:
         return ended && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }
 
-    bool Terminate() { return RequestEnd(m_process.processId()); }
+    bool Terminate() { return m_process.RequestEnd(); }
     const QByteArray& Output() const { return m_output; }
 
 private:
-    QProcess m_process;
+    ChildProcess m_process;
     QByteArray m_output;
     int m_read = 0;
 };
@@ -123,7 +124,7 @@ TEST(InteractiveScenario, EndOfInputEndsItAfterTheLastCommand)
 TEST(InteractiveScenario, TerminationSignalEndsItCleanly)
 {
     QTemporaryDir folder;
-    InteractiveHost host({"--data", folder.path()});
+    InteractiveHost host({"--data", folder.path()}, ChildProcess::Console::Own);
     EXPECT_TRUE(host.Shows("lists the commands"));
     ASSERT_TRUE(host.Terminate());
     EXPECT_EQ(host.AwaitEnd(), 0);

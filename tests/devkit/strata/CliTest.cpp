@@ -168,7 +168,7 @@ TEST_F(Cli, SeedWritesOnlyWhatHasNoValue)
 
 TEST_F(Cli, WatchPrintsChangesOfAnotherProcessUntilItIsInterrupted)
 {
-    Program watch("strata", {"--data", Path("."), "watch", "common.", "--json"});
+    Program watch("strata", {"--data", Path("."), "watch", "common.", "--json"}, ChildProcess::Console::Own);
     watch.Process().setReadChannel(QProcess::StandardError);
     EXPECT_THAT(watch.Line(), HasSubstr("watching"));
     watch.Process().setReadChannel(QProcess::StandardOutput);

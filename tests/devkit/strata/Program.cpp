@@ -10,7 +10,7 @@ constexpr int PatienceMs = 100000;
 
 } // namespace
 
-Program::Program(const char* name, const QStringList& arguments)
+Program::Program(const char* name, const QStringList& arguments, ChildProcess::Console console) : m_process(console)
 {
     m_process.start(QDir(QCoreApplication::applicationDirPath()).filePath(QString::fromUtf8(name)), arguments);
     m_process.waitForStarted(PatienceMs);

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "tests/support/RequestEnd.h"
+#include "tests/support/ChildProcess.h"
 
 #include <QByteArray>
-#include <QProcess>
 #include <QStringList>
 
 #include <string>
@@ -12,7 +11,8 @@
 class Program
 {
 public:
-    Program(const char* name, const QStringList& arguments);
+    Program(const char* name, const QStringList& arguments,
+            ChildProcess::Console console = ChildProcess::Console::None);
     /// Kills it if it still runs.
     ~Program();
 
@@ -23,11 +23,11 @@ public:
     int ExitCode();
     void Kill() { m_process.kill(); }
     /// Ctrl-C, where the system has a signal for it.
-    bool Terminate() { return RequestEnd(m_process.processId()); }
+    bool Terminate() { return m_process.RequestEnd(); }
     std::string RestOfOutput();
     std::string Errors();
     QProcess& Process() { return m_process; }
 
 private:
-    QProcess m_process;
+    ChildProcess m_process;
 };
