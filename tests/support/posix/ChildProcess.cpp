@@ -6,5 +6,5 @@ ChildProcess::ChildProcess(Console) {}
 
 bool ChildProcess::RequestEnd()
 {
-    return kill(static_cast<pid_t>(processId()), SIGTERM) == 0;
+    return ::kill(static_cast<pid_t>(processId()), SIGTERM) == 0;
 }
