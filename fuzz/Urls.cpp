@@ -53,13 +53,15 @@ struct Difference
 void RequireOnlyTheHostChanged(const std::string& url, const Difference& change)
 {
     const auto scheme = url.find("://");
-    const std::size_t authority = scheme == std::string::npos ? 0 : scheme + 3;
+    const bool hasScheme = scheme != std::string::npos && url.find_first_of("/\\?#") == scheme + 1;
+    const std::size_t authority = hasScheme ? scheme + 3 : 0;
     const auto authorityEnd = url.find_first_of("/\\?#", authority);
     Require(change.begin >= authority, "a scheme stays as it is");
     Require(change.before.empty() || change.begin < authorityEnd, "a path stays as it is");
     Require(change.before.find_first_of("/\\?#@:") == std::string_view::npos, "user and port stay as they are");
-    Require(change.after.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-_.") == std::string_view::npos,
-            "a host becomes letters, digits and dots");
+    const bool isAscii = std::all_of(change.after.begin(), change.after.end(),
+                                     [](char unit) { return static_cast<unsigned char>(unit) < 0x80; });
+    Require(isAscii && change.after.find_first_of("/\\?#@:") == std::string_view::npos, "a host becomes an ASCII host");
 }
 
 /// A name has one ASCII form: browsers look no other one up.
@@ -67,6 +69,8 @@ void RequireCanonicalLabels(std::string_view url)
 {
     for (auto at = url.find(kPrefix); at != std::string_view::npos; at = url.find(kPrefix, at + 1))
     {
+        if (at > 0 && std::string_view("./@").find(url[at - 1]) == std::string_view::npos)
+            continue; // inside a label
         const auto begin = at + kPrefix.size();
         const auto label = DecodePunycode(url.substr(begin, url.find_first_of("./\\?#:", begin) - begin));
         Require(label.has_value(), "a label that was made is Punycode");
