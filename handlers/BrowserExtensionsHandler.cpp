@@ -94,9 +94,11 @@ void BrowserExtensionsHandler::ReinstallExtensions()
     }
 
     m_variables.Fire(kShowReinstallDialog);
-    auto& trigger = settings->WritableSettings().internal.reinstallExtensions;
-    trigger.Set(Next(trigger.Get()));
-    const bool saved = settings->Save();
+    const auto counted = settings->WritableSettings().internal.reinstallExtensions.ChangeStored([](int& counter) {
+        counter = Next(counter);
+        return true;
+    });
+    const bool saved = counted != StrataSettings::SetResult::Unreadable && settings->Save();
     mainGui->ReleaseUnusedAdminHandle();
     if (!saved)
     {

@@ -183,7 +183,7 @@ void WebsiteListHandler::Clear(const VariableIdentifier& table, bool allowed)
 
 bool WebsiteListHandler::RemoveAll(StrataSettings::PropertySet<Settings::Site>& list, bool allowed)
 {
-    const auto result = list.ChangeElements([allowed](Sites& sites) {
+    const auto result = list.ChangeStored([allowed](Sites& sites) {
         const std::size_t before = sites.size();
         for (auto site = sites.begin(); site != sites.end();)
             site = site->allowed == allowed ? sites.erase(site) : std::next(site);

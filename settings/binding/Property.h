@@ -54,6 +54,16 @@ public:
         return SetResult::Stored;
     }
 
+    /// As Change(), for an edit that builds on what the store holds: an unread value is loaded first. Unreadable when
+    /// that fails.
+    template <class Edit>
+    SetResult ChangeStored(Edit&& edit)
+    {
+        if (IsUnread())
+            Load();
+        return ReadFailed() ? SetResult::Unreadable : Change(std::forward<Edit>(edit));
+    }
+
     /// Looks at the value under the property's mutex; `look` must not call back.
     template <class Look>
     auto Inspect(Look&& look) const

@@ -75,6 +75,12 @@ bool PropertyBase::ReadFailed() const
     return m_readFailed;
 }
 
+void PropertyBase::MarkReadFailed()
+{
+    const std::lock_guard lock(m_mutex);
+    m_readFailed = true;
+}
+
 void PropertyBase::MarkChanged()
 {
     const std::lock_guard lock(m_mutex);

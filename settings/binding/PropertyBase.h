@@ -72,6 +72,9 @@ public:
     /// Takes value, constraints and state of a property of the same type.
     virtual void CopyFrom(const PropertyBase& other) = 0;
 
+    /// Whether it has to be loaded again before anything may build on it.
+    virtual bool IsUnread() const { return ReadFailed(); }
+
     const Key& GetKey() const noexcept { return m_key; }
     bool IsEnforced() const noexcept { return (Constraints() & ORB_STRATA_CONSTRAINT_ENFORCED) != 0; }
     std::uint32_t Constraints() const noexcept { return m_constraints.load(); }
@@ -83,6 +86,9 @@ public:
 
     /// Whether the last load failed and the value was not replaced since: what the store holds is unknown.
     bool ReadFailed() const;
+
+    /// As after a failed load, where there is nothing to load from.
+    void MarkReadFailed();
 
     /// Marks the value changed, so that the next save writes it even where it is the default.
     void MarkChanged();

@@ -14,26 +14,35 @@ class PropertySet : public Property<std::set<Item>>
 public:
     PropertySet(Model* parent, Key key) : Property<std::set<Item>>(parent, std::move(key), {}) {}
 
-    /// Changes the set in place, as Change(), from what the store holds: where the last load failed, it is tried again,
-    /// since the whole set is saved and would replace elements that were never read. Unreadable when it fails again.
-    template <class Edit>
-    SetResult ChangeElements(Edit&& edit)
-    {
-        if (this->ReadFailed())
-            this->Load();
-        return this->ReadFailed() ? SetResult::Unreadable : this->Change(std::forward<Edit>(edit));
-    }
-
     /// Adds an element. Stored, or Unchanged when an equivalent element is there already.
     SetResult Insert(const Item& item)
     {
-        return ChangeElements([&item](std::set<Item>& items) { return items.insert(item).second; });
+        return this->ChangeStored([&item](std::set<Item>& items) { return items.insert(item).second; });
     }
 
     /// Removes the element equivalent to `item`. Stored, or Unchanged when there is none.
     SetResult Erase(const Item& item)
     {
-        return ChangeElements([&item](std::set<Item>& items) { return items.erase(item) != 0; });
+        return this->ChangeStored([&item](std::set<Item>& items) { return items.erase(item) != 0; });
+    }
+
+    /// Removes all elements, those that could not be read among them. Unchanged when there are none.
+    SetResult Clear()
+    {
+        return this->Change([this](std::set<Item>& items) {
+            const bool holdsSome = !items.empty() || this->m_readFailed || !this->m_readWhole;
+            items.clear();
+            return holdsSome;
+        });
+    }
+
+    /// The whole set is saved, and would replace elements that were never read: one that reads as empty although
+    /// something is stored is not believed at once.
+    bool IsUnread() const override
+    {
+        const std::lock_guard lock(this->m_mutex);
+        return this->m_readFailed ||
+               (!this->m_readWhole && this->m_value.empty() && this->m_state != ModificationState::Changed);
     }
 
 protected:
@@ -49,9 +58,11 @@ protected:
         const StrataObject object(OrbStrata_CreateObjectFromString(objectText));
         if (!object.Raw() || !OrbStrata_ObjectIsArray(object.Raw()))
             return;
-        bool whole = true;
-        this->Take(StoreCodec<std::set<Item>>::FromArray(object, whole), ModificationState::InStep);
-        this->m_readWhole = whole;
+        const auto content = StoreCodec<std::set<Item>>::FromArray(object);
+        if (content.result != ORB_STRATA_SUCCESS)
+            return;
+        this->Take(content.items, ModificationState::InStep);
+        this->m_readWhole = content.whole;
     }
 };
 

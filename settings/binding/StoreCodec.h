@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 namespace StrataSettings
 {
@@ -79,19 +80,27 @@ struct StoreCodec<std::set<Item>>
 {
     static_assert(std::is_base_of_v<SettingArrayItem, Item>);
 
-    /// `whole` tells whether the elements are all that was stored: no record lacked a field or equalled another one.
-    static std::set<Item> FromArray(const StrataObject& array, bool& whole)
+    struct Content
     {
         std::set<Item> items;
+        bool whole = false;                          ///< No record lacked a field or equalled another one.
+        OrbStrataResult result = ORB_STRATA_SUCCESS; ///< Why the records could not be read, else 0.
+    };
+
+    static Content FromArray(const StrataObject& array)
+    {
+        Content content;
         std::size_t records = 0;
         bool complete = true;
         const bool isArray = array.ForEach([&](const StrataObject& record) {
-            items.insert(items.end(), Item(record));
+            content.items.insert(content.items.end(), Item(record));
             complete = complete && record.ReadWhole();
+            content.result = content.result != ORB_STRATA_SUCCESS ? content.result : record.Failure();
             ++records;
         });
-        whole = isArray && complete && items.size() == records;
-        return items;
+        content.whole = isArray && complete && content.items.size() == records;
+        content.result = content.result != ORB_STRATA_SUCCESS ? content.result : array.Failure();
+        return content;
     }
 
     static OrbStrataResult Read(OrbStrataHandle handle, const wchar_t* key, std::set<Item>& value)
@@ -105,11 +114,17 @@ struct StoreCodec<std::set<Item>>
         OrbStrataResult result = ORB_STRATA_INVALID_HANDLE;
         const StrataObject array(OrbStrata_GetObject(handle, key, &result));
         if (result == ORB_STRATA_NOT_FOUND)
+        {
             value.clear();
-        else if (result == ORB_STRATA_SUCCESS)
-            value = FromArray(array, whole);
-        else
-            return result;
+            return ORB_STRATA_SUCCESS;
+        }
+        if (result != ORB_STRATA_SUCCESS || !array.Raw())
+            return result != ORB_STRATA_SUCCESS ? result : OrbStrataResult{ORB_STRATA_INVALID_HANDLE};
+        Content content = FromArray(array);
+        if (content.result != ORB_STRATA_SUCCESS)
+            return content.result;
+        value = std::move(content.items);
+        whole = content.whole;
         return ORB_STRATA_SUCCESS;
     }
 

@@ -18,7 +18,7 @@ bool StrataObject::Get(const wchar_t* field, bool& value) const
     if (result != ORB_STRATA_SUCCESS)
     {
         LOG(kGetLog, 5, L"%s: Failed to get boolean for key %ls, error: %du", field, static_cast<int>(result));
-        m_readWhole = false;
+        Missed(result);
         return false;
     }
     value = read;
@@ -32,7 +32,7 @@ bool StrataObject::Get(const wchar_t* field, std::int64_t& value) const
     if (result != ORB_STRATA_SUCCESS)
     {
         LOG(kGetLog, 5, L"%s: Failed to get int64 for key %ls, error: %du", field, static_cast<int>(result));
-        m_readWhole = false;
+        Missed(result);
         return false;
     }
     value = read;
@@ -46,11 +46,20 @@ bool StrataObject::Get(const wchar_t* field, std::string& value) const
     if (result != ORB_STRATA_SUCCESS || !read)
     {
         LOG(kGetLog, 5, L"%s: Failed to get string for key %ls, error: %du", field, static_cast<int>(result));
-        m_readWhole = false;
+        Missed(result);
         return false;
     }
     value = read.get();
     return true;
+}
+
+void StrataObject::Missed(OrbStrataResult result) const noexcept
+{
+    m_readWhole = false;
+    if (result == ORB_STRATA_SUCCESS)
+        m_failure = ORB_STRATA_STORE_FAILED; // no text, although it was read
+    else if (result != ORB_STRATA_NOT_FOUND && result != ORB_STRATA_WRONG_TYPE)
+        m_failure = result;
 }
 
 bool StrataObject::Set(const wchar_t* field, bool value)

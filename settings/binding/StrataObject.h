@@ -22,13 +22,17 @@ public:
 
     const OrbStrataObject* Raw() const noexcept { return m_object; }
 
-    /// Reads a field. False, after a log line, when it is missing or of another type; `value` is unchanged then.
+    /// Reads a field. False, after a log line, when it is missing, of another type or cannot be read; `value` is
+    /// unchanged then.
     bool Get(const wchar_t* field, bool& value) const;
     bool Get(const wchar_t* field, std::int64_t& value) const;
     bool Get(const wchar_t* field, std::string& value) const; // UTF-8
 
     /// Whether every field that was asked for so far could be read.
     bool ReadWhole() const noexcept { return m_readWhole; }
+
+    /// Why a field or the records could not be read, although they may be there; else 0.
+    OrbStrataResult Failure() const noexcept { return m_failure; }
 
     /// Writes a field of an owned record. False when the store library refuses it.
     bool Set(const wchar_t* field, bool value);
@@ -38,14 +42,21 @@ public:
     /// Appends a copy of the record to an owned array.
     bool PushBack(const StrataObject& record);
 
-    /// Calls `visit(const StrataObject&)` for each record in order; false, without a call, when this is no array.
+    /// Calls `visit(const StrataObject&)` for each record in order; false, without a call, when this is no array or its
+    /// records cannot be reached.
     template <class Visit>
     bool ForEach(Visit&& visit) const
     {
         if (!m_object || !OrbStrata_ObjectIsArray(m_object))
             return false;
+        OrbStrataIterator position = OrbStrata_ArrayBegin(m_object);
         const OrbStrataIterator end = OrbStrata_ArrayEnd(m_object);
-        for (OrbStrataIterator position = OrbStrata_ArrayBegin(m_object); position != end; ++position)
+        if (!position != !end)
+        {
+            m_failure = ORB_STRATA_STORE_FAILED;
+            return false;
+        }
+        for (; position != end; ++position)
             visit(StrataObject(Borrowed{OrbStrata_IteratorGetAssociatedObject(position)}));
         return true;
     }
@@ -62,9 +73,12 @@ private:
 
     explicit StrataObject(Borrowed borrowed) : m_object(borrowed.object) {}
 
+    void Missed(OrbStrataResult result) const noexcept;
+
     std::unique_ptr<OrbStrataObject, Deleter> m_owned;
     const OrbStrataObject* m_object;
     mutable bool m_readWhole = true;
+    mutable OrbStrataResult m_failure = ORB_STRATA_SUCCESS;
 };
 
 } // namespace StrataSettings
