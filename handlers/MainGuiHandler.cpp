@@ -196,8 +196,18 @@ void MainGuiHandler::OnAddWebsitesClosed()
 
 void MainGuiHandler::OnSettingsShown()
 {
+    LoadUnread();
     RecordMetricsEvent(kNotifyLog, "settings_gui_opened");
     m_variables.Fire(kLoadData);
+}
+
+/// A page that opens shows what could not be read before, if it can be read by now.
+void MainGuiHandler::LoadUnread()
+{
+    if (const auto system = m_systemSettings.lock())
+        system->Load();
+    if (const auto user = m_userSettings.lock())
+        user->Load();
 }
 
 void MainGuiHandler::OnSettingsClosed()
@@ -218,6 +228,7 @@ void MainGuiHandler::OnNotifyRequestShow(VariableIdentifier identifier)
     const FunctionLog log(L"MainGuiHandler::OnNotifyRequestShow");
     LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
 
+    LoadUnread();
     if (m_unusedUI == 0 && !m_variables.Get(kMainGuiVisible).toBool())
     {
         LoadUserData();

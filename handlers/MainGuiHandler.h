@@ -88,6 +88,7 @@ private:
     void OnUrlToSave(const VariableIdentifier& id);
     void OnSettingsShown();
     void OnSettingsClosed();
+    void LoadUnread();
     void OnSettingsSave();
 
     void PublishSwitch(const VariableIdentifier& state, const VariableIdentifier& status, bool on);

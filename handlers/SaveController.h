@@ -11,3 +11,10 @@ class MainGuiHandler;
 /// page's handler is gone or holds none; `initialized` is that word as the caller's log text spells it.
 std::shared_ptr<ElevatedSettings> SaveController(const FunctionLog& log, const std::weak_ptr<MainGuiHandler>& mainGui,
                                                  const wchar_t* initialized);
+
+/// Whether a page's value is somebody's choice: what it shows for want of a setting that could not be read is none.
+template <class T>
+bool IsChosen(const StrataSettings::Property<T>& shown, const T& value)
+{
+    return !shown.ReadFailed() || shown.Get() != value;
+}

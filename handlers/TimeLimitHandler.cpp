@@ -105,17 +105,24 @@ void TimeLimitHandler::Save()
         LOG(log, 3, L"%s: incorrect number of hours: %ls", limit.toString().toStdWString().c_str());
         return;
     }
-    SaveDailyTimeLimits(saveController->WritableSettings().time, hours, timeSlots);
+    const auto user = m_userSettings.lock();
+    SaveDailyTimeLimits(saveController->WritableSettings().time, hours, timeSlots,
+                        user ? &user->Settings().time : nullptr);
     saveController->Save();
 }
 
-void TimeLimitHandler::SaveDailyTimeLimits(Settings::Time& time, int hours, const std::string& timeSlots)
+void TimeLimitHandler::SaveDailyTimeLimits(Settings::Time& time, int hours, const std::string& timeSlots,
+                                           const Settings::Time* shown)
 {
     const EntryLog log(L"TimeLimitHandler::SaveDailyTimeLimits");
-    for (Settings::Quota& quota : time.quotas.days)
-        quota.Duration.Set(LimitOf(hours));
+    const auto* const shownLimit = shown ? &shown->quotas.days[kTuesday].Duration : nullptr;
+    if (!shownLimit || !shownLimit->ReadFailed() || HoursOf(shownLimit->Get()) != hours)
+    {
+        for (Settings::Quota& quota : time.quotas.days)
+            quota.Duration.Set(LimitOf(hours));
+    }
     if (timeSlots.empty())
         LOG(log, 3, L"%s: No data to parse");
-    else if (!time.curfews.FromLegacyUiString(timeSlots))
+    else if (!time.curfews.FromLegacyUiString(timeSlots, shown ? &shown->curfews : nullptr))
         LOG(log, 2, L"%s: Failed to parse %hs", timeSlots.c_str());
 }

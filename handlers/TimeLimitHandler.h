@@ -30,7 +30,9 @@ public Q_SLOTS:
 private:
     static const NotifyRule<TimeLimitHandler> kNotifyRules[];
 
-    static void SaveDailyTimeLimits(Settings::Time& time, int hours, const std::string& timeSlots);
+    /// Leaves what the page, loaded from `shown`, only shows for want of settings that could not be read.
+    static void SaveDailyTimeLimits(Settings::Time& time, int hours, const std::string& timeSlots,
+                                    const Settings::Time* shown);
 
     const std::weak_ptr<UserSettings> m_userSettings;
     const std::weak_ptr<MainGuiHandler> m_mainGui;

@@ -151,16 +151,24 @@ void WebFilteringHandler::Save()
         return;
     }
     VdnSettings& settings = saveController->WritableSettings();
+    const auto user = m_userSettings.lock();
+    const VdnSettings& shown = user ? user->Settings() : settings;
+    const auto take = [](StrataSettings::Property<bool>& property, const StrataSettings::Property<bool>& shownProperty,
+                         bool value) {
+        if (IsChosen(shownProperty, value))
+            property.Set(value);
+    };
     const bool categoryMode = categoriesFilter.toBool();
-    settings.webFiltering.childMode.Set(!categoryMode);
+    take(settings.webFiltering.childMode, shown.webFiltering.childMode, !categoryMode);
     if (categoryMode)
-        SetCategoriesToStrata(settings.categories, m_variables.Get(kCategories).toMap());
+        SetCategoriesToStrata(settings.categories, m_variables.Get(kCategories).toMap(), &shown.categories);
     else
-        settings.fragfinn.enabled.Set(m_variables.Get(kAllowFragfinn).toBool());
+        take(settings.fragfinn.enabled, shown.fragfinn.enabled, m_variables.Get(kAllowFragfinn).toBool());
     saveController->Save();
 }
 
-void WebFilteringHandler::SetCategoriesToStrata(Settings::Categories& categories, const QVariantMap& map)
+void WebFilteringHandler::SetCategoriesToStrata(Settings::Categories& categories, const QVariantMap& map,
+                                                const Settings::Categories* shown)
 {
     const EntryLog log(L"WebFilteringHandler::SetCategoriesToStrata");
     if (!map.contains(CategoriesEntry()))
@@ -169,11 +177,12 @@ void WebFilteringHandler::SetCategoriesToStrata(Settings::Categories& categories
         return;
     }
     const QVariantMap entries = map.value(CategoriesEntry()).toMap();
-    for (Settings::Category& category : categories.categories)
+    for (std::size_t i = 0; i < categories.categories.size(); ++i)
     {
+        Settings::Category& category = categories.categories[i];
         const QString key = KeyOf(category);
         const QVariant entry = entries.contains(key) ? entries.value(key) : GroupEntry(category, entries);
-        if (!entry.canConvert<bool>())
+        if (!entry.canConvert<bool>() || (shown && !IsChosen(shown->categories[i].allowed, entry.toBool())))
             continue;
         LOG(log, 5, L"%s: %S = %d (isAllowed=%d)", key.toStdString().c_str(), entry.toBool() ? 1 : 0,
             category.allowed.Get() ? 1 : 0);

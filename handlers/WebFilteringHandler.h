@@ -29,8 +29,9 @@ public:
     QVariantMap LoadCategoriesFromStrata(const Settings::Categories& categories);
 
     /// Takes such a map. A group's entry also stands for its members that have none of their own; unknown names are
-    /// skipped.
-    static void SetCategoriesToStrata(Settings::Categories& categories, const QVariantMap& map);
+    /// skipped, and so is what is no choice by what the page was loaded from (see IsChosen()), where that is not null.
+    static void SetCategoriesToStrata(Settings::Categories& categories, const QVariantMap& map,
+                                      const Settings::Categories* shown = nullptr);
 
     /// Table rows {"0": URL}, in list order.
     static QVariantList ConvertList(const std::set<Settings::Site>& sites);

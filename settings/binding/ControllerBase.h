@@ -27,7 +27,8 @@ public:
     ControllerBase& operator=(const ControllerBase&) = delete;
     virtual ~ControllerBase() = default;
 
-    /// Opens what is not open yet and loads what is not loaded yet. False when there is no store handle.
+    /// Opens what is not open yet and loads what is not loaded yet or could not be read. False when there is no store
+    /// handle.
     virtual bool Load() = 0;
 
     /// Writes what was changed and is not enforced. False without a handle or when the store refused a property.

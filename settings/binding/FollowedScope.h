@@ -24,11 +24,15 @@ public:
         m_listener->Subscribe();
     }
 
-    /// Loads once; later calls do nothing. Following starts first, so that no change falls between.
+    /// Loads once; later calls load only what could not be read so far. Following starts first, so that no change falls
+    /// between.
     bool LoadOnce(Observer* observer)
     {
         Follow(observer);
-        m_loaded = m_loaded || this->Load();
+        if (m_loaded)
+            this->Settings().LoadUnread(this->EffectiveHandle());
+        else
+            m_loaded = this->Load();
         return m_loaded;
     }
 

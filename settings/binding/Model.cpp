@@ -19,6 +19,14 @@ void Model::Load(OrbStrataHandle handle)
         std::visit([handle](auto* child) { child->Load(handle); }, node);
 }
 
+void Model::LoadUnread(OrbStrataHandle handle)
+{
+    ForEachProperty([handle](PropertyBase& property) {
+        if (property.IsUnread())
+            property.Load(handle);
+    });
+}
+
 bool Model::Save(OrbStrataHandle handle)
 {
     bool saved = true;

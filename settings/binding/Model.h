@@ -27,6 +27,9 @@ public:
 
     virtual void Load(OrbStrataHandle handle);
 
+    /// Loads the properties that are unread.
+    void LoadUnread(OrbStrataHandle handle);
+
     /// Saves what is changed and not enforced. Goes on after a failure; false when the store refused any property.
     virtual bool Save(OrbStrataHandle handle);
 

@@ -3,6 +3,7 @@
 #include "logging/FunctionLog.h"
 #include "logging/LogName.h"
 #include "settings/binding/Model.h"
+#include "settings/binding/PropertyBase.h"
 #include "settings/binding/StoreHandle.h"
 #include "settings/binding/TypeName.h"
 
@@ -98,6 +99,8 @@ private:
         const auto open = m_elevated ? OrbStrata_OpenElevatedHandle : OrbStrata_OpenHandle;
         m_handle = StoreHandle(open(m_storeArgument.c_str(), sid.c_str(), m_clientId.c_str(), &m_openResult));
         m_settings.SetHandle(EffectiveHandle());
+        if (!m_handle)
+            m_settings.ForEachProperty([](PropertyBase& property) { property.MarkReadFailed(); });
         if (m_openResult != ORB_STRATA_SUCCESS)
             LOG(log, 2, L"%s: Failed with error %d, strata handle not available", static_cast<int>(m_openResult));
         return static_cast<bool>(m_handle);

@@ -61,26 +61,24 @@ std::string Curfews::ToLegacyUiString() const
     return week;
 }
 
-bool Curfews::FromLegacyUiString(const std::string& week)
+bool Curfews::FromLegacyUiString(const std::string& week, const Curfews* shown)
 {
     if (!IsWeek(week))
         return false;
 
-    for (PropertySet<Curfew>& day : days)
-        day.ChangeElements([](std::set<Curfew>& ranges) {
-            const bool hadRanges = !ranges.empty();
-            ranges.clear();
-            return hadRanges;
-        });
-
     for (std::size_t block = 0; block < kDaysInWeek; ++block)
     {
+        const int number = kWeekFromMonday[block];
+        const auto day = static_cast<std::size_t>(number);
         const std::string hours = week.substr(block * kHoursInDay, kHoursInDay);
+        if (shown && shown->days[day].ReadFailed() && HoursOf(shown->days[day].Get()) == hours)
+            continue;
+        days[day].Clear();
         std::size_t from = hours.find(kForbidden);
         while (from != std::string::npos)
         {
             const std::size_t until = std::min(hours.find(kAllowed, from), kHoursInDay);
-            Add(kWeekFromMonday[block], Curfew(static_cast<int>(from), static_cast<int>(until)));
+            Add(number, Curfew(static_cast<int>(from), static_cast<int>(until)));
             from = hours.find(kForbidden, until);
         }
     }
