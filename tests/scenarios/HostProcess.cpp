@@ -28,7 +28,9 @@ HostProcess::HostProcess() : HostProcess(Setup()) {}
 HostProcess::HostProcess(const Setup& setup)
     : m_dataFolder(setup.dataFolder.isEmpty() ? m_temporary.path() : setup.dataFolder)
 {
-    m_process.start(Program(), QStringList{"--jsonl", "--data", m_dataFolder} + setup.options);
+    QStringList command = setup.launcher + QStringList{Program(), "--jsonl", "--data", m_dataFolder} + setup.options;
+    const QString program = command.takeFirst();
+    m_process.start(program, command);
     EXPECT_TRUE(m_process.waitForStarted(DeadlineMs)) << qUtf8Printable(m_process.errorString());
     if (setup.expectHello)
     {
@@ -164,19 +166,24 @@ QString HostProcess::Program()
     return QCoreApplication::applicationDirPath() + QLatin1String("/veridan-host");
 }
 
-QVariantMap HostProcess::Request(const QString& op, const QVariantMap& arguments)
+void HostProcess::Post(const QString& op, const QVariantMap& arguments)
 {
     QVariantMap request = arguments;
-    request.insert("id", m_nextId);
+    request.insert("id", m_nextId++);
     request.insert("op", op);
     Send(Json::Write(request) + '\n');
+}
+
+QVariantMap HostProcess::Request(const QString& op, const QVariantMap& arguments)
+{
+    const int id = m_nextId;
+    Post(op, arguments);
     for (;;)
     {
         QVariantMap message = Receive();
         if (message.isEmpty() || message.contains("id"))
         {
-            EXPECT_EQ(message.value("id"), m_nextId) << qUtf8Printable(op);
-            ++m_nextId;
+            EXPECT_EQ(message.value("id"), id) << qUtf8Printable(op);
             return message;
         }
         m_events.push_back(std::move(message));

@@ -24,6 +24,7 @@ public:
         QString dataFolder;  // empty: a fresh one, deleted at the end
         QStringList options; // beside --jsonl and --data
         bool expectHello = true;
+        QStringList launcher = {}; // the program that starts the host, and its arguments before the host's own
     };
 
     HostProcess();
@@ -44,6 +45,9 @@ public:
     QVariantMap StoreGet(const QString& scope, const QString& key);
     void StoreSet(const QString& scope, const QString& key, const QString& type, const QVariant& value);
     void Load();
+
+    /// Sends a command without awaiting its answer, which is the next line that Receive() gives.
+    void Post(const QString& op, const QVariantMap& arguments);
 
     /// Sends bytes as they are, and the next line that comes back, whatever it is.
     void Send(const QByteArray& bytes);

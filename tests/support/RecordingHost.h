@@ -27,6 +27,7 @@ public:
     void PageFires(const char* id);
 
     QVariant Value(const char* id) const { return m_values.value(QLatin1String(id)); }
+    const QMap<QString, QVariant>& Values() const { return m_values; }
     std::string Text(const char* id) const { return Value(id).toString().toStdString(); }
 
     /// What was done since the last call, only entries that begin with `kind` ("set", "trigger", ...).
@@ -39,7 +40,6 @@ public:
     /// By the class of the handler that did it; known when it has handed its data peer back.
     const std::map<std::string, VariableUses>& UsesByHandler() const { return m_uses; }
 
-    const QMap<QString, QVariant>& Values() const { return m_values; }
 
     int PeersOut() const { return m_peersOut; }
     int PeersGiven() const { return m_peersGiven; }

@@ -92,6 +92,16 @@ void StoreTest::Put(const char* sid, const std::wstring& key, const Stored& valu
     });
 }
 
+void StoreTest::PutAll(const char* sid, const Entries& values)
+{
+    std::vector<OrbStrataEntry> entries;
+    for (const auto& [key, value] : values)
+        entries.push_back({key.c_str(), value.type, value.number, value.text.c_str(), value.constraints});
+    WithProductHandle(sid, [&](OrbStrataHandle handle) {
+        return m_strata.OrbStrataControl_WriteAll(handle, entries.data(), static_cast<std::uint32_t>(entries.size()));
+    });
+}
+
 void StoreTest::Constrain(const char* sid, const wchar_t* key, std::uint32_t constraints)
 {
     WithProductHandle(sid, [&](OrbStrataHandle handle) { return OrbStrata_SetConstraints(handle, key, constraints); });

@@ -56,6 +56,7 @@ protected:
     void Put(const char* sid, const wchar_t* key, bool value);
     void Put(const char* sid, const wchar_t* key, int value);
     void Put(const char* sid, const std::wstring& key, const Stored& value);
+    void PutAll(const char* sid, const Entries& values);
     void Constrain(const char* sid, const wchar_t* key, std::uint32_t constraints);
     void Erase(const char* sid, const wchar_t* key);
 

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "plugin/ContentControl.h"
+#include "tests/support/FakeClock.h"
+#include "tests/support/PlatformFakes.h"
+#include "tests/support/RecordingHost.h"
+#include "tests/support/StoreTest.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// A day of a family's computer in this process: the whole plug-in on a real store in which no setting has its default,
+/// pages that are used as people use them, and a service that goes about its work. Whatever fails on the way, the day
+/// goes on.
+class Day : public StoreTest
+{
+protected:
+    using Texts = std::map<std::string, std::string>;
+
+    Day();
+    ~Day() override;
+
+    /// From the plug-in's start to shortly before its end, the store settled after each step.
+    void Live();
+    static const std::vector<const char*>& StepNames();
+    virtual void AfterStep(const char* /*name*/) {}
+
+    /// Ends the plug-in: what waits to be saved is saved.
+    void End();
+
+    /// Opens the pages anew, and what of them is not as it would be if the plug-in had just been started.
+    Texts WrongOnThePages();
+
+    /// What the main page's switches show, and what the store holds for them.
+    Texts ShownSwitches() const;
+    Texts StoredSwitches();
+
+    RecordingHost& Host() { return *m_host; }
+
+private:
+    struct Step
+    {
+        const char* name;
+        void (Day::*go)();
+    };
+    static const Step kSteps[];
+
+    void Seed();
+    void Start();
+    void OpenSettings();
+    void MoveSwitches();
+    void SaveSettings();
+    void CloseSettings();
+    void EditWebsites();
+    void AllowAddress();
+    void ReinstallExtensions();
+    void HaveBankingSession();
+    void WarnOfTheTime();
+    void LockAndExtend();
+    void ChangeSettings();
+
+    FakeSessions m_sessions;
+    FakeClock m_clock; // which stands still
+    const Platform::ServiceReplacement<Platform::Clock> m_clockReplacement{m_clock};
+    std::unique_ptr<RecordingHost> m_host;
+    std::unique_ptr<ContentControl> m_plugIn;
+};

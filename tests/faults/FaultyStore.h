@@ -1,0 +1,56 @@
+#pragma once
+
+#include "util/OrbStrataApi.h"
+
+#include <cstddef>
+
+/// The store's functions, numbered in the order of their list.
+enum class StoreFunction : std::size_t
+{
+#define NL_STORE_FUNCTION(result, name, parameters) k##name,
+    NL_ORB_STRATA_FUNCTIONS(NL_STORE_FUNCTION)
+#undef NL_STORE_FUNCTION
+};
+
+/// How one function fails: what it answers instead of doing its work.
+struct StoreFault
+{
+    /// Where the function has a result, this is it, and a value is answered that nobody may use; a handle, an object or
+    /// a text is null. With 0 the call claims that it succeeded, and yet answers null.
+    OrbStrataResult code = ORB_STRATA_STORE_FAILED;
+
+    /// The work is done, and only the answer says that it failed.
+    bool carriedOut = false;
+
+    int first = 1; ///< The first call that fails, counted from 1.
+    int count = 0; ///< How many in a row; 0: all of them.
+};
+
+/// Stands before the store's functions as long as it lives: counts the calls and lets some of them fail. Made while no
+/// other thread uses the store; afterwards any thread may call.
+class FaultyStore
+{
+public:
+    FaultyStore();
+    ~FaultyStore();
+    FaultyStore(const FaultyStore&) = delete;
+    FaultyStore& operator=(const FaultyStore&) = delete;
+
+    /// From now on the function fails so, beside others that do; its calls are counted anew.
+    void Fail(StoreFunction function, const StoreFault& fault);
+    void Work();
+
+    int Calls(StoreFunction function) const;
+    bool HasFailed(StoreFunction function) const;
+
+    struct Trait
+    {
+        const char* name;
+        bool canFail;      // it answers something
+        bool tellsResult;  // a result code, by its value or through a parameter
+        bool isResult;     // what it answers is the result code
+        bool givesPointer; // a handle, an object or a text
+    };
+    static const Trait& TraitOf(StoreFunction function);
+    static std::size_t FunctionCount();
+};
