@@ -1,5 +1,6 @@
 #include "tarn/IPlugIn.h"
 #include "tests/plugin/ThreadCount.h"
+#include "tests/support/LeakCheck.h"
 #include "tests/support/OwnRegistry.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/StoreTest.h"
@@ -197,5 +198,6 @@ TEST_F(ContentControlTest, TwentyLivesLeaveNothingBehind)
         EXPECT_EQ(0, m_host.PeersOut());
     }
     EXPECT_EQ(threads, ThreadCount());
+    EXPECT_FALSE(MemoryWasLost());
     EXPECT_EQ("Ok", m_host.Text("@ContentControl\\Status:status_level")); // the texts are the host's own
 }
