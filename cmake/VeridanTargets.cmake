@@ -77,15 +77,19 @@ function(veridan_program name)
   endif()
 endfunction()
 
-# veridan_test(NAME SOURCES ... [PRIVATE ...] [TIMEOUT s]): a GoogleTest program with the project's own main.
+# veridan_test(NAME SOURCES ... [PRIVATE ...] [TIMEOUT s] [THREADED]): a GoogleTest program with the project's own main.
+# THREADED: what it tests runs on several threads of this process; the thread sanitizer's run is made of these.
 function(veridan_test name)
-  cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;PRIVATE" ${ARGN})
+  cmake_parse_arguments(ARG "THREADED" "TIMEOUT" "SOURCES;PRIVATE" ${ARGN})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
   veridan_program(${name} SOURCES ${ARG_SOURCES} PRIVATE ${ARG_PRIVATE} veridan_test_support)
   add_test(NAME ${name} COMMAND ${name} --gtest_brief=1 WORKING_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
   set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+  if(ARG_THREADED)
+    set_tests_properties(${name} PROPERTIES LABELS threaded)
+  endif()
   if(NOT WIN32)
     set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=minimal")
   endif()
