@@ -40,7 +40,6 @@ public:
     /// By the class of the handler that did it; known when it has handed its data peer back.
     const std::map<std::string, VariableUses>& UsesByHandler() const { return m_uses; }
 
-
     int PeersOut() const { return m_peersOut; }
     int PeersGiven() const { return m_peersGiven; }
     std::vector<std::string> EventLoopSlots() const { return m_eventLoopSlots; }
