@@ -1,6 +1,8 @@
 #include "platform/FormatFloat.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <utility>
 
@@ -10,15 +12,21 @@ namespace Platform
 namespace
 {
 
+/// No number of these types has more; %g leaves out the zeros that would follow.
+constexpr int MostDigits = 16'384;
+
 template <class Value>
 std::string Print(const FormatConversion& conversion, const char* type, Value value, std::size_t limit)
 {
+    const bool hasEveryDigit =
+        std::isfinite(value) && (conversion.alternate || (conversion.type != 'g' && conversion.type != 'G'));
+    const int precision = hasEveryDigit ? conversion.precision : std::min(conversion.precision, MostDigits);
     // Asked for more digits than there is room for, the C library would take minutes to count them.
     if (conversion.width >= 0 && static_cast<std::size_t>(conversion.width) >= limit)
     {
         return {};
     }
-    if (conversion.precision >= 0 && static_cast<std::size_t>(conversion.precision) >= limit)
+    if (hasEveryDigit && precision >= 0 && static_cast<std::size_t>(precision) >= limit)
     {
         return {};
     }
@@ -33,7 +41,7 @@ std::string Print(const FormatConversion& conversion, const char* type, Value va
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral" // composed above, for one value of this type
     const auto print = [&](char* target, std::size_t size) {
-        return std::snprintf(target, size, format.c_str(), conversion.width, conversion.precision, value);
+        return std::snprintf(target, size, format.c_str(), conversion.width, precision, value);
     };
 #pragma GCC diagnostic pop
     const int length = print(nullptr, 0);

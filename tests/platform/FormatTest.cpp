@@ -5,6 +5,7 @@
 
 #include <array>
 #include <climits>
+#include <cmath>
 #include <cstdint>
 #include <string>
 
@@ -74,6 +75,9 @@ TEST(Format, ATextThatDoesNotFitIsRefusedAtTheExactSize)
     EXPECT_EQ(Platform::FormatTo(buffer.data(), 5, L"%d", 12345), -1);
     EXPECT_EQ(Platform::FormatTo(buffer.data(), 5, L"%5d", 1), -1);
     EXPECT_EQ(Platform::FormatTo(buffer.data(), 5, L"12345"), -1);
+    EXPECT_EQ(Platform::FormatTo(buffer.data(), 4, L"%.300g", 1.5), 3);
+    EXPECT_EQ(Platform::FormatTo(buffer.data(), 4, L"%.300f", HUGE_VAL), 3);
+    EXPECT_EQ(Platform::FormatTo(buffer.data(), 5, L"%.3f", 1.5), -1);
     EXPECT_EQ(Platform::FormatTo(buffer.data(), 0, L""), -1);
     EXPECT_EQ(Platform::FormatTo(buffer.data(), 1, L""), 0);
 }
@@ -89,6 +93,7 @@ TEST(Format, HostileFormatsDoNoHarm)
     EXPECT_EQ(Wide(L"%.*d", INT_MIN, 2), L"2");
     EXPECT_EQ(Wide(L"%2147483647s", L""), L"");
     EXPECT_EQ(Wide(L"%.2147483647f", 1.0), L"");
+    EXPECT_EQ(Wide(L"%.2147483647g", 1.0), L"1");
 
     int untouched = 42;
     EXPECT_EQ(Wide(L"a%nb", &untouched), L"ab");
