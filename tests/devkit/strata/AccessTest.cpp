@@ -91,8 +91,8 @@ TEST_F(Access, FaultAnswersMatchingCallsOfThePlugInAndNothingElse)
 
 TEST_F(Access, FaultReachesOpeningSubscribingAndObjects)
 {
-    const Opened normal(Kind::Normal);
     Deliveries deliveries;
+    const Opened normal(Kind::Normal);
     OrbStrataObject* record = OrbStrata_CreateObjectFromString(R"({"n":1,"m":2})");
     OrbStrataResult result = 0;
     OrbStrataControl_SetFault("OrbStrata_OpenHandle", nullptr, 41, 1);

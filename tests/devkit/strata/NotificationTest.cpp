@@ -14,12 +14,12 @@ using Notification = StoreFixture;
 
 TEST_F(Notification, OtherHandlesHearRealChangesInOrderAndTheWriterDoesNot)
 {
-    const Opened writer(Kind::Product);
-    const Opened reader(Kind::Normal);
-    const Opened otherScope(Kind::Normal, L"S-1-5-21-1");
     Deliveries heard;
     Deliveries own;
     Deliveries elsewhere;
+    const Opened writer(Kind::Product);
+    const Opened reader(Kind::Normal);
+    const Opened otherScope(Kind::Normal, L"S-1-5-21-1");
     for (const wchar_t* key : {L"a", L"b"})
     {
         for (const int32_t type : {ORB_STRATA_CHANGED, ORB_STRATA_REMOVED})
@@ -47,11 +47,11 @@ TEST_F(Notification, OtherHandlesHearRealChangesInOrderAndTheWriterDoesNot)
 
 TEST_F(Notification, SubscriberHearsItsTypeOfChangeFromThenOnUntilItLeaves)
 {
-    const Opened writer(Kind::Product);
-    const Opened reader(Kind::Normal);
     Deliveries removals;
     Deliveries changes;
     Deliveries watched;
+    const Opened writer(Kind::Product);
+    const Opened reader(Kind::Normal);
     OrbStrata_SetInt32(writer, L"key", 0);
     removals.Subscribe(reader, L"key", ORB_STRATA_REMOVED);
     const auto subscription = changes.Subscribe(reader, L"key", ORB_STRATA_CHANGED);
@@ -70,11 +70,11 @@ TEST_F(Notification, SubscriberHearsItsTypeOfChangeFromThenOnUntilItLeaves)
 
 TEST_F(Notification, CallbackReadsAndWritesTheStore)
 {
-    const Opened writer(Kind::Product);
-    const Opened reader(Kind::Product);
     Deliveries heard;
     Deliveries answers;
     std::atomic<int32_t> seen = 0;
+    const Opened writer(Kind::Product);
+    const Opened reader(Kind::Product);
     heard.onDelivery = [&] {
         seen = OrbStrata_GetInt32(reader, L"question", 0, nullptr);
         OrbStrata_SetInt32(reader, L"answer", 42);
@@ -143,10 +143,10 @@ TEST_F(Notification, LeavingWaitsForTheRunningCallback)
 
 TEST_F(Notification, CallbackMayEndAnotherSubscription)
 {
-    const Opened writer(Kind::Product);
-    const Opened reader(Kind::Normal);
     Deliveries first;
     Deliveries second;
+    const Opened writer(Kind::Product);
+    const Opened reader(Kind::Normal);
     OrbStrataSubscription secondSubscription = nullptr;
     first.onDelivery = [&] { OrbStrata_Unsubscribe(reader, secondSubscription); };
     first.Subscribe(reader, L"key", ORB_STRATA_CHANGED);
@@ -160,8 +160,8 @@ TEST_F(Notification, ManyThreadsWriteReadAndSubscribeAtOnce)
 {
     constexpr int Threads = 4;
     constexpr int Rounds = 100;
-    const Opened watcher(Kind::Normal);
     Deliveries heard;
+    const Opened watcher(Kind::Normal);
     heard.Watch(watcher, L"");
     std::vector<std::future<void>> threads;
     for (int thread = 0; thread < Threads; ++thread)
@@ -170,8 +170,8 @@ TEST_F(Notification, ManyThreadsWriteReadAndSubscribeAtOnce)
             const std::wstring key = L"key" + std::to_wstring(thread);
             for (int round = 0; round < Rounds; ++round)
             {
-                const Opened handle(Kind::Product);
                 Deliveries own;
+                const Opened handle(Kind::Product);
                 own.Subscribe(handle, key.c_str(), ORB_STRATA_CHANGED);
                 EXPECT_EQ(OrbStrata_SetInt32(handle, key.c_str(), round), 0U);
                 EXPECT_EQ(OrbStrata_GetInt32(handle, key.c_str(), -1, nullptr), round);

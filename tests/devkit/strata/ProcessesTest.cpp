@@ -24,8 +24,8 @@ protected:
 TEST_F(Processes, ChangesOfAnotherProcessComeInOrderOnceEach)
 {
     constexpr int Count = 500;
-    const Opened reader(Kind::Normal);
     Deliveries heard;
+    const Opened reader(Kind::Normal);
     heard.Watch(reader, L"k");
     const auto writer = Start({"write", "k", QString::number(Count)});
     std::vector<std::string> expected;
@@ -78,8 +78,8 @@ TEST_F(Processes, KilledWriterLosesNothingThatItWasToldIsWritten)
 {
     std::mt19937 random(20); // the same moments on every machine would be chance anyway
     std::uniform_int_distribution<int> lines(0, 60);
-    const Opened follower(Kind::Normal);
     Deliveries heard;
+    const Opened follower(Kind::Normal);
     heard.Watch(follower, L"");
     for (int round = 0; round < 25; ++round)
     {
@@ -118,11 +118,11 @@ TEST_F(Processes, KilledWriterLosesNothingThatItWasToldIsWritten)
 
 TEST_F(Processes, SubscriberThatFellFarBehindHearsWhatIsDifferentThen)
 {
+    Deliveries heard;
     const Opened writer(Kind::Product);
     const Opened reader(Kind::Normal);
     OrbStrata_SetInt32(writer, L"doomed", 1);
     OrbStrata_SetInt32(writer, L"untouched", 1);
-    Deliveries heard;
     std::promise<void> entered;
     std::promise<void> release;
     std::once_flag once;

@@ -39,7 +39,8 @@ private:
     OrbStrataHandle m_handle = nullptr;
 };
 
-/// Keeps what subscriptions deliver, as "key type text".
+/// Keeps what subscriptions deliver, as "key type text". Stands before the handle that it subscribes with, so as to
+/// outlive it: until that is closed something may still come.
 class Deliveries
 {
 public:
