@@ -7,7 +7,9 @@
 
 #include <QElapsedTimer>
 
+#include <memory>
 #include <random>
+#include <string>
 #include <utility>
 #include <vector>
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 void StoreHistory::Add(const std::string& sid, const Entries& entries)
 {
