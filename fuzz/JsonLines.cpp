@@ -31,10 +31,11 @@ std::vector<LineSplitter::Line> Lines(const QByteArray& bytes, int pieceSize)
 
 void RequireSameLines(const std::vector<LineSplitter::Line>& lines, const std::vector<LineSplitter::Line>& others)
 {
-    Require(std::equal(lines.begin(), lines.end(), others.begin(), others.end(),
-                       [](const auto& left, const auto& right) {
-                           return left.text == right.text && left.tooLong == right.tooLong;
-                       }),
+    Require(std::equal(
+                lines.begin(), lines.end(), others.begin(), others.end(),
+                [](const auto& left, const auto& right) {
+                    return left.text == right.text && left.tooLong == right.tooLong;
+                }),
             "lines do not depend on the pieces in which they come");
 }
 

@@ -25,11 +25,13 @@ void ReadObject(std::string_view text)
 
 bool IsSame(const StrataCli::Items& left, const StrataCli::Items& right)
 {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(), [](const auto& one, const auto& other) {
-        return one.first == other.first && one.second.type == other.second.type &&
-               one.second.number == other.second.number && one.second.text == other.second.text &&
-               one.second.constraints == other.second.constraints;
-    });
+    return std::equal(
+        left.begin(), left.end(), right.begin(), right.end(),
+        [](const auto& one, const auto& other) {
+            return one.first == other.first && one.second.type == other.second.type &&
+                   one.second.number == other.second.number && one.second.text == other.second.text &&
+                   one.second.constraints == other.second.constraints;
+        });
 }
 
 void ImportScope(std::string_view text)

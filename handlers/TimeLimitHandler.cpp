@@ -117,10 +117,8 @@ void TimeLimitHandler::SaveDailyTimeLimits(Settings::Time& time, int hours, cons
     const EntryLog log(L"TimeLimitHandler::SaveDailyTimeLimits");
     const auto* const shownLimit = shown ? &shown->quotas.days[kTuesday].Duration : nullptr;
     if (!shownLimit || !shownLimit->ReadFailed() || HoursOf(shownLimit->Get()) != hours)
-    {
         for (Settings::Quota& quota : time.quotas.days)
             quota.Duration.Set(LimitOf(hours));
-    }
     if (timeSlots.empty())
         LOG(log, 3, L"%s: No data to parse");
     else if (!time.curfews.FromLegacyUiString(timeSlots, shown ? &shown->curfews : nullptr))

@@ -111,10 +111,8 @@ QVariantList WebsiteListHandler::ConvertWebFilterList(const Sites& own, const Si
     const RowTexts texts(m_variables.Get(kAdminEntry).toString());
     QVariantList rows;
     for (const Settings::Site& site : own)
-    {
         if (site.allowed == allowed)
             rows.append(ParseItemIntoMap(QString::fromStdString(site.Url), false, texts));
-    }
     for (const Settings::Site& site : administrator)
     {
         if (site.allowed != allowed)

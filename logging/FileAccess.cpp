@@ -70,31 +70,21 @@ FileAccess::FileAccess(const std::wstring& component, const std::wstring& module
 
     m_root = LogRoot(m_perUser, m_lowIntegrity);
     if (m_root.empty())
-    {
         return;
-    }
     m_path = m_root;
     for (const std::wstring& part : {std::wstring(L"Log"), component, module + L".log"})
-    {
         m_path = Platform::JoinPath(m_path, part);
-    }
     if ((flags & RestrictedAccess) != 0)
-    {
         m_fileSecurity = AdministratorsOnly;
-    }
     else if (!m_perUser)
-    {
         m_fileSecurity = ReadableByUsers;
-    }
     FileAccess::OpenFileMutex(MutexName(m_path, m_lowIntegrity), m_perUser);
 }
 
 void FileAccess::Write(const void* data, std::uint32_t bytes)
 {
     if (!m_mutex.IsOpen())
-    {
         return;
-    }
     const NamedMutex::Wait result = m_mutex.Lock(MutexTimeoutMs);
     if (!IsHeldAfter(result))
     {
@@ -106,9 +96,7 @@ void FileAccess::Write(const void* data, std::uint32_t bytes)
     {
         m_file->SeekToEnd();
         if (!NeedsRotation() || Rotate())
-        {
             m_file->Write(data, bytes);
-        }
     }
     m_mutex.Unlock();
 }
@@ -125,9 +113,7 @@ void FileAccess::Flush()
 bool FileAccess::Rotate()
 {
     if (m_path.empty())
-    {
         return false;
-    }
     m_file->Close();
     if (m_rotationCount == 0)
     {
@@ -139,17 +125,11 @@ bool FileAccess::Rotate()
     {
         const std::wstring source = NumberedName(m_path, m_rotationCount - i);
         if (!m_utils->FileExists(source))
-        {
             continue;
-        }
         if (i == 0)
-        {
             RemoveFile(source);
-        }
         else
-        {
             moved = m_utils->FileRename(source, NumberedName(m_path, m_rotationCount - i + 1));
-        }
     }
     return Reopen() && moved;
 }
@@ -157,13 +137,9 @@ bool FileAccess::Rotate()
 bool FileAccess::EnsureOpen()
 {
     if (m_file->IsOpen())
-    {
         return true;
-    }
     if (m_path.empty())
-    {
         return false;
-    }
     CreateLogDirectory();
     return Reopen();
 }
@@ -171,9 +147,7 @@ bool FileAccess::EnsureOpen()
 bool FileAccess::NeedsRotation()
 {
     if (!m_file->IsOpen() || m_file->GetSize() <= m_maximumSize)
-    {
         return false;
-    }
     // Another process may have rotated meanwhile; then this handle still shows the old file.
     m_file->Close();
     return !Reopen() || m_file->GetSize() > m_maximumSize;
@@ -192,13 +166,9 @@ bool FileAccess::MakeDeleteName(wchar_t* buffer, std::size_t size, const std::ws
     for (unsigned i = 1; i <= DeleteNames; ++i)
     {
         if (Platform::FormatTo(buffer, size, L"%s__delete_%u", path.c_str(), i) < 0)
-        {
             return false;
-        }
         if (!m_utils->FileExists(buffer))
-        {
             break;
-        }
     }
     return true;
 }
@@ -221,21 +191,15 @@ void FileAccess::OpenFileMutex(const std::wstring& name, bool perUser)
 {
     std::uint32_t error = m_mutex.Create(name, perUser ? nullptr : AdministratorsOnly);
     if (NamedMutex::IsAccessDenied(error))
-    {
         error = m_mutex.Open(name);
-    }
     if (error != 0)
-    {
         WriteDebug(Platform::FormatText(L"Failed to open mutex '%s': Win32 error: %lu", name.c_str(), error));
-    }
 }
 
 std::wstring FileAccess::NumberedName(const std::wstring& path, std::uint32_t number)
 {
     if (number == 0)
-    {
         return path;
-    }
     const std::wstring digits = L"." + std::to_wstring(number);
     const auto dot = path.find_last_of(L'.');
     return dot == std::wstring::npos ? path + digits : path.substr(0, dot) + digits + path.substr(dot);

@@ -19,9 +19,7 @@ bool FileLowLevel::Write(const void* data, std::uint32_t bytes)
     std::size_t written = 0;
     const bool complete = m_file.Write(data, bytes, written);
     if (!complete && written != 0 && m_file.Truncate(m_size))
-    {
         written = 0;
-    }
     m_size += written;
     return complete;
 }
@@ -50,9 +48,7 @@ bool FileLowLevel::PrepareAppend()
 {
     constexpr unsigned char ByteOrderMark[] = {0xFF, 0xFE};
     if (SeekToEnd() && (m_size != 0 || Write(ByteOrderMark, sizeof(ByteOrderMark))))
-    {
         return true;
-    }
     Close();
     return false;
 }

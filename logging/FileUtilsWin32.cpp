@@ -22,9 +22,7 @@ bool FileUtilsWin32::FileDelete(const std::wstring& path)
 bool FileUtilsWin32::FileRename(const std::wstring& from, const std::wstring& to)
 {
     if (Platform::Move(from, to))
-    {
         return true;
-    }
     const std::wstring text = Platform::FormatText(
         L"nl_orb_log!FileUtilsWin32::FileRename(): MoveFileEx '%s' -> '%s' failed with Win32 error: %lu\n",
         from.c_str(), to.c_str(), Platform::LastError());
@@ -35,14 +33,10 @@ bool FileUtilsWin32::FileRename(const std::wstring& from, const std::wstring& to
 bool FileUtilsWin32::CreateDirectoryTree(const std::wstring& path, const wchar_t* security)
 {
     if (DirectoryExists(path))
-    {
         return true;
-    }
     const std::wstring parent = Platform::ParentFolder(path);
     if (parent.empty() || !CreateDirectoryTree(parent, security))
-    {
         return false;
-    }
     // Another process may have been faster.
     return Platform::MakeFolder(path, security) || DirectoryExists(path);
 }

@@ -63,12 +63,8 @@ constexpr Kind KindOf()
 constexpr bool IsOneOf(wchar_t character, const wchar_t* set)
 {
     for (; *set != 0; ++set)
-    {
         if (*set == character)
-        {
             return true;
-        }
-    }
     return false;
 }
 
@@ -105,9 +101,7 @@ public:
             return (wide || m_size == 0 || m_size == L'h') && kind == (wide ? Kind::WideText : Kind::NarrowText);
         }
         if (m_type == L'p')
-        {
             return m_size == 0 && (kind == Kind::Pointer || kind == Kind::WideText || kind == Kind::NarrowText);
-        }
         if (IsOneOf(m_type, L"diuxXo"))
         {
             const bool is64 = m_size == L'L' || (m_size == L'I' && sizeof(void*) == 8);
@@ -121,14 +115,10 @@ private:
     constexpr void ReadConversion()
     {
         while (IsOneOf(*m_at, L"-+ #0123456789."))
-        {
             ++m_at;
-        }
         m_size = 0;
         if (*m_at == L'h' || *m_at == L'l' || *m_at == L'I')
-        {
             m_size = *m_at++;
-        }
         if (m_size == L'l' && *m_at == L'l')
         {
             m_size = L'L';
@@ -141,9 +131,7 @@ private:
         }
         m_type = *m_at;
         if (m_type != 0)
-        {
             ++m_at;
-        }
     }
 
     const wchar_t* m_at;
@@ -156,9 +144,7 @@ constexpr bool Matches(const wchar_t* format, Types<Arguments...>)
 {
     Reader reader(format);
     if (!reader.Next() || !reader.Takes(Kind::WideText)) // the function's name
-    {
         return false;
-    }
     const bool matches = ((reader.Next() && reader.Takes(KindOf<Arguments>())) && ...);
     return matches && !reader.Next();
 }

@@ -30,9 +30,7 @@ public:
     explicit EntryLog(const wchar_t* name) : FunctionLog(name)
     {
         if (NlOrbLogging::IsEnabled(NlOrbLogging::Debug))
-        {
             NlOrbLogging::Log(NlOrbLogging::Debug, L"%s: ", name);
-        }
     }
 };
 

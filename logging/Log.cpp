@@ -34,9 +34,7 @@ LoggerWin& OwnLogger()
         g_creation.store(Ready);
     }
     while (g_creation.load() != Ready)
-    {
         std::this_thread::yield();
-    }
     return *std::launder(reinterpret_cast<LoggerWin*>(g_storage));
 }
 
@@ -47,9 +45,7 @@ public:
     ~ProcessEnd()
     {
         if (Detail::g_logger.load() == nullptr)
-        {
             return;
-        }
         ReplaceLogger(nullptr);
         OwnLogger().ShutdownAtExit();
     }
@@ -79,13 +75,9 @@ void ReplaceLogger(std::unique_ptr<Logger> replacement)
     Logger* const next = replacement ? replacement.release() : &own;
     Logger* const previous = Detail::g_logger.exchange(next);
     if (previous != next && previous == &own)
-    {
         own.Shutdown();
-    }
     else if (previous != next)
-    {
         delete previous;
-    }
 }
 
 void Initialize(const wchar_t* component, const wchar_t* module, int defaultLevel, unsigned flags)

@@ -21,22 +21,16 @@ public:
         wchar_t text[MostDigits];
         int at = MostDigits;
         for (; value != 0 || MostDigits - at < Digits; value /= Base)
-        {
             text[--at] = L"0123456789abcdef"[value % Base];
-        }
         while (at < MostDigits)
-        {
             m_text[m_length++] = text[at++];
-        }
         return *this;
     }
 
     Prefix& Text(const wchar_t* text)
     {
         while (*text != 0)
-        {
             m_text[m_length++] = *text++;
-        }
         return *this;
     }
 
@@ -66,9 +60,7 @@ std::size_t PrintLine(wchar_t* buffer, std::size_t size, const Platform::Calenda
     constexpr std::wstring_view end = L"\r\n";
     const std::size_t length = begin.size() + message.size() + end.size();
     if (length >= size)
-    {
         return 0;
-    }
     begin.copy(buffer, begin.size());
     message.copy(buffer + begin.size(), message.size());
     end.copy(buffer + length - end.size(), end.size());

@@ -24,9 +24,7 @@ public:
     constexpr void Put(std::size_t at, const wchar_t* text, std::size_t count)
     {
         for (std::size_t i = 0; i < count; ++i)
-        {
             m_text[at + i] = text[i];
-        }
     }
 
 private:

@@ -32,9 +32,7 @@ std::wstring FirstFolder(RegistryRoot root, const wchar_t* shellFolder, const wc
 {
     std::wstring folder = ReadFolder(root, LoggingKey, L"RootPath");
     if (folder.empty())
-    {
         folder = ReadFolder(root, ShellFoldersKey, shellFolder);
-    }
     return !folder.empty() ? folder : Platform::ExpandEnvironment(variable);
 }
 
@@ -61,9 +59,7 @@ std::uint32_t LogSettings::ReadDword(const wchar_t* value, std::uint32_t fallbac
     {
         const auto number = Platform::Get<Platform::Registry>().ReadDword(RegistryRoot::Machine, key.c_str(), value);
         if (number.value_or(Absent) != Absent)
-        {
             return *number;
-        }
     }
     return fallback;
 }
@@ -73,9 +69,7 @@ std::wstring LogRoot(bool perUser, bool lowIntegrity)
     const std::wstring folder =
         perUser ? PerUserFolder(lowIntegrity) : FirstFolder(RegistryRoot::Machine, L"Common AppData", L"%ProgramData%");
     if (folder.empty())
-    {
         return {};
-    }
     std::wstring root = Platform::JoinPath(folder, L"Norlane");
     return root.size() <= LongestRoot ? root : std::wstring();
 }

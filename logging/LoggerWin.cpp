@@ -38,9 +38,7 @@ bool FormatMessage(const Char* format, va_list arguments, Take take)
     for (std::size_t size = FirstBuffer; size < BufferLimit; size *= 2)
     {
         if (!buffer.Reserve(size))
-        {
             return false;
-        }
         const int length = Platform::Format(buffer.Data(), size, format, arguments);
         if (length >= 0)
         {
@@ -77,9 +75,7 @@ void LoggerWin::Initialize(const wchar_t* component, const wchar_t* module, int 
     {
         const std::lock_guard lock(m_lock);
         if (m_file)
-        {
             return;
-        }
         m_config = {component, module, defaultLevel, flags};
         m_flags = flags;
         m_dirty = true;
@@ -112,9 +108,7 @@ void LoggerWin::ShutdownAtExit()
     while (!m_lock.try_lock())
     {
         if (std::chrono::steady_clock::now() > deadline)
-        {
             return;
-        }
         std::this_thread::yield();
     }
     m_lock.unlock();
@@ -126,40 +120,30 @@ void LoggerWin::Flush()
     const LastErrorGuard guard;
     const std::lock_guard lock(m_lock);
     if (m_file)
-    {
         m_file->Flush();
-    }
 }
 
 void LoggerWin::LogV(int level, const wchar_t* format, va_list arguments)
 {
     if (IsFiltered(level))
-    {
         return;
-    }
     const LastErrorGuard guard;
     const auto write = [=](const wchar_t* text, std::size_t length) { FormatLine(level, text, length); };
     if (!FormatMessage(format, arguments, write))
-    {
         Log(Error, L"NL_ORB_LOG failure: too large message. Format: %s", format);
-    }
 }
 
 void LoggerWin::LogVA(int level, const char* format, va_list arguments)
 {
     if (IsFiltered(level))
-    {
         return;
-    }
     const LastErrorGuard guard;
     const auto write = [=](const char* text, std::size_t length) {
         const std::wstring wide = Platform::FromAnsi({text, length});
         FormatLine(level, wide.data(), wide.size());
     };
     if (!FormatMessage(format, arguments, write))
-    {
         Log(Error, L"NL_ORB_LOG failure: too large message. Format: %hs", format);
-    }
 }
 
 std::unique_ptr<FileLowLevel> LoggerWin::CreateFileLowLevel()
@@ -178,9 +162,7 @@ void LoggerWin::Reconfigure()
     {
         const std::lock_guard lock(m_lock);
         if (!m_dirty)
-        {
             return;
-        }
         const LogSettings settings(m_config.component, m_config.module);
         m_debugOutput = settings.ReadDword(L"DebugOutputLogging", 0) != 0;
         if (!m_file)
@@ -202,9 +184,7 @@ void LoggerWin::WriteStartBanner(unsigned flags)
     Platform::Get<Platform::Clock>().UtcOffset(offset);
     const int level = BannerLevel(flags);
     if (!IsFiltered(level))
-    {
         WriteLine(level, L"\r\n", 2);
-    }
     Log(level,
         (flags & UtcTimestamps) != 0 ? L"***  LOGGING STARTED  *** (UTC+00:00, local:%+02d:%02d, session: 0x%x)"
                                      : L"***  LOGGING STARTED  *** (UTC%+02d:%02d, session: 0x%x)",
@@ -218,14 +198,10 @@ void LoggerWin::FormatLine(int level, const wchar_t* message, std::size_t length
     const std::size_t size = length + PrefixRoom;
     TextBuffer<wchar_t, FirstBuffer + PrefixRoom> line;
     if (!line.Reserve(size))
-    {
         return;
-    }
     const std::size_t lineLength = PrintLine(line.Data(), size, time, LevelTag(level), {message, length});
     if (lineLength > 0)
-    {
         WriteLine(level, line.Data(), lineLength);
-    }
 }
 
 void LoggerWin::WriteLine(int level, const wchar_t* text, std::size_t length)
@@ -234,25 +210,17 @@ void LoggerWin::WriteLine(int level, const wchar_t* text, std::size_t length)
     {
         Reconfigure();
         if (IsFiltered(level))
-        {
             return;
-        }
     }
     if (m_debugOutput)
-    {
         Platform::Get<Platform::DebugOutput>().Write(text);
-    }
     TextBuffer<char16_t, 2 * FirstBuffer> units;
     if (!units.Reserve(2 * length))
-    {
         return;
-    }
     const std::size_t count = Platform::ToUtf16({text, length}, units.Data());
     const std::lock_guard lock(m_lock);
     if (m_file)
-    {
         m_file->Write(units.Data(), static_cast<std::uint32_t>(count * sizeof(char16_t)));
-    }
 }
 
 } // namespace NlOrbLogging

@@ -33,16 +33,10 @@ public:
     int Run(const Char* format)
     {
         while (*format != 0 && m_fits)
-        {
             if (*format == '%')
-            {
                 format = Convert(format);
-            }
             else
-            {
                 Put(*format++);
-            }
-        }
         Put(Char{0});
         return m_fits ? static_cast<int>(m_at - m_begin) - 1 : -1;
     }
@@ -65,13 +59,9 @@ private:
     void Put(Char character)
     {
         if (m_at < m_end)
-        {
             *m_at++ = character;
-        }
         else
-        {
             m_fits = false;
-        }
     }
 
     template <class Source>
@@ -88,13 +78,9 @@ private:
     void Fill(char character, int count)
     {
         if (count >= m_end - m_at)
-        {
             m_fits = false;
-        }
         else if (count > 0)
-        {
             m_at = std::fill_n(m_at, count, static_cast<Char>(character));
-        }
     }
 
     /// Blanks around `length` characters, which `put` writes.
@@ -103,14 +89,10 @@ private:
     {
         const int blanks = conversion.width - length;
         if (!conversion.left)
-        {
             Fill(' ', blanks);
-        }
         put();
         if (conversion.left)
-        {
             Fill(' ', blanks);
-        }
     }
 
     Char* const m_begin;
@@ -125,9 +107,7 @@ const Char* Formatter<Char>::Convert(const Char* percent)
 {
     const ConversionReader reader(percent + 1, [this] { return va_arg(m_arguments, int); });
     if (PutConversion(reader.Conversion()))
-    {
         return reader.At() + 1;
-    }
     Put(percent, static_cast<std::size_t>(reader.At() - percent));
     return reader.At();
 }
@@ -223,7 +203,8 @@ void Formatter<Char>::PutText(const FormatConversion& conversion, const Source* 
                       std::all_of(text, text + length, [](Source unit) { return unit >= 0 && unit < 0x80; });
     if (same)
     {
-        Pad(conversion, static_cast<int>(length), [&] { Put(text, length); });
+        Pad(
+            conversion, static_cast<int>(length), [&] { Put(text, length); });
     }
     else if constexpr (std::is_same_v<Source, char>)
     {
@@ -327,26 +308,18 @@ void Formatter<Char>::PutDigits(const FormatConversion& conversion, std::uint64_
     const char* const set = conversion.type == 'X' ? "0123456789ABCDEF" : "0123456789abcdef";
     const auto convert = [&](auto divisor) {
         for (; magnitude != 0; magnitude /= divisor())
-        {
             *--begin = set[magnitude % divisor()];
-        }
     };
     if (base == 10)
-    {
         convert(std::integral_constant<unsigned, 10>());
-    }
     else
-    {
         convert([base] { return base; });
-    }
     const auto count = static_cast<int>(end - begin);
     const auto prefixLength = static_cast<int>(std::char_traits<char>::length(prefix));
     const int fewest = base == 8 && conversion.alternate ? 1 : 0; // the alternate octal form begins with a zero
     int zeros = std::max(fewest, (conversion.precision < 0 ? 1 : conversion.precision) - count);
     if (conversion.zero && !conversion.left && conversion.precision < 0)
-    {
         zeros = std::max(zeros, conversion.width - prefixLength - count);
-    }
     if (zeros >= m_end - m_at)
     {
         m_fits = false;

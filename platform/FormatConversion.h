@@ -117,9 +117,7 @@ private:
             return m_at[1] == 'l' ? Take(FormatSize::Wide, 2) : Take(FormatSize::Long, 1);
         case 'I':
             if (m_at[1] == '6' && m_at[2] == '4')
-            {
                 return Take(FormatSize::Wide, 3);
-            }
             return m_at[1] == '3' && m_at[2] == '2' ? Take(FormatSize::Long, 3) : Take(FormatSize::Pointer, 1);
         default:
             return;

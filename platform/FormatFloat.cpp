@@ -23,20 +23,14 @@ std::string Print(const FormatConversion& conversion, const char* type, Value va
     const int precision = hasEveryDigit ? conversion.precision : std::min(conversion.precision, MostDigits);
     // Asked for more digits than there is room for, the C library would take minutes to count them.
     if (conversion.width >= 0 && static_cast<std::size_t>(conversion.width) >= limit)
-    {
         return {};
-    }
     if (hasEveryDigit && precision >= 0 && static_cast<std::size_t>(precision) >= limit)
-    {
         return {};
-    }
     std::string format = "%";
     for (const auto& [set, flag] :
          {std::pair{conversion.left, '-'}, std::pair{conversion.plus, '+'}, std::pair{conversion.blank, ' '},
           std::pair{conversion.alternate, '#'}, std::pair{conversion.zero, '0'}})
-    {
         format.append(set ? 1 : 0, flag);
-    }
     format.append("*.*").append(type);
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral" // composed above, for one value of this type
@@ -46,9 +40,7 @@ std::string Print(const FormatConversion& conversion, const char* type, Value va
 #pragma GCC diagnostic pop
     const int length = print(nullptr, 0);
     if (length < 0 || static_cast<std::size_t>(length) >= limit)
-    {
         return {};
-    }
     std::string text(static_cast<std::size_t>(length) + 1, '\0');
     print(text.data(), text.size());
     text.pop_back();

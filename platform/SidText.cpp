@@ -24,20 +24,14 @@ std::uint32_t SubAuthority(const std::uint8_t* bytes)
 std::wstring SidText(const std::vector<std::uint8_t>& sid)
 {
     if (sid.size() < HeaderSize || sid[1] > MaximumSubAuthorities || sid.size() < HeaderSize + 4u * sid[1])
-    {
         return {};
-    }
     std::uint64_t authority = 0;
     for (std::size_t i = 2; i < HeaderSize; ++i)
-    {
         authority = authority << 8 | sid[i];
-    }
     std::wstring text = L"S-" + std::to_wstring(sid[0]) + L"-";
     text += authority <= 0xFFFFFFFF ? std::to_wstring(authority) : FormatText(L"0x%012I64X", authority);
     for (std::size_t i = 0; i < sid[1]; ++i)
-    {
         text += L"-" + std::to_wstring(SubAuthority(&sid[HeaderSize + 4 * i]));
-    }
     return text;
 }
 

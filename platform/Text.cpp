@@ -32,9 +32,7 @@ char32_t Next(std::wstring_view text, std::size_t& at)
 {
     const auto unit = static_cast<char32_t>(text[at++]);
     if (WideIsUtf16 && IsHighSurrogate(unit) && at < text.size() && IsLowSurrogate(static_cast<char32_t>(text[at])))
-    {
         return 0x10000 + ((unit - 0xD800) << 10) + (static_cast<char32_t>(text[at++]) - 0xDC00);
-    }
     return IsScalar(unit) ? unit : Replacement;
 }
 
@@ -42,21 +40,13 @@ void Append(std::string& text, char32_t code)
 {
     const auto tail = [code](unsigned shift) { return static_cast<char>(0x80 | ((code >> shift) & 0x3F)); };
     if (code < 0x80)
-    {
         text += static_cast<char>(code);
-    }
     else if (code < 0x800)
-    {
         text += {static_cast<char>(0xC0 | (code >> 6)), tail(0)};
-    }
     else if (code < 0x10000)
-    {
         text += {static_cast<char>(0xE0 | (code >> 12)), tail(6), tail(0)};
-    }
     else
-    {
         text += {static_cast<char>(0xF0 | (code >> 18)), tail(12), tail(6), tail(0)};
-    }
 }
 
 void Append(std::wstring& text, char32_t code)
@@ -77,22 +67,16 @@ char32_t Next(std::string_view text, std::size_t& at)
 {
     const auto lead = static_cast<unsigned char>(text[at++]);
     if (lead < 0x80)
-    {
         return lead;
-    }
     const unsigned tails = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
     if (lead < 0xC2 || lead > 0xF4)
-    {
         return Replacement;
-    }
     constexpr char32_t smallest[] = {0, 0x80, 0x800, 0x10000};
     char32_t code = lead & (0x3Fu >> tails);
     for (unsigned i = 0; i < tails; ++i)
     {
         if (at == text.size() || (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80)
-        {
             return Replacement;
-        }
         code = (code << 6) | (static_cast<unsigned char>(text[at++]) & 0x3Fu);
     }
     return code >= smallest[tails] && IsScalar(code) ? code : Replacement;
@@ -105,14 +89,10 @@ Target Convert(Source text)
     Target result(text.size(), 0);
     std::size_t at = 0;
     for (; at < text.size() && static_cast<char32_t>(text[at]) < 0x80; ++at)
-    {
         result[at] = static_cast<typename Target::value_type>(text[at]);
-    }
     result.resize(at);
     while (at < text.size())
-    {
         Append(result, Next(text, at));
-    }
     return result;
 }
 
@@ -138,9 +118,7 @@ std::size_t ToUtf16(std::wstring_view text, char16_t* target)
         target[i] = static_cast<char16_t>(text[i]);
     }
     if (allBits < 0x10000)
-    {
         return text.size();
-    }
     char16_t* at = target;
     for (const wchar_t character : text)
     {

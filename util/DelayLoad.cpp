@@ -31,9 +31,7 @@ std::wstring PathOfLibrary(const std::wstring& fileName)
     auto path =
         Platform::Get<Platform::Registry>().ReadString(Platform::RegistryRoot::Machine, LibrariesKey, fileName.c_str());
     if (path)
-    {
         return *std::move(path);
-    }
     const auto here = reinterpret_cast<const void*>(&PathOfLibrary);
     return Platform::JoinPath(Platform::ParentFolder(SharedLibrary::PathOf(here)), fileName);
 }
@@ -48,9 +46,7 @@ std::vector<std::wstring> DependenciesOf(const std::wstring& fileName)
     {
         const auto length = std::min(rest.find(L';'), rest.size());
         if (length != 0)
-        {
             paths.emplace_back(rest.substr(0, length));
-        }
         rest.remove_prefix(std::min(length + 1, rest.size()));
     }
     return paths;
@@ -73,9 +69,7 @@ public:
     {
         const std::lock_guard lock(g_lock);
         if (m_users == 0 && !Load(error))
-        {
             return false;
-        }
         ++m_users;
         return true;
     }
@@ -122,9 +116,7 @@ private:
         {
             const std::uint32_t code = (*m_files)[i].Load(paths[i]);
             if (code != 0)
-            {
                 return code;
-            }
         }
         return 0;
     }
@@ -132,9 +124,7 @@ private:
     void Unload()
     {
         while (!m_files->empty())
-        {
             m_files->pop_back();
-        }
         delete std::exchange(m_files, nullptr);
     }
 
@@ -154,9 +144,7 @@ bool Find(const SharedLibrary& library, const char* name, Function& function)
 
 #define NL_RESOLVE(result, name, parameters)                                                                           \
     if (!Find(library, #name, table.name))                                                                             \
-    {                                                                                                                  \
-        return #name;                                                                                                  \
-    }
+        return #name;
 
 SuiteLibrary<OrbStrataTable> g_strataLibrary("nl_orb_strata_32", g_orbStrata,
                                              [](const SharedLibrary& library, OrbStrataTable& table) -> const char* {

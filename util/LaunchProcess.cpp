@@ -11,14 +11,10 @@ Platform::KernelHandle LaunchProcess(const wchar_t* program, const wchar_t* argu
     auto& launcher = Platform::Get<Platform::ProcessLauncher>();
     const std::wstring folder = launcher.SystemFolder();
     if (folder.empty())
-    {
         return nullptr;
-    }
     const std::wstring path = Platform::JoinPath(folder, program);
     std::wstring commandLine = L"\"" + path + L"\"";
     if (arguments != nullptr)
-    {
         commandLine.append(L" ").append(arguments);
-    }
     return launcher.Start(path, commandLine, creationFlags, workingFolder);
 }

@@ -11,9 +11,7 @@ constexpr int Reserved = 100;
 bool Load(bool& loaded, bool (*initialize)(int, DelayLoadError*))
 {
     if (loaded)
-    {
         return true;
-    }
     DelayLoadError error;
     loaded = initialize(Reserved, &error);
     if (!loaded)
@@ -21,9 +19,7 @@ bool Load(bool& loaded, bool (*initialize)(int, DelayLoadError*))
         constexpr FunctionLog log(L"ModuleHandler::LoadDll");
         LOG(log, 2, L"%s: Failed to load %hs. Error code: %d", error.fileName.c_str(), error.code);
         if (error.function != nullptr)
-        {
             LOG(log, 3, L"%s: %hs has no function %hs", error.fileName.c_str(), error.function);
-        }
     }
     return loaded;
 }
@@ -33,17 +29,11 @@ bool Load(bool& loaded, bool (*initialize)(int, DelayLoadError*))
 ModuleHandler::~ModuleHandler()
 {
     if (m_flyerLoaded)
-    {
         NlFlyerApiDelayLoadUninitialize();
-    }
     if (m_metricsLoaded)
-    {
         OrbDpApi_DelayLoadUninitialize();
-    }
     if (m_strataLoaded)
-    {
         OrbStrata_DelayLoadUninitialize();
-    }
 }
 
 bool ModuleHandler::LoadDll()

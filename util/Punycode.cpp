@@ -27,9 +27,7 @@ std::uint32_t Adapt(std::uint32_t delta, std::uint32_t count, bool first)
     delta += delta / count;
     std::uint32_t bias = 0;
     for (; delta > (Base - MinimumThreshold) * MaximumThreshold / 2; bias += Base)
-    {
         delta /= Base - MinimumThreshold;
-    }
     return bias + (Base - MinimumThreshold + 1) * delta / (delta + Skew);
 }
 
@@ -55,17 +53,11 @@ std::optional<std::string> EncodePunycode(std::u32string_view text)
 {
     std::string result;
     for (const char32_t code : text)
-    {
         if (code < InitialCode)
-        {
             result += static_cast<char>(code);
-        }
-    }
     const auto basic = static_cast<std::uint32_t>(result.size());
     if (basic != 0)
-    {
         result += '-';
-    }
     std::uint32_t handled = basic;
     std::uint32_t bias = InitialBias;
     std::uint64_t delta = 0;
@@ -74,18 +66,14 @@ std::optional<std::string> EncodePunycode(std::u32string_view text)
     {
         char32_t next = std::numeric_limits<char32_t>::max();
         for (const char32_t candidate : text)
-        {
             next = candidate >= code ? std::min(next, candidate) : next;
-        }
         delta += std::uint64_t{next - code} * (handled + 1);
         code = next;
         for (const char32_t candidate : text)
         {
             delta += candidate < code ? 1 : 0;
             if (delta > std::numeric_limits<std::uint32_t>::max())
-            {
                 return std::nullopt;
-            }
             if (candidate == code)
             {
                 AppendNumber(result, static_cast<std::uint32_t>(delta), bias);

@@ -19,16 +19,12 @@ Sid::Sid(const std::wstring& accountName)
     std::uint32_t domainSize = 0;
     m_error = sessions.LookupAccount(accountName.c_str(), nullptr, &sidSize, nullptr, &domainSize);
     if (m_error != Platform::Sessions::ErrorInsufficientBuffer || sidSize == 0 || domainSize == 0)
-    {
         return;
-    }
     std::vector<std::uint8_t> sid(sidSize);
     std::vector<wchar_t> domain(domainSize);
     m_error = sessions.LookupAccount(accountName.c_str(), sid.data(), &sidSize, domain.data(), &domainSize);
     if (m_error == 0)
-    {
         m_bytes = std::move(sid);
-    }
 }
 
 std::wstring Sid::ToString() const
@@ -41,8 +37,6 @@ std::optional<std::uint32_t> Sid::RelativeId() const
     const std::wstring text = ToString();
     const auto dash = text.rfind(L'-');
     if (dash == std::wstring::npos)
-    {
         return std::nullopt;
-    }
     return static_cast<std::uint32_t>(std::wcstoul(text.c_str() + dash + 1, nullptr, 10));
 }

@@ -37,17 +37,11 @@ struct Unloaded<Result(NL_SUITE_CALL*)(Arguments...)>
             bool reported = false;
             (Fail(arguments, result, reported), ...);
             if constexpr (std::is_same_v<Result, OrbStrataResult>)
-            {
                 return reported ? result : static_cast<Result>(ORB_STRATA_INVALID_HANDLE);
-            }
             else if constexpr (std::is_same_v<Result, std::int32_t>)
-            {
                 return reported ? result : static_cast<Result>(Platform::SharedLibrary::ErrorModuleNotFound);
-            }
             else
-            {
                 return result;
-            }
         }
         else
         {

@@ -37,20 +37,16 @@ Range HostOf(std::wstring_view url)
     const std::size_t authorityEnd = std::min(url.find_first_of(Ends, begin), url.size());
     const auto userInfo = url.substr(0, authorityEnd).rfind(L'@');
     if (userInfo != std::wstring_view::npos && userInfo >= begin)
-    {
         begin = userInfo + 1;
-    }
     if (url.substr(begin, 1) == L"[") // an IPv6 address, which has nothing to convert
-    {
         return {begin, begin};
-    }
     return {begin, std::min(url.find(L':', begin), authorityEnd)};
 }
 
 bool IsAscii(std::wstring_view text)
 {
-    return std::all_of(text.begin(), text.end(),
-                       [](wchar_t character) { return static_cast<char32_t>(character) < 0x80; });
+    return std::all_of(
+        text.begin(), text.end(), [](wchar_t character) { return static_cast<char32_t>(character) < 0x80; });
 }
 
 bool IsAsciiAllowedInName(char32_t code)
@@ -62,9 +58,7 @@ bool IsAsciiAllowedInName(char32_t code)
 QString LowerCompatibilityForm(QString label)
 {
     for (int pass = 0; pass < 2; ++pass)
-    {
         label = label.toLower().normalized(QString::NormalizationForm_KC);
-    }
     return label;
 }
 
@@ -72,13 +66,9 @@ QString LowerCompatibilityForm(QString label)
 std::optional<std::string> ToAscii(std::wstring_view label)
 {
     if (IsAscii(label))
-    {
         return std::string(label.begin(), label.end());
-    }
     if (label.size() > LongestLabel)
-    {
         return std::nullopt;
-    }
     const QVector<uint> codes =
         LowerCompatibilityForm(QString::fromWCharArray(label.data(), static_cast<int>(label.size()))).toUcs4();
     const std::u32string text(codes.begin(), codes.end());
@@ -86,18 +76,12 @@ std::optional<std::string> ToAscii(std::wstring_view label)
     const bool isName =
         std::all_of(text.begin(), text.end(), [](char32_t code) { return code >= 0x80 || IsAsciiAllowedInName(code); });
     if (!isName || text.compare(0, Prefix.size(), U"xn--") == 0)
-    {
         return std::nullopt;
-    }
     if (std::all_of(text.begin(), text.end(), [](char32_t code) { return code < 0x80; }))
-    {
         return std::string(text.begin(), text.end());
-    }
     const auto encoded = EncodePunycode(text);
     if (!encoded || Prefix.size() + encoded->size() > LongestLabel)
-    {
         return std::nullopt;
-    }
     return std::string(Prefix) + *encoded;
 }
 
@@ -109,14 +93,10 @@ std::optional<std::string> HostToAscii(std::wstring_view host)
         const std::size_t end = std::min(host.find_first_of(Dots, begin), host.size());
         const auto label = ToAscii(host.substr(begin, end - begin));
         if (!label)
-        {
             return std::nullopt;
-        }
         result += *label;
         if (end == host.size())
-        {
             return result;
-        }
         result += '.';
         begin = end + 1;
     }
@@ -136,9 +116,7 @@ std::string GetPunycodeUrl(const std::wstring& url)
     const std::wstring_view text = url;
     const std::wstring_view hostText = text.substr(host.begin, host.end - host.begin);
     if (IsAscii(hostText))
-    {
         return Platform::ToUtf8(url);
-    }
     if (!IsWellFormed(url))
     {
         LOG(g_log, 2, L"%s: Conversion from unicode to wide string failed");

@@ -14,9 +14,7 @@ std::wstring AccountOf(std::uint32_t session)
 {
     // To the system this number means the session of the calling process.
     if (session == Sessions::Invalid)
-    {
         return {};
-    }
     auto& system = Platform::Get<Sessions>();
     const std::wstring user = system.UserName(session);
     const std::wstring domain = system.DomainName(session);
@@ -30,17 +28,13 @@ std::uint32_t AllUsers::GetActiveSession() const
     auto& system = Platform::Get<Sessions>();
     std::vector<Sessions::Session> sessions;
     if (!system.Enumerate(sessions))
-    {
         return system.ActiveConsoleSession();
-    }
     std::uint32_t active = Sessions::Invalid;
     bool serviceSessionActive = false;
     for (const Sessions::Session& session : sessions)
     {
         if (session.active && session.id != 0)
-        {
             active = session.id;
-        }
         serviceSessionActive = serviceSessionActive || (session.active && session.id == 0);
     }
     return active == Sessions::Invalid && serviceSessionActive ? 0 : active;
@@ -49,9 +43,7 @@ std::uint32_t AllUsers::GetActiveSession() const
 LoggedInUser::LoggedInUser(std::uint32_t session) : m_sid(AccountOf(session))
 {
     if (!m_sid.IsEmpty())
-    {
         m_session = session;
-    }
 }
 
 LoggedInUser LoggedInUser::FromActiveUser()
@@ -72,9 +64,7 @@ bool CurrentUser::GetSid(std::wstring& sid) const
 {
     std::wstring text = m_sid.ToString();
     if (text.empty())
-    {
         return false;
-    }
     sid = std::move(text);
     return true;
 }

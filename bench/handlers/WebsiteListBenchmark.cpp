@@ -87,9 +87,7 @@ void PublishTables(benchmark::State& state)
         sites.emplace("own" + std::to_string(i) + ".example.com", i % 2 == 0, std::string());
     InTurns turns(state, "the rows made of a list at hand", {1.5});
     for (auto _ : state)
-    {
         turns.Both([&] { page.Publish(); }, [&] { MakeRows(host, sites); });
-    }
 }
 
 void PublishFlat(benchmark::State& state)
@@ -101,9 +99,7 @@ void PublishFlat(benchmark::State& state)
     turns.SetUnits(state.range(0), kFew);
     turns.RunTwice();
     for (auto _ : state)
-    {
         turns.Both([&] { many.Publish(); }, [&] { few.Publish(); });
-    }
 }
 
 /// What the host keeps of each row.

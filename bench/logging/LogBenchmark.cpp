@@ -103,8 +103,15 @@ void LinesOfThreads(benchmark::State& state, std::uint32_t maximumKB)
     turns.SetUnits(threads * kLines, threads * kLines);
     for (auto _ : state)
     {
-        turns.Both([&] { InThreads(threads, [] { WriteLines(kLines); }); },
-                   [&] { InThreads(threads, [&floor] { WriteFloorLines(floor, kLines); }); });
+        turns.Both(
+            [&] {
+                InThreads(
+                    threads, [] { WriteLines(kLines); });
+            },
+            [&] {
+                InThreads(
+                    threads, [&floor] { WriteFloorLines(floor, kLines); });
+            });
     }
 }
 
@@ -146,9 +153,7 @@ void LinesOfProcesses(benchmark::State& state, std::uint32_t maximumKB)
     InTurns turns(state, kFloorIs);
     turns.SetUnits(kProcesses * kLinesOfProcess, kProcesses * kLinesOfProcess);
     for (auto _ : state)
-    {
         turns.Both([&] { RunProcesses(line); }, [&] { RunProcesses(floorLine); });
-    }
 }
 
 BENCHMARK(FilteredCall)->Name("log: a filtered call")->Iterations(50)->UseManualTime();

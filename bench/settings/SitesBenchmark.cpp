@@ -95,9 +95,7 @@ void LoadSites(benchmark::State& state)
     const BareScope bare("S-1-5-21-1");
     InTurns turns(state, "every field read through the store's interface", {1.5});
     for (auto _ : state)
-    {
         turns.Both([&] { sites.Load(); }, [&] { ReadBare(bare.Handle()); });
-    }
 }
 
 void SaveSites(benchmark::State& state)
@@ -126,9 +124,7 @@ void LoadFlat(benchmark::State& state)
     turns.SetUnits(state.range(0), kFew);
     turns.RunTwice();
     for (auto _ : state)
-    {
         turns.Both([&] { many.Load(); }, [&] { few.Load(); });
-    }
 }
 
 void SaveFlat(benchmark::State& state)
@@ -140,9 +136,7 @@ void SaveFlat(benchmark::State& state)
     turns.SetUnits(state.range(0), kFew);
     turns.RunTwice();
     for (auto _ : state)
-    {
         turns.Both([&] { many.ChangeAndSave(); }, [&] { few.ChangeAndSave(); });
-    }
 }
 
 /// A list, and some sites that are not in it and would lie all over it.

@@ -17,11 +17,9 @@ void ReadDaysBare(OrbStrataHandle handle, const wchar_t* key)
     OrbStrataObject* const array = OrbStrata_GetObject(handle, key, &result);
     const OrbStrataIterator end = OrbStrata_ArrayEnd(array);
     for (OrbStrataIterator at = OrbStrata_ArrayBegin(array); at != end; ++at)
-    {
         for (const wchar_t* const field :
              {L"julianDate", L"websitesChecked", L"bankingSessions", L"harmfulBlocks", L"wtsScans", L"wtsBlocks"})
             OrbStrata_ObjectGetInt64(OrbStrata_IteratorGetAssociatedObject(at), field, 0, &result);
-    }
     OrbStrata_DeleteObject(array);
 }
 
@@ -35,9 +33,7 @@ void LoadTenYears(benchmark::State& state)
     const BareScope bare("S-1-5-21-1");
     InTurns turns(state, "every field read through the store's interface", {1.5});
     for (auto _ : state)
-    {
         turns.Both([&] { days.Load(); }, [&] { ReadDaysBare(bare.Handle(), days.GetKey().c_str()); });
-    }
 }
 
 void CountTenYears(benchmark::State& state)

@@ -27,18 +27,12 @@ InTurns::InTurns(benchmark::State& state, const char* floor, const Wanted& wante
 InTurns::~InTurns()
 {
     if (m_subject.empty())
-    {
         return;
-    }
     m_state.counters[m_bytes ? "bytes" : "seconds"] = Quantile(m_subject, 0.5);
     if (m_subject.size() >= EnoughFor99)
-    {
         m_state.counters["p99"] = Quantile(m_subject, 0.99);
-    }
     if (!m_floor.empty())
-    {
         m_state.counters["floor"] = Quantile(m_floor, 0.5);
-    }
     m_state.counters["wanted_ratio"] = m_wanted.ratio;
     m_state.counters["wanted"] = m_wanted.most;
     m_state.counters["wanted_p99"] = m_wanted.most99;

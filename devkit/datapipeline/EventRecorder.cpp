@@ -17,15 +17,11 @@ int32_t EventRecorder::Record(int32_t code, const char* name, const wchar_t* pay
     {
         const int32_t fault = m_fault;
         if (m_faultsLeft != 0 && --m_faultsLeft == 0)
-        {
             m_fault = 0;
-        }
         return fault;
     }
     if (name == nullptr)
-    {
         return InvalidArgument;
-    }
     m_events.push_back({code, name, payload == nullptr ? std::nullopt : std::optional<std::wstring>(payload), major});
     return 0;
 }

@@ -56,9 +56,7 @@ void FlyerBoard::Visit(NlFlyerVisitor visitor, void* context) const
         const Flyer flyer = m_flyers[i];
         std::vector<NlFlyerButtonView> buttons;
         for (const Button& button : flyer.buttons)
-        {
             buttons.push_back({button.caption.c_str(), button.action ? button.action->c_str() : nullptr});
-        }
         const NlFlyerView view{flyer.id,
                                flyer.title.c_str(),
                                flyer.description.c_str(),
@@ -73,18 +71,12 @@ bool FlyerBoard::Press(int32_t id, uint32_t button)
 {
     Flyer* flyer = id < 1 ? nullptr : FindById(static_cast<std::size_t>(id));
     if (flyer == nullptr || flyer->state != NL_FLYER_SHOWN || button >= flyer->buttons.size())
-    {
         return false;
-    }
     const auto action = flyer->buttons[button].action;
     if (!action)
-    {
         flyer->state = NL_FLYER_CLOSED;
-    }
     else if (m_handler != nullptr)
-    {
         m_handler(m_handlerContext, action->c_str());
-    }
     return true;
 }
 
@@ -98,9 +90,7 @@ bool FlyerBoard::SetFault(const char* function, int32_t code, uint32_t count)
 {
     const auto name = std::find(std::begin(Names), std::end(Names), function == nullptr ? "" : function);
     if (name == std::end(Names))
-    {
         return false;
-    }
     const auto number = static_cast<Function>(name - std::begin(Names));
     if (code != 0)
     {
@@ -117,14 +107,10 @@ int32_t FlyerBoard::TakeFault(Function function)
     const auto at = std::find_if(m_faults.begin(), m_faults.end(),
                                  [function](const Fault& fault) { return fault.function == function; });
     if (at == m_faults.end())
-    {
         return 0;
-    }
     const int32_t code = at->code;
     if (at->left != 0 && --at->left == 0)
-    {
         m_faults.erase(at);
-    }
     return code;
 }
 

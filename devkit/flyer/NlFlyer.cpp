@@ -24,13 +24,9 @@ int32_t NlFlyer_CreateFlyer(int32_t /*reserved*/, const wchar_t* title, const wc
                             NlFlyerHandle* flyer)
 {
     if (const int32_t fault = FlyerBoard::Instance().TakeFault(Function::NlFlyer_CreateFlyer); fault != 0)
-    {
         return fault;
-    }
     if (flyer == nullptr)
-    {
         return InvalidArgument;
-    }
     *flyer = FlyerBoard::HandleOf(FlyerBoard::Instance().Add(title, description));
     return 0;
 }
@@ -40,13 +36,9 @@ int32_t NlFlyer_AddButton(NlFlyerHandle handle, const wchar_t* caption, const Nl
 {
     Flyer* flyer = nullptr;
     if (const int32_t error = Begin(Function::NlFlyer_AddButton, handle, flyer); error != 0)
-    {
         return error;
-    }
     if (caption == nullptr || button == nullptr)
-    {
         return InvalidArgument;
-    }
     flyer->buttons.push_back(
         {caption, button->action == nullptr ? std::nullopt : std::optional<std::string>(button->action)});
     return 0;
@@ -57,9 +49,7 @@ int32_t NlFlyer_ShowFlyer(NlFlyerHandle handle, int32_t /*placement*/, int32_t /
     Flyer* flyer = nullptr;
     const int32_t error = Begin(Function::NlFlyer_ShowFlyer, handle, flyer);
     if (error == 0)
-    {
         flyer->state = NL_FLYER_SHOWN;
-    }
     return error;
 }
 
@@ -68,9 +58,7 @@ int32_t NlFlyer_CloseFlyer(NlFlyerHandle handle)
     Flyer* flyer = nullptr;
     const int32_t error = Begin(Function::NlFlyer_CloseFlyer, handle, flyer);
     if (error == 0)
-    {
         flyer->state = NL_FLYER_CLOSED;
-    }
     return error;
 }
 

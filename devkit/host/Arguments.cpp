@@ -96,9 +96,7 @@ QString Arguments::Check(const Parameter& parameter) const
     }
     const QVariant value = m_values.value(name);
     if (!Fits(value, parameter.kind))
-    {
         return QStringLiteral("The argument \"%1\" must be %2.").arg(name, QLatin1String(Describe(parameter.kind)));
-    }
     const QStringList choices = QString::fromLatin1(parameter.choices).split(QLatin1Char('|'), Qt::SkipEmptyParts);
     const QStringList given =
         parameter.kind == ArgumentKind::Texts ? value.toStringList() : QStringList{value.toString()};

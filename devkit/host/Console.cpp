@@ -23,9 +23,7 @@ Console::Console(Listener listener)
 Console::~Console()
 {
     if (m_promptShown)
-    {
         Write(LineEditor::Clear());
-    }
 }
 
 void Console::Listen()
@@ -45,14 +43,10 @@ void Console::OnInput()
 {
     // A command that runs the event loop must not be overtaken by the next one.
     if (m_busy)
-    {
         return;
-    }
     m_busy = true;
     for (auto piece = m_input->Take(); piece && !m_ended; piece = m_input->Take())
-    {
         Consume(*piece);
-    }
     m_busy = false;
     DrawPrompt();
 }
@@ -73,19 +67,13 @@ void Console::Consume(const QByteArray& piece)
     {
         m_lines.Feed(piece);
         if (piece.isEmpty())
-        {
             m_lines.Finish();
-        }
         for (auto line = m_lines.Take(); line; line = m_lines.Take())
-        {
             m_listener.onLine(QString::fromUtf8(line->text));
-        }
     }
     m_ended = m_ended || piece.isEmpty() || m_editor.HasEnded();
     if (m_ended)
-    {
         m_listener.onEnd();
-    }
 }
 
 void Console::DrawPrompt()

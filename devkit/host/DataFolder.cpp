@@ -19,9 +19,7 @@ QString DataFolder::DefaultPath()
 QString DataFolder::Prepare() const
 {
     if (!QDir().mkpath(m_path))
-    {
         return QStringLiteral("The data folder \"%1\" cannot be created.").arg(QDir::toNativeSeparators(m_path));
-    }
     QTemporaryFile probe(m_path + QLatin1String("/.probe-XXXXXX"));
     if (!probe.open())
     {

@@ -10,9 +10,7 @@ Map OfMap(const Map& map)
 {
     Map copy;
     for (auto it = map.begin(); it != map.end(); ++it)
-    {
         copy.insert(DetachedCopy::Of(it.key()), DetachedCopy::Of(it.value()));
-    }
     return copy;
 }
 
@@ -22,18 +20,14 @@ List OfList(const List& list)
     List copy;
     copy.reserve(list.size());
     for (const auto& item : list)
-    {
         copy.append(DetachedCopy::Of(item));
-    }
     return copy;
 }
 
 QVariant OfRegistered(const QVariant& value)
 {
     if (value.userType() == qMetaTypeId<VariableIdentifier>())
-    {
         return QVariant::fromValue(VariableIdentifier(DetachedCopy::Of(value.value<VariableIdentifier>().ToString())));
-    }
     return value.canConvert<QString>() ? QVariant(DetachedCopy::Of(value.toString())) : QVariant();
 }
 

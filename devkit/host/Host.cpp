@@ -23,9 +23,7 @@ Host::Host(const DataFolder& dataFolder, const Setup& setup)
       manager(hub, setup.warn), urls(setup.openUrls), plugIn(setup.plugInFile, manager)
 {
     if (environment.IsIncomplete())
-    {
         setup.warn(QStringLiteral("The registry could not be written; the plug-in starts with its defaults."));
-    }
     qRegisterMetaType<VariableIdentifier>(); // here, and not first by a library that goes away
     NlFlyerControl_SetActionHandler(&FireTrigger, &hub);
 }

@@ -37,9 +37,7 @@ void InputReader::Run()
         std::unique_lock<std::mutex> lock(m_mutex);
         m_taken.wait(lock, [this] { return m_stopping || !m_piece; });
         if (m_stopping)
-        {
             return;
-        }
         m_piece = std::move(bytes);
         QMetaObject::invokeMethod(
             this, [this] { m_onInput(); }, Qt::QueuedConnection);

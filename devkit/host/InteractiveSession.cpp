@@ -48,9 +48,7 @@ void InteractiveSession::OnChange(const VariableChange& change, const QVariant& 
     const TextStyle& style = m_console.Style();
     const bool isTrigger = change.kind == VariableChange::Kind::Trigger;
     if (!isTrigger && change.value == previous)
-    {
         return;
-    }
     const QString name = MainPage::TitleOf(change.name);
     if (!isTrigger && !previous.isValid() && change.by == Actor::PlugIn && name == change.name)
     {
@@ -72,12 +70,14 @@ void InteractiveSession::CountFirstValue()
 {
     if (m_firstValues++ == 0)
     {
-        QTimer::singleShot(0, &m_firstValuesTold, [this] {
-            const QString text = QStringLiteral("%1 variables of other pages have their first value; "
-                                                "\"variables\" lists them.");
-            m_console.Print(QStringLiteral("  ") + m_console.Style().Faint(text.arg(m_firstValues)) +
-                            QLatin1Char('\n'));
-            m_firstValues = 0;
-        });
+        QTimer::singleShot(
+            0, &m_firstValuesTold,
+            [this] {
+                const QString text = QStringLiteral("%1 variables of other pages have their first value; "
+                                                    "\"variables\" lists them.");
+                m_console.Print(QStringLiteral("  ") + m_console.Style().Faint(text.arg(m_firstValues)) +
+                                QLatin1Char('\n'));
+                m_firstValues = 0;
+            });
     }
 }

@@ -39,22 +39,16 @@ void JsonLinesSession::OnInput()
 {
     // A command that runs the event loop must not be overtaken by the next one.
     if (m_busy)
-    {
         return;
-    }
     m_busy = true;
     for (auto piece = m_input.Take(); piece && !m_host.IsQuitting(); piece = m_input.Take())
     {
         if (piece->isEmpty())
-        {
             m_lines.Finish();
-        }
         m_lines.Feed(*piece);
         AnswerLines();
         if (piece->isEmpty())
-        {
             m_host.RequestQuit();
-        }
     }
     m_busy = false;
 }
@@ -62,12 +56,8 @@ void JsonLinesSession::OnInput()
 void JsonLinesSession::AnswerLines()
 {
     for (auto line = m_lines.Take(); line && !m_host.IsQuitting(); line = m_lines.Take())
-    {
         if (line->tooLong || !line->text.trimmed().isEmpty())
-        {
             AnswerLine(*line);
-        }
-    }
 }
 
 void JsonLinesSession::AnswerLine(const LineSplitter::Line& line)
@@ -114,7 +104,5 @@ void JsonLinesSession::OnChange(const VariableChange& change)
 void JsonLinesSession::Send(const QVariantMap& message)
 {
     if (!WriteStandardOutput(Json::Write(message) + '\n'))
-    {
         m_host.RequestQuit();
-    }
 }

@@ -24,9 +24,7 @@ public:
         QVariant value = ReadValue(0);
         SkipBlanks();
         if (Good() && m_at != m_end)
-        {
             Fail("unexpected text after the value");
-        }
         return {Good() ? value : QVariant(), m_error};
     }
 
@@ -62,9 +60,7 @@ QVariant Reader::ReadValue(int depth)
 {
     SkipBlanks();
     if (depth > Json::MaximumDepth)
-    {
         Fail("nested too deeply");
-    }
     if (!Good() || m_at == m_end)
     {
         Fail("a value is missing");
@@ -95,9 +91,7 @@ QVariant Reader::ReadObject(int depth)
     Take('{');
     SkipBlanks();
     if (Take('}'))
-    {
         return object;
-    }
     do
     {
         SkipBlanks();
@@ -111,9 +105,7 @@ QVariant Reader::ReadObject(int depth)
         Expect(':', "a colon is missing");
         const QVariant value = ReadValue(depth + 1);
         if (!Good())
-        {
             return {};
-        }
         object.insert(name, value);
         SkipBlanks();
     } while (Take(','));
@@ -127,16 +119,12 @@ QVariant Reader::ReadArray(int depth)
     Take('[');
     SkipBlanks();
     if (Take(']'))
-    {
         return array;
-    }
     do
     {
         array.append(ReadValue(depth + 1));
         if (!Good())
-        {
             return {};
-        }
         SkipBlanks();
     } while (Take(','));
     Expect(']', "an array is not closed");
@@ -151,22 +139,16 @@ QString Reader::ReadText()
     {
         const char* const start = m_at;
         while (m_at != m_end && *m_at != '"' && *m_at != '\\' && static_cast<uchar>(*m_at) >= 0x20)
-        {
             ++m_at;
-        }
         if (m_at != start)
         {
             QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
             text += m_utf8->toUnicode(start, static_cast<int>(m_at - start), &state);
             if (state.invalidChars > 0 || state.remainingChars > 0)
-            {
                 Fail("a text is not UTF-8");
-            }
         }
         if (Take('"'))
-        {
             return text;
-        }
         if (Take('\\'))
         {
             ReadEscape(text);
@@ -201,9 +183,7 @@ ushort Reader::ReadCodeUnit()
     bool valid = m_end - m_at >= 4;
     const QByteArray digits(m_at, valid ? 4 : 0);
     for (const char digit : digits)
-    {
         valid = valid && std::isxdigit(static_cast<uchar>(digit)) != 0;
-    }
     if (!valid)
     {
         Fail("four hexadecimal digits are missing");
@@ -233,9 +213,7 @@ QVariant Reader::ReadNumber()
     {
         integer = false;
         if (!Take('+'))
-        {
             Take('-');
-        }
         RequireDigits();
     }
     const QByteArray literal(start, static_cast<int>(m_at - start));
@@ -246,17 +224,11 @@ QVariant Reader::ToInteger(const QByteArray& literal)
 {
     bool fits = false;
     if (const int number = literal.toInt(&fits); fits)
-    {
         return number;
-    }
     if (const qlonglong number = literal.toLongLong(&fits); fits)
-    {
         return number;
-    }
     if (const qulonglong number = literal.toULongLong(&fits); fits)
-    {
         return number;
-    }
     return ToDouble(literal);
 }
 
@@ -265,9 +237,7 @@ QVariant Reader::ToDouble(const QByteArray& literal)
     bool fits = false;
     const double number = literal.toDouble(&fits);
     if (!fits)
-    {
         Fail("a number is out of range");
-    }
     return number;
 }
 
@@ -275,18 +245,14 @@ bool Reader::TakeDigits()
 {
     const char* const start = m_at;
     while (m_at != m_end && IsDigit(*m_at))
-    {
         ++m_at;
-    }
     return m_at != start;
 }
 
 void Reader::RequireDigits()
 {
     if (!TakeDigits())
-    {
         Fail("digits are missing");
-    }
 }
 
 QVariant Reader::ReadWord(const char* word, const QVariant& value)
@@ -311,25 +277,19 @@ bool Reader::Take(char c)
 void Reader::Expect(char c, const char* what)
 {
     if (!Take(c))
-    {
         Fail(what);
-    }
 }
 
 void Reader::SkipBlanks()
 {
     while (m_at != m_end && (*m_at == ' ' || *m_at == '\t' || *m_at == '\r' || *m_at == '\n'))
-    {
         ++m_at;
-    }
 }
 
 void Reader::Fail(const char* what)
 {
     if (Good())
-    {
         m_error = QStringLiteral("%1 at byte %2").arg(QLatin1String(what)).arg(m_at - m_begin + 1);
-    }
 }
 
 } // namespace

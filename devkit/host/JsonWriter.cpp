@@ -40,9 +40,7 @@ bool IsLoneSurrogate(const QString& text, int at)
 {
     const QChar unit = text[at];
     if (unit.isHighSurrogate())
-    {
         return at + 1 == text.size() || !text[at + 1].isLowSurrogate();
-    }
     return unit.isLowSurrogate() && (at == 0 || !text[at - 1].isHighSurrogate());
 }
 
@@ -73,9 +71,7 @@ void WriteDouble(QByteArray& out, double number)
     }
     QByteArray literal = QByteArray::number(number, 'g', QLocale::FloatingPointShortest);
     if (!literal.contains('.') && !literal.contains('e'))
-    {
         literal += ".0"; // stays a fraction when it is read back
-    }
     out += literal;
 }
 
@@ -108,17 +104,11 @@ void WriteArray(QByteArray& out, const List& array)
 void WriteOther(QByteArray& out, const QVariant& value)
 {
     if (value.userType() == qMetaTypeId<VariableIdentifier>())
-    {
         WriteText(out, value.value<VariableIdentifier>().ToString());
-    }
     else if (value.canConvert<QString>())
-    {
         WriteText(out, value.toString());
-    }
     else
-    {
         out += "null";
-    }
 }
 
 void WriteValue(QByteArray& out, const QVariant& value)

@@ -25,9 +25,7 @@ QStringList LineEditor::Feed(const QByteArray& bytes)
     QStringList finished;
     const QString keys = m_decoder.toUnicode(bytes);
     for (const QChar key : keys)
-    {
         OnKey(key, finished);
-    }
     return finished;
 }
 
@@ -113,37 +111,23 @@ void LineEditor::OnEscape(const QString& sequence)
 {
     const QString key = QString(sequence).replace(QLatin1Char('O'), QLatin1Char('['));
     if (key == QLatin1String("[A") || key == QLatin1String("[B"))
-    {
         Recall(key == QLatin1String("[A") ? -1 : 1);
-    }
     else if (key == QLatin1String("[D"))
-    {
         m_cursor = std::max(m_cursor - 1, 0);
-    }
     else if (key == QLatin1String("[C"))
-    {
         m_cursor = std::min(m_cursor + 1, m_text.size());
-    }
     else if (key == QLatin1String("[H"))
-    {
         m_cursor = 0;
-    }
     else if (key == QLatin1String("[F"))
-    {
         m_cursor = m_text.size();
-    }
     else if (key == QLatin1String("[3~"))
-    {
         m_text.remove(m_cursor, 1);
-    }
 }
 
 void LineEditor::Finish(QStringList& finished)
 {
     if (!m_text.trimmed().isEmpty() && (m_history.isEmpty() || m_history.last() != m_text))
-    {
         m_history.append(m_text);
-    }
     finished.append(m_text);
     m_text.clear();
     m_cursor = 0;

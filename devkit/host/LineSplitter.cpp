@@ -15,17 +15,13 @@ void LineSplitter::Feed(const QByteArray& bytes)
 void LineSplitter::Finish()
 {
     if (m_skipping || !m_partial.isEmpty())
-    {
         EndLine();
-    }
 }
 
 std::optional<LineSplitter::Line> LineSplitter::Take()
 {
     if (m_lines.empty())
-    {
         return std::nullopt;
-    }
     Line line = m_lines.front();
     m_lines.pop_front();
     return line;
@@ -46,9 +42,7 @@ void LineSplitter::Append(const char* bytes, int size)
 void LineSplitter::EndLine()
 {
     if (m_partial.endsWith('\r'))
-    {
         m_partial.chop(1);
-    }
     const bool tooLong = m_skipping || m_partial.size() > m_limit;
     m_lines.push_back({tooLong ? QByteArray() : m_partial, tooLong});
     m_partial = QByteArray();

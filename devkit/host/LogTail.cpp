@@ -32,18 +32,12 @@ QStringList ReadLines(QFile& file, qint64 size)
     QString text(bytes.size() / 2, Qt::Uninitialized);
     qFromLittleEndian<quint16>(bytes.constData(), text.size(), text.data());
     if (text.startsWith(QChar::ByteOrderMark))
-    {
         text.remove(0, 1);
-    }
     QStringList lines = text.split(QLatin1String("\r\n"));
     if (start > 0)
-    {
         lines.removeFirst();
-    }
     if (!lines.isEmpty() && lines.last().isEmpty())
-    {
         lines.removeLast();
-    }
     return lines;
 }
 
@@ -57,9 +51,7 @@ QStringList Filter(const QStringList& lines, int maximumLevel)
         const int own = LevelOf(line, begins);
         level = begins || line.isEmpty() ? own : level;
         if (maximumLevel == NoLevel || (level != NoLevel && level <= maximumLevel))
-        {
             kept.append(line);
-        }
     }
     return kept;
 }
@@ -70,18 +62,14 @@ QStringList ReadLogTail(const QString& fileName, qint64 count, int maximumLevel)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
-    {
         return {};
-    }
     constexpr qint64 FirstPiece = 64LL * 1024;
     QStringList lines;
     for (qint64 size = FirstPiece; lines.size() < count; size *= 4)
     {
         lines = Filter(ReadLines(file, size), maximumLevel);
         if (size >= file.size())
-        {
             break;
-        }
     }
     return lines.mid(static_cast<int>(std::max<qint64>(lines.size() - count, 0)));
 }

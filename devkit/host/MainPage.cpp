@@ -118,17 +118,11 @@ QString MainPage::TitleOf(const QString& id)
     {
         QString title = QString::fromLatin1(row.title);
         if (id == QLatin1String(row.state))
-        {
             return title;
-        }
         if (id == QLatin1String(row.status))
-        {
             return title + QLatin1String(" (status)");
-        }
         if (row.readOnly != nullptr && id == QLatin1String(row.readOnly))
-        {
             return title + QLatin1String(" (read-only)");
-        }
     }
     const auto* const found = std::find_if(std::begin(Titles), std::end(Titles),
                                            [&id](const Title& title) { return id == QLatin1String(title.id); });
@@ -139,9 +133,7 @@ QString MainPage::Draw(const VariableHub& hub, const TextStyle& style)
 {
     QString page = DrawStatus(hub, style) + QLatin1Char('\n');
     for (const Switch& row : Switches)
-    {
         page += DrawSwitch(hub, style, row);
-    }
     const bool disabled = hub.Value(QLatin1String(ExtensionDisabled)).toBool();
     page += QLatin1Char('\n');
     page += Row(QStringLiteral("Browser extension"),

@@ -6,9 +6,7 @@
 NamedEvents::~NamedEvents()
 {
     for (const auto& [name, event] : m_events)
-    {
         Platform::Close(event);
-    }
 }
 
 QString NamedEvents::Create(const QString& name)
@@ -20,9 +18,7 @@ QString NamedEvents::Create(const QString& name)
     }
     const Platform::KernelHandle event = Platform::Get<Platform::NamedEvents>().Create(name.toStdWString().c_str());
     if (event == nullptr)
-    {
         return QStringLiteral("The event \"%1\" cannot be made: error %2.").arg(name).arg(Platform::LastError());
-    }
     m_events.emplace(name, event);
     return {};
 }
@@ -31,8 +27,6 @@ std::optional<bool> NamedEvents::IsSignalled(const QString& name) const
 {
     const auto event = m_events.find(name);
     if (event == m_events.end())
-    {
         return std::nullopt;
-    }
     return Platform::Get<Platform::NamedEvents>().IsSet(event->second);
 }

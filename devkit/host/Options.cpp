@@ -32,13 +32,9 @@ Options Options::FromCommandLine()
 
     QString problem;
     if (parser.isSet(temporary) && parser.isSet(data))
-    {
         problem = QStringLiteral("--data and --temporary exclude each other.");
-    }
     else if (!parser.positionalArguments().isEmpty())
-    {
         problem = QStringLiteral("There are no arguments but options; see --help.");
-    }
     return {parser.isSet(jsonLines),
             parser.isSet(temporary),
             parser.isSet(openUrls),

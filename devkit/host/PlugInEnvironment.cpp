@@ -37,9 +37,7 @@ PlugInEnvironment::PlugInEnvironment(Registry& registry, const DataFolder& folde
     const QString logRoot = QDir::toNativeSeparators(folder.LogRoot());
     QDir().mkpath(folder.LogRoot());
     for (const Registry::Root root : {Registry::Root::Machine, Registry::Root::User})
-    {
         m_incomplete |= !registry.Set(root, LoggingKey(), QStringLiteral("RootPath"), logRoot);
-    }
     for (const Library& library : Libraries)
     {
         const QString file = QLatin1String(library.file);
@@ -66,7 +64,5 @@ PlugInEnvironment::MissingLibraries::MissingLibraries(Registry& registry, const 
 PlugInEnvironment::MissingLibraries::~MissingLibraries()
 {
     for (auto it = m_paths.begin(); it != m_paths.end(); ++it)
-    {
         m_registry.Set(Registry::Root::Machine, DelayLoadKey(), it.key(), it.value());
-    }
 }

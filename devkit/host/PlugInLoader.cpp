@@ -21,9 +21,7 @@ PlugInLoader::Outcome PlugInLoader::Load()
 {
     QObject* object = m_library.instance();
     if (object == nullptr)
-    {
         return Fail(QStringLiteral("%1 does not load: %2").arg(m_file, m_library.errorString()));
-    }
     m_plugIn = qobject_cast<IPlugIn*>(object);
     if (m_plugIn == nullptr)
     {
@@ -41,9 +39,7 @@ std::size_t PlugInLoader::Unload()
     m_plugIn = nullptr;
     m_initialized = false;
     if (m_library.isLoaded())
-    {
         m_library.unload();
-    }
     return m_manager.ReclaimPeers();
 }
 

@@ -36,8 +36,6 @@ std::size_t PlugInManager::ReclaimPeers()
     const std::size_t outstanding = m_peers.size();
     m_peers.clear();
     if (outstanding > 0)
-    {
         m_warn(QStringLiteral("The plug-in left without handing back %1 data peer(s).").arg(outstanding));
-    }
     return outstanding;
 }

@@ -8,26 +8,20 @@ namespace
 Answer Load(Host& host, const Arguments& arguments)
 {
     if (host.plugIn.IsLoaded())
-    {
         return Answer::Failure(QStringLiteral("The plug-in is already loaded."));
-    }
     const PlugInEnvironment::MissingLibraries missing(host.registry, arguments.Texts("missing"));
     const PlugInLoader::Outcome outcome = host.plugIn.Load();
     QVariantMap result{{QStringLiteral("initialized"), outcome.initialized},
                        {QStringLiteral("loaded"), outcome.loaded}};
     if (!outcome.error.isEmpty())
-    {
         result.insert(QStringLiteral("error"), outcome.error);
-    }
     return {result, {}};
 }
 
 Answer Unload(Host& host, const Arguments&)
 {
     if (!host.plugIn.IsLoaded())
-    {
         return Answer::Failure(QStringLiteral("The plug-in is not loaded."));
-    }
     return {QVariantMap{{QStringLiteral("peersOutstanding"), static_cast<qulonglong>(host.plugIn.Unload())}}, {}};
 }
 

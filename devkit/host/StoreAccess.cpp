@@ -55,9 +55,7 @@ StoreAccess::StoreAccess(const QString& storeFile, QString userSid) : m_userSid(
 StoreAccess::~StoreAccess()
 {
     for (const auto& [sid, handle] : m_handles)
-    {
         OrbStrata_CloseHandle(handle);
-    }
     OrbStrataControl_Shutdown();
     OrbStrataControl_SetWriteObserver(nullptr, nullptr);
 }
@@ -66,16 +64,12 @@ Answer StoreAccess::Get(const QString& scope, const QString& key)
 {
     const auto target = Locate(scope, key);
     if (!target.Ok())
-    {
         return Answer::Failure(target.error);
-    }
     QVariantMap found;
     const OrbStrataResult result =
         OrbStrataControl_Find(target.value.handle, target.value.key.c_str(), &Collect, &found);
     if (result != ORB_STRATA_SUCCESS && result != ORB_STRATA_NOT_FOUND)
-    {
         return Answer::Failure(Explain(result, key));
-    }
     return {found.value(key, StoreValue::Describe(OrbStrataEntry{})), {}};
 }
 
@@ -83,9 +77,7 @@ Answer StoreAccess::List(const QString& scope, const QString& prefix)
 {
     const auto target = Locate(scope, prefix);
     if (!target.Ok())
-    {
         return Answer::Failure(target.error);
-    }
     QVariantMap entries;
     const OrbStrataResult result =
         OrbStrataControl_List(target.value.handle, target.value.key.c_str(), &Collect, &entries);
@@ -97,9 +89,7 @@ Answer StoreAccess::Set(const QString& scope, const QString& key, const QString&
     const auto target = Locate(scope, key);
     const auto stored = StoreValue::Make(type, value);
     if (!target.Ok() || !stored.Ok())
-    {
         return Answer::Failure(target.Ok() ? stored.error : target.error);
-    }
     OrbStrataEntry entry{};
     const OrbStrataResult found = OrbStrataControl_Find(
         target.value.handle, target.value.key.c_str(),
@@ -108,9 +98,7 @@ Answer StoreAccess::Set(const QString& scope, const QString& key, const QString&
         },
         &entry);
     if (found != ORB_STRATA_SUCCESS && found != ORB_STRATA_NOT_FOUND)
-    {
         return Answer::Failure(Explain(found, key));
-    }
     entry.key = target.value.key.c_str();
     entry.type = stored.value.type;
     entry.number = stored.value.number;
@@ -122,9 +110,7 @@ Answer StoreAccess::Remove(const QString& scope, const QString& key)
 {
     const auto target = Locate(scope, key);
     if (!target.Ok())
-    {
         return Answer::Failure(target.error);
-    }
     return {{}, Explain(OrbStrataControl_Remove(target.value.handle, target.value.key.c_str()), key)};
 }
 
@@ -132,9 +118,7 @@ Answer StoreAccess::Constrain(const QString& scope, const QString& key, quint32 
 {
     const auto target = Locate(scope, key);
     if (!target.Ok())
-    {
         return Answer::Failure(target.error);
-    }
     return {{}, Explain(OrbStrata_SetConstraints(target.value.handle, target.value.key.c_str(), constraints), key)};
 }
 
@@ -154,9 +138,7 @@ bool StoreAccess::Settle(int timeoutMs)
         known = WriteCount();
         const qint64 left = timeoutMs - timer.elapsed();
         if (left < 0 || !OrbStrataControl_WaitForDelivery(static_cast<uint32_t>(left)))
-        {
             return false;
-        }
         RunUntilIdle();
     } while (WriteCount() != known);
     return true;
@@ -173,9 +155,7 @@ Result<StoreAccess::Target> StoreAccess::Locate(const QString& scope, const QStr
             QStringLiteral("A scope is \"system\", \"user\" or a SID, not \"%1\".").arg(scope));
     }
     if (key.contains(QChar(0))) // would end the key in the store's interface and name another setting
-    {
         return Result<Target>::Failure(QStringLiteral("A key cannot hold a NUL character."));
-    }
     const QString sid = system ? QLatin1String(SystemSid) : user ? m_userSid : scope;
     auto known = m_handles.find(sid);
     if (known == m_handles.end())
@@ -183,9 +163,7 @@ Result<StoreAccess::Target> StoreAccess::Locate(const QString& scope, const QStr
         OrbStrataResult result = ORB_STRATA_SUCCESS;
         auto* const handle = OrbStrataControl_OpenProductHandle(sid.toStdWString().c_str(), &result);
         if (result != ORB_STRATA_SUCCESS)
-        {
             return Result<Target>::Failure(Explain(result, scope));
-        }
         known = m_handles.emplace(sid, handle).first;
     }
     return {{known->second, key.toStdWString()}, {}};

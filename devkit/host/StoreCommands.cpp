@@ -40,9 +40,7 @@ Answer Fault(Host&, const Arguments& arguments)
         return {};
     }
     if (!arguments.Has("code"))
-    {
         return Answer::Failure(QStringLiteral("The argument \"code\" is missing."));
-    }
     const QString function = arguments.Text("function");
     const std::wstring key = arguments.Text("key").toStdWString();
     const bool known = OrbStrataControl_SetFault(

@@ -30,18 +30,14 @@ bool IsStorable(const QString& text)
 bool IsRecord(const QVariant& value)
 {
     if (value.userType() != QMetaType::QVariantMap)
-    {
         return false;
-    }
     const QVariantMap record = value.toMap();
     for (auto it = record.begin(); it != record.end(); ++it)
     {
         const bool scalar =
             it->userType() == QMetaType::Bool || IsInteger(*it) || (IsText(*it) && IsStorable(it->toString()));
         if (!scalar || !IsStorable(it.key()))
-        {
             return false;
-        }
     }
     return true;
 }
@@ -123,9 +119,7 @@ Result<Stored> StoreValue::Make(const QString& type, const QVariant& value)
     const auto row = std::find_if(Types.begin(), Types.end(),
                                   [&type](const TypeRow& known) { return type == QLatin1String(known.name); });
     if (row == Types.end())
-    {
         return Result<Stored>::Failure(QStringLiteral("\"%1\" is not a type of the store.").arg(type));
-    }
     Stored stored;
     stored.type = row->type;
     if (!row->make(value, stored))

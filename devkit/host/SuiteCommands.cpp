@@ -35,9 +35,7 @@ void NL_SUITE_CALL CollectEvent(void* context, const OrbDpEvent* event)
                     {QStringLiteral("name"), QString::fromUtf8(event->name)},
                     {QStringLiteral("major"), event->major}};
     if (event->payload != nullptr)
-    {
         row.insert(QStringLiteral("payload"), QString::fromWCharArray(event->payload));
-    }
     static_cast<QVariantList*>(context)->append(row);
 }
 
@@ -63,9 +61,7 @@ Answer FlyerFault(Host&, const Arguments& arguments)
         return {};
     }
     if (!arguments.Has("code"))
-    {
         return Answer::Failure(QStringLiteral("The argument \"code\" is missing."));
-    }
     const QString function = arguments.Text("function");
     const bool known =
         NlFlyerControl_SetFault(function.toUtf8().constData(), static_cast<int32_t>(arguments.Number("code")),

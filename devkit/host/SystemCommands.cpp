@@ -33,9 +33,7 @@ Answer EventState(Host& host, const Arguments& arguments)
 {
     const std::optional<bool> signalled = host.events.IsSignalled(arguments.Text("name"));
     if (!signalled)
-    {
         return Answer::Failure(QStringLiteral("There is no event \"%1\".").arg(arguments.Text("name")));
-    }
     return {QVariantMap{{QStringLiteral("signalled"), *signalled}}, {}};
 }
 
@@ -59,9 +57,7 @@ Answer ToAnswer(bool written)
 Answer RegistrySet(Host& host, const Arguments& arguments)
 {
     if (arguments.Has("dword") == arguments.Has("string"))
-    {
         return Answer::Failure(QStringLiteral("One of the arguments \"dword\" and \"string\" is needed."));
-    }
     const QVariant data = arguments.Has("dword") ? QVariant(static_cast<uint>(arguments.Number("dword")))
                                                  : QVariant(arguments.Text("string"));
     return ToAnswer(host.registry.Set(RootOf(arguments), arguments.Text("key"), arguments.Text("value"), data));

@@ -128,9 +128,7 @@ void TypedCommands::Get(const QString& arguments)
     QString rest = arguments;
     const QString id = Resolve(TakeWord(rest));
     if (!id.isEmpty())
-    {
         Say(QStringLiteral("%1 = %2").arg(id, ValueText::Short(m_host.hub.Value(id))));
-    }
 }
 
 void TypedCommands::Set(const QString& arguments)
@@ -139,18 +137,12 @@ void TypedCommands::Set(const QString& arguments)
     const QString name = TakeWord(rest);
     const QString word = rest.toLower();
     if (rest.isEmpty())
-    {
         Complain(QStringLiteral("Say what to set: set NAME VALUE."));
-    }
     else if (const auto* row = MainPage::FindSwitch(name);
              row != nullptr && (word == QLatin1String("on") || word == QLatin1String("off")))
-    {
         MoveSwitch(*row, word == QLatin1String("on"));
-    }
     else if (const QString id = Resolve(name); !id.isEmpty())
-    {
         m_host.hub.Set(id, ValueText::FromTyped(rest), Actor::Page);
-    }
 }
 
 void TypedCommands::MoveSwitch(const MainPage::Switch& row, bool on)
@@ -184,9 +176,7 @@ void TypedCommands::Trigger(const QString& arguments)
     QString rest = arguments;
     const QString id = Resolve(TakeWord(rest));
     if (!id.isEmpty())
-    {
         m_host.hub.Trigger(id, rest.isEmpty() ? QVariant(true) : ValueText::FromTyped(rest), Actor::Page);
-    }
 }
 
 void TypedCommands::Variables(const QString& prefix)
@@ -223,17 +213,11 @@ void TypedCommands::Store(const QString& arguments)
         key = TakeWord(rest);
     }
     if (verb == QLatin1String("get") && !key.isEmpty())
-    {
         StoreGet(scope, key);
-    }
     else if (verb == QLatin1String("set") && !rest.isEmpty())
-    {
         StoreSet(scope, key, rest);
-    }
     else
-    {
         Complain(QStringLiteral("Say \"store get [--scope SCOPE] KEY\" or \"store set [--scope SCOPE] KEY VALUE\"."));
-    }
 }
 
 void TypedCommands::StoreGet(const QString& scope, const QString& key)
@@ -270,9 +254,7 @@ void TypedCommands::StoreSet(const QString& scope, const QString& key, const QSt
     const QString presentType = present.value.toMap().value(QStringLiteral("type")).toString();
     const QString type = presentType.isEmpty() ? TypeFor(value) : presentType;
     if (type == QLatin1String("string") || type == QLatin1String("utf8"))
-    {
         value = value.userType() == QMetaType::QString ? value : typed;
-    }
     const Answer stored = m_host.store.Set(scope, key, type, value);
     if (!stored.Ok())
     {
@@ -286,25 +268,15 @@ void TypedCommands::StoreSet(const QString& scope, const QString& key, const QSt
 QString TypedCommands::Resolve(const QString& name)
 {
     if (name.startsWith(QLatin1Char('@')))
-    {
         return name;
-    }
     if (const auto* row = MainPage::FindSwitch(name))
-    {
         return QString::fromLatin1(row->state);
-    }
     QStringList matches;
     for (const auto& [id, view] : m_host.hub.Variables(QString()))
-    {
         if (!name.isEmpty() && id.endsWith(QLatin1Char(':') + name))
-        {
             matches.append(id);
-        }
-    }
     if (matches.size() == 1)
-    {
         return matches.first();
-    }
     Complain(name.isEmpty() ? QStringLiteral("Name a variable; \"variables\" lists them.")
              : matches.isEmpty()
                  ? QStringLiteral("There is no variable \"%1\"; \"variables\" lists them.").arg(name)

@@ -27,9 +27,7 @@ void UrlRecorder::Record(const QUrl& url)
     const QString text = QString::fromLatin1(url.toEncoded());
     m_urls.append(text);
     if (m_observer)
-    {
         m_observer(text);
-    }
     if (m_open)
     {
         Release(); // or the address comes back here
@@ -41,15 +39,11 @@ void UrlRecorder::Record(const QUrl& url)
 void UrlRecorder::TakeOver()
 {
     for (const char* scheme : Schemes)
-    {
         QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "Record");
-    }
 }
 
 void UrlRecorder::Release()
 {
     for (const char* scheme : Schemes)
-    {
         QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
-    }
 }

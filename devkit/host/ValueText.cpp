@@ -6,9 +6,7 @@ QString ValueText::Short(const QVariant& value)
 {
     constexpr int Longest = 60;
     if (!value.isValid())
-    {
         return QStringLiteral("(none)");
-    }
     const bool isWord = value.userType() == QMetaType::QString && !value.toString().trimmed().isEmpty() &&
                         !value.toString().contains(QLatin1Char('\n'));
     const QString text = isWord ? value.toString() : QString::fromUtf8(Json::Write(value));

@@ -26,9 +26,7 @@ Answer Variables(Host& host, const Arguments& arguments)
 {
     QVariantMap result;
     for (const auto& [name, view] : host.hub.Variables(arguments.Text("prefix")))
-    {
         result.insert(name, VariableJson::Describe(view));
-    }
     return {result, {}};
 }
 
@@ -39,12 +37,8 @@ Answer History(Host& host, const Arguments& arguments)
     const QString name = arguments.Text("name");
     QVariantList rows;
     for (auto i = static_cast<std::size_t>(since); i < history.size(); ++i)
-    {
         if (name.isEmpty() || history[i].name == name)
-        {
             rows.append(VariableJson::Describe(history[i]));
-        }
-    }
     return {rows, {}};
 }
 
@@ -53,9 +47,7 @@ Answer Watch(Host& host, const Arguments& arguments)
     const QString prefix = arguments.Text("prefix");
     host.watched.removeAll(prefix);
     if (arguments.Flag("on", true))
-    {
         host.watched.append(prefix);
-    }
     return {};
 }
 
@@ -64,17 +56,11 @@ Answer Strings(Host& host, const Arguments& arguments)
 {
     const QVariantMap values = arguments.Value("values").toMap();
     for (auto it = values.begin(); it != values.end(); ++it)
-    {
         if (!it.key().startsWith(QLatin1Char('@')))
-        {
             return Answer::Failure(QStringLiteral("\"%1\" is not the id of a variable.").arg(it.key()));
-        }
-    }
     host.hub.Set(QStringLiteral("@Localization:language_id"), arguments.Value("language"), Actor::Page);
     for (auto it = values.begin(); it != values.end(); ++it)
-    {
         host.hub.Set(it.key(), it.value(), Actor::Page);
-    }
     host.hub.Trigger(QStringLiteral("@Localization\\MetaData\\Localization:updated"), true, Actor::Page);
     return {};
 }

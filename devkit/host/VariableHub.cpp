@@ -29,9 +29,7 @@ QString KindOf(const QVariant& value)
 QMetaMethod FindSlot(const QObject& receiver, const char* slot)
 {
     if (slot == nullptr || slot[0] != '0' + QSLOT_CODE)
-    {
         return {};
-    }
     const QMetaObject* metaObject = receiver.metaObject();
     const QMetaMethod method = metaObject->method(metaObject->indexOfSlot(QMetaObject::normalizedSignature(slot + 1)));
     const QList<QByteArray> parameters = method.parameterTypes();
@@ -62,9 +60,7 @@ void VariableHub::Trigger(const QString& name, const QVariant& value, Actor by)
     Variable& variable = m_variables[name];
     const QVariant previous = variable.value;
     if (value.isValid())
-    {
         variable.value = value;
-    }
     ++variable.triggers;
     Record(name, VariableChange::Kind::Trigger, by, value, previous);
     Notify(name);
@@ -74,9 +70,7 @@ void VariableHub::Register(const QString& name, Owner owner)
 {
     std::vector<Owner>& providers = m_variables[name].providers;
     if (std::find(providers.begin(), providers.end(), owner) == providers.end())
-    {
         providers.push_back(owner);
-    }
 }
 
 void VariableHub::RegisterKept(const QString& name, Owner owner)
@@ -103,9 +97,7 @@ bool VariableHub::Subscribe(const QString& name, Owner owner, QObject* receiver,
 void VariableHub::Release(Owner owner)
 {
     for (auto it = m_subscriptions.begin(); it != m_subscriptions.end();)
-    {
         it = it->second.owner == owner ? m_subscriptions.erase(it) : std::next(it);
-    }
     for (auto& [name, variable] : m_variables)
     {
         auto& providers = variable.providers;
@@ -137,18 +129,14 @@ void VariableHub::Record(const QString& name, VariableChange::Kind kind, Actor b
     const VariableChange change{m_history.size() + 1, name, kind, by, value};
     m_history.push_back(change);
     if (m_observer)
-    {
         m_observer(change, previous);
-    }
 }
 
 void VariableHub::Notify(const QString& name)
 {
     m_pending.push_back(name);
     if (m_delivering)
-    {
         return;
-    }
     m_delivering = true;
     while (!m_pending.empty())
     {
@@ -167,28 +155,20 @@ void VariableHub::Deliver(const QString& name)
     {
         const auto found = m_subscriptions.find(key);
         if (found == m_subscriptions.end() || found->second.receiver == nullptr)
-        {
             continue;
-        }
         QObject* receiver = found->second.receiver;
         const QMetaMethod slot = found->second.slot;
         if (slot.parameterCount() == 0)
-        {
             slot.invoke(receiver, Qt::DirectConnection);
-        }
         else
-        {
             slot.invoke(receiver, Qt::DirectConnection, Q_ARG(VariableIdentifier, VariableIdentifier(name)));
-        }
     }
 }
 
 void VariableHub::WarnOfMisuse(const QString& name, Variable& variable, const QVariant& value, Actor by)
 {
     if (variable.warned)
-    {
         return;
-    }
     const bool undeclared = by == Actor::PlugIn && variable.providers.empty() && variable.subscriptions.empty();
     const bool otherType = variable.value.isValid() && value.isValid() && KindOf(variable.value) != KindOf(value) &&
                            variable.triggers == 0;

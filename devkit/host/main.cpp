@@ -27,9 +27,7 @@ int RunJsonLines(const DataFolder& folder, const Options& options)
 {
     const QString problem = folder.Prepare();
     if (!problem.isEmpty())
-    {
         PrintWarning(problem);
-    }
     Host host(folder, {options.plugInFile, QCoreApplication::applicationDirPath(), options.openUrls, &PrintWarning});
     const Termination termination([&host] { host.RequestQuit(); });
     const JsonLinesSession session(host);
@@ -60,9 +58,7 @@ int RunInteractively(const DataFolder& folder, const Options& options)
     const int exitCode = failure.isEmpty() ? host.Run() : EXIT_FAILURE;
     shown = nullptr;
     if (!failure.isEmpty())
-    {
         PrintWarning(failure);
-    }
     return exitCode;
 }
 
@@ -70,9 +66,7 @@ int RunInteractively(const DataFolder& folder, const Options& options)
 void OnQtMessage(QtMsgType, const QMessageLogContext&, const QString& message)
 {
     if (!message.contains(QLatin1String("XDG_RUNTIME_DIR")))
-    {
         PrintWarning(message);
-    }
 }
 
 } // namespace
@@ -80,9 +74,7 @@ void OnQtMessage(QtMsgType, const QMessageLogContext&, const QString& message)
 int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-    {
         qputenv("QT_QPA_PLATFORM", QtPlatform());
-    }
     qInstallMessageHandler(&OnQtMessage);
     QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("veridan-host"));

@@ -37,9 +37,7 @@ OrbStrataResult MakeTextEntry(OrbStrataType type, const char* text, Entry& entry
 {
     entry.type = type;
     if (text == nullptr || !IsUtf8(text))
-    {
         return ORB_STRATA_INVALID_ARGUMENT;
-    }
     if (type != ORB_STRATA_TYPE_OBJECT)
     {
         entry.text = std::make_shared<const std::string>(text);
@@ -47,9 +45,7 @@ OrbStrataResult MakeTextEntry(OrbStrataType type, const char* text, Entry& entry
     }
     const auto object = ParseObject(text);
     if (!object)
-    {
         return ORB_STRATA_INVALID_ARGUMENT;
-    }
     entry.text = std::make_shared<const std::string>(PrintObject(*object));
     return Success;
 }
@@ -58,9 +54,7 @@ OrbStrataResult ApplyEdit(OrbStrataHandle handle, const wchar_t* key, Edit::Kind
 {
     auto utf8 = ToUtf8Strict(key);
     if (!utf8 || utf8->empty())
-    {
         return ORB_STRATA_INVALID_ARGUMENT;
-    }
     std::vector<Edit> edits;
     edits.push_back({kind, std::move(*utf8), std::move(entry)});
     return Store::Instance().Apply(handle, edits);

@@ -15,9 +15,7 @@ wchar_t* CopyText(const wchar_t* text);
 inline void Tell(OrbStrataResult* target, OrbStrataResult result)
 {
     if (target != nullptr)
-    {
         *target = result;
-    }
 }
 
 /// The entry that holds `text` as its value; ORB_STRATA_INVALID_ARGUMENT for text that is ill-formed or null.

@@ -38,9 +38,7 @@ bool Statement::Run()
 void Statement::Reset()
 {
     if (m_statement)
-    {
         sqlite3_reset(m_statement.get());
-    }
 }
 
 int64_t Statement::Integer(int column) const
@@ -132,9 +130,7 @@ bool Database::BeginsAsDatabase()
     sqlite3_file* file = nullptr;
     sqlite3_file_control(m_connection.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
     if (file == nullptr || file->pMethods == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK)
-    {
         return false;
-    }
     return size == 0 || (file->pMethods->xRead(file, start.data(), static_cast<int>(start.size()), 0) == SQLITE_OK &&
                          std::string_view(start.data(), start.size()) == Start);
 }

@@ -26,9 +26,7 @@ std::string DefaultStoreFile()
     {
         file = Platform::CommonAppData();
         for (const wchar_t* const name : {L"Norlane", L"Strata", L"store.db"})
-        {
             file = Platform::JoinPath(file, name);
-        }
     }
     return Platform::ToUtf8(file);
 }

@@ -20,9 +20,7 @@ bool Faults::Set(const char* function, const wchar_t* key, OrbStrataResult code,
 {
     const auto name = std::find(std::begin(Names), std::end(Names), function == nullptr ? "" : function);
     if (name == std::end(Names))
-    {
         return false;
-    }
     const auto number = static_cast<Function>(name - std::begin(Names));
     const auto forKey = key == nullptr ? std::nullopt : std::optional<std::wstring>(key);
     const std::lock_guard lock(m_mutex);
@@ -53,9 +51,7 @@ OrbStrataResult Faults::TakeMatching(Function function, const wchar_t* key)
         return fault.function == function && (!fault.key || (key != nullptr && *fault.key == key));
     });
     if (at == m_faults.end())
-    {
         return Success;
-    }
     const OrbStrataResult code = at->code;
     if (at->left != 0 && --at->left == 0)
     {

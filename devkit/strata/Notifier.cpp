@@ -13,9 +13,7 @@ namespace
 bool Concerns(const Subscription& subscription, const Change& change)
 {
     if (subscription.changeType != 0 && subscription.changeType != change.kind)
-    {
         return false;
-    }
     const bool sameKey = subscription.byPrefix ? change.key.compare(0, subscription.key.size(), subscription.key) == 0
                                                : change.key == subscription.key;
     return sameKey && change.scope == subscription.scope;
@@ -59,9 +57,7 @@ bool Notifier::Remove(uintptr_t handle, uintptr_t id)
     std::unique_lock lock(m_mutex);
     const auto at = m_subscriptions.find(id);
     if (at == m_subscriptions.end() || at->second.handle != handle)
-    {
         return false;
-    }
     m_subscriptions.erase(at);
     WaitWhileRunning(lock, id);
     return true;
@@ -87,9 +83,8 @@ void Notifier::RemoveAll(uintptr_t handle)
 void Notifier::WaitWhileRunning(std::unique_lock<std::mutex>& lock, uintptr_t id)
 {
     if (!OnThread())
-    {
-        m_returned.wait(lock, [this, id] { return m_running != id; });
-    }
+        m_returned.wait(
+            lock, [this, id] { return m_running != id; });
 }
 
 void Notifier::Announce(const Change& change, uintptr_t origin)
@@ -106,9 +101,7 @@ void Notifier::Announce(const Change& change, uintptr_t origin)
         }
     }
     if (wanted)
-    {
         m_watch->Wake();
-    }
 }
 
 bool Notifier::WaitUntilDelivered(std::chrono::steady_clock::time_point deadline)

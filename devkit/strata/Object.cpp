@@ -9,17 +9,13 @@ OrbStrataObjectTag::OrbStrataObjectTag(const OrbStrataObjectTag& other) : isArra
 {
     elements.reserve(other.elements.size());
     for (const OrbStrataObject* element : other.elements)
-    {
         elements.push_back(new OrbStrataObjectTag(*element));
-    }
 }
 
 OrbStrataObjectTag::~OrbStrataObjectTag()
 {
     for (const OrbStrataObject* element : elements)
-    {
         delete element;
-    }
 }
 
 namespace Strata
@@ -117,9 +113,7 @@ std::unique_ptr<OrbStrataObject> ParseObject(std::string_view text, std::string*
     auto object = std::make_unique<OrbStrataObject>(reader.Peek() == JsonReader::Kind::Array);
     const bool whole = (object->isArray ? ReadArray(reader, *object) : ReadRecord(reader, *object)) && reader.AtEnd();
     if (error != nullptr)
-    {
         *error = reader.Error();
-    }
     return whole ? std::move(object) : nullptr;
 }
 

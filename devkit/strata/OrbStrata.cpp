@@ -24,9 +24,7 @@ OrbStrataHandle Open(Function function, const wchar_t* store, const wchar_t* sid
     {
         answer = ORB_STRATA_INVALID_ARGUMENT;
         if (store != nullptr && std::wcscmp(store, L"safe") == 0)
-        {
             handle = Store::Instance().Open(sid, access, answer);
-        }
     }
     Tell(result, answer);
     return handle;
@@ -38,13 +36,9 @@ OrbStrataResult Read(Function function, OrbStrataHandle handle, const wchar_t* k
     Store& store = Store::Instance();
     OrbStrataResult answer = store.Fault(function, handle, key);
     if (answer == Success)
-    {
         answer = store.Find(handle, key, entry);
-    }
     if (answer == Success && entry.type != type)
-    {
         answer = entry.type == ORB_STRATA_TYPE_NONE ? ORB_STRATA_NOT_FOUND : ORB_STRATA_WRONG_TYPE;
-    }
     return answer;
 }
 
@@ -217,9 +211,7 @@ OrbStrataSubscription OrbStrata_Subscribe(OrbStrataHandle handle, const wchar_t*
         answer = ORB_STRATA_INVALID_ARGUMENT;
         const bool knownType = changeType == ORB_STRATA_CHANGED || changeType == ORB_STRATA_REMOVED;
         if (key != nullptr && *key != L'\0' && callback != nullptr && knownType)
-        {
             subscription = store.Subscribe(handle, key, false, changeType, callback, context, answer);
-        }
     }
     Tell(result, answer);
     return subscription;

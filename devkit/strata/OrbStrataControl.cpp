@@ -41,16 +41,12 @@ OrbStrataResult Checked(const OrbStrataEntry& view, Edit& edit)
     auto key = ToUtf8Strict(view.key);
     const bool knownType = view.type >= ORB_STRATA_TYPE_NONE && view.type <= ORB_STRATA_TYPE_OBJECT;
     if (!key || key->empty() || !knownType || !NumberFits(view))
-    {
         return ORB_STRATA_INVALID_ARGUMENT;
-    }
     edit.key = std::move(*key);
     edit.entry.type = view.type;
     edit.entry.constraints = view.constraints;
     if (HasText(view.type))
-    {
         return MakeTextEntry(view.type, view.text, edit.entry);
-    }
     edit.entry.number = view.type == ORB_STRATA_TYPE_NONE ? 0 : view.number;
     return Success;
 }
@@ -86,9 +82,7 @@ OrbStrataResult OrbStrataControl_Find(OrbStrataHandle handle, const wchar_t* key
     Entry entry;
     const auto result = Store::Instance().Find(handle, key, entry);
     if (result == Success)
-    {
         Visit(key, entry, visitor, context);
-    }
     return result;
 }
 
@@ -98,9 +92,7 @@ OrbStrataResult OrbStrataControl_List(OrbStrataHandle handle, const wchar_t* pre
     Entries entries;
     const auto result = Store::Instance().List(handle, prefix, entries);
     for (const auto& [key, entry] : entries)
-    {
         Visit(Platform::FromUtf8(key).c_str(), entry, visitor, context);
-    }
     return result;
 }
 
@@ -112,17 +104,11 @@ OrbStrataResult OrbStrataControl_Write(OrbStrataHandle handle, const OrbStrataEn
 OrbStrataResult OrbStrataControl_WriteAll(OrbStrataHandle handle, const OrbStrataEntry* entries, uint32_t count)
 {
     if (entries == nullptr && count != 0)
-    {
         return ORB_STRATA_INVALID_ARGUMENT;
-    }
     std::vector<Edit> edits(count, Edit{Edit::Kind::Whole, {}, {}});
     for (uint32_t i = 0; i < count; ++i)
-    {
         if (const auto result = Checked(entries[i], edits[i]); result != Success)
-        {
             return result;
-        }
-    }
     return Store::Instance().Apply(handle, edits);
 }
 

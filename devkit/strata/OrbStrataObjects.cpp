@@ -22,26 +22,16 @@ template <class Value>
 OrbStrataResult FindField(Function function, const OrbStrataObject* object, const wchar_t* name, const Value*& value)
 {
     if (const auto fault = Store::Instance().Fault(function, name); fault != Success)
-    {
         return fault;
-    }
     if (object == nullptr)
-    {
         return ORB_STRATA_INVALID_HANDLE;
-    }
     if (name == nullptr)
-    {
         return ORB_STRATA_INVALID_ARGUMENT;
-    }
     if (object->isArray)
-    {
         return ORB_STRATA_WRONG_TYPE;
-    }
     const auto at = object->fields.find(Platform::ToUtf8(name));
     if (at == object->fields.end())
-    {
         return ORB_STRATA_NOT_FOUND;
-    }
     value = std::get_if<Value>(&at->second);
     return value != nullptr ? Success : OrbStrataResult{ORB_STRATA_WRONG_TYPE};
 }
@@ -59,22 +49,14 @@ Value FieldOr(Function function, const OrbStrataObject* object, const wchar_t* n
 OrbStrataResult SetField(Function function, OrbStrataObject* object, const wchar_t* name, OrbStrataObject::Field value)
 {
     if (const auto fault = Store::Instance().Fault(function, name); fault != Success)
-    {
         return fault;
-    }
     if (object == nullptr)
-    {
         return ORB_STRATA_INVALID_HANDLE;
-    }
     auto utf8 = ToUtf8Strict(name);
     if (!utf8)
-    {
         return ORB_STRATA_INVALID_ARGUMENT;
-    }
     if (object->isArray)
-    {
         return ORB_STRATA_WRONG_TYPE;
-    }
     object->fields.insert_or_assign(std::move(*utf8), std::move(value));
     return Success;
 }
@@ -94,9 +76,7 @@ OrbStrataObject* OrbStrata_CreateArray(void)
 OrbStrataObject* OrbStrata_CreateObjectFromString(const char* text)
 {
     if (Fails(Function::OrbStrata_CreateObjectFromString) || text == nullptr)
-    {
         return nullptr;
-    }
     return ParseObject(text).release();
 }
 
@@ -129,17 +109,11 @@ const OrbStrataObject* OrbStrata_IteratorGetAssociatedObject(OrbStrataIterator i
 OrbStrataResult OrbStrata_ArrayPushBack(OrbStrataObject* array, const OrbStrataObject* element)
 {
     if (const auto fault = Store::Instance().Fault(Function::OrbStrata_ArrayPushBack); fault != Success)
-    {
         return fault;
-    }
     if (array == nullptr || element == nullptr)
-    {
         return ORB_STRATA_INVALID_HANDLE;
-    }
     if (!array->isArray || element->isArray)
-    {
         return ORB_STRATA_WRONG_TYPE;
-    }
     array->elements.push_back(new OrbStrataObject(*element));
     return Success;
 }
@@ -178,9 +152,7 @@ char* OrbStrata_ObjectGetStringUtf8(const OrbStrataObject* object, const wchar_t
 OrbStrataResult OrbStrata_ObjectSetStringUtf8(OrbStrataObject* object, const wchar_t* field, const char* value)
 {
     if (value != nullptr && IsUtf8(value))
-    {
         return SetField(Function::OrbStrata_ObjectSetStringUtf8, object, field, std::string(value));
-    }
     const auto fault = Store::Instance().Fault(Function::OrbStrata_ObjectSetStringUtf8, field);
     return fault != Success ? fault : OrbStrataResult{ORB_STRATA_INVALID_ARGUMENT};
 }

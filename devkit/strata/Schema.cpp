@@ -60,13 +60,9 @@ State Inspect(Database& database)
     const int64_t application = database.Number("PRAGMA application_id", Failed);
     const int64_t version = database.Number("PRAGMA user_version", Failed);
     if (application == Failed || version == Failed)
-    {
         return State::Unreadable;
-    }
     if (application == ApplicationId)
-    {
         return version == Version ? State::Store : State::Newer;
-    }
     const bool named = application != 0 || version != 0;
     return !named && database.Number("SELECT count(*) FROM sqlite_schema", Failed) == 0 ? State::Empty : State::Foreign;
 }
@@ -79,19 +75,13 @@ bool MakeTables(Database& database)
     while (!database.Execute("PRAGMA journal_mode = WAL"))
     {
         if (!database.LastErrorWasBusy() || std::chrono::steady_clock::now() > deadline)
-        {
             return false;
-        }
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     if (!database.Execute("BEGIN IMMEDIATE"))
-    {
         return false;
-    }
     if (Inspect(database) == State::Empty && !database.Execute(Create))
-    {
         return false;
-    }
     return database.Execute("COMMIT");
 }
 
@@ -102,9 +92,7 @@ bool LostItsContents(const std::filesystem::path& file)
     std::error_code failed;
     const auto size = std::filesystem::file_size(file, failed);
     if (failed || size != 0)
-    {
         return false;
-    }
     auto log = file;
     log += "-wal";
     const auto logSize = std::filesystem::file_size(log, failed);
@@ -118,9 +106,7 @@ std::unique_ptr<Database> Open(const std::string& path, std::string& error)
     const auto file = std::filesystem::u8path(path);
     std::error_code failed;
     if (file.has_parent_path())
-    {
         std::filesystem::create_directories(file.parent_path(), failed);
-    }
     if (failed)
     {
         error = Describe(path, "cannot be created: its folder cannot be made (" + failed.message() + ")");
@@ -133,9 +119,7 @@ std::unique_ptr<Database> Open(const std::string& path, std::string& error)
     }
     auto database = Database::Open(path, PatienceMs, error);
     if (!database)
-    {
         return nullptr;
-    }
     if (!database->BeginsAsDatabase())
     {
         error = Describe(path, "is damaged or not a store (it does not begin as one)");
@@ -143,9 +127,7 @@ std::unique_ptr<Database> Open(const std::string& path, std::string& error)
     }
     State state = Inspect(*database);
     if (state == State::Empty)
-    {
         state = MakeTables(*database) ? Inspect(*database) : State::Unreadable;
-    }
     switch (state)
     {
     case State::Store:
@@ -154,9 +136,7 @@ std::unique_ptr<Database> Open(const std::string& path, std::string& error)
         // A log that is kept is read whole by whoever opens the store first: the limit has the last writer empty it.
         if (database->Execute("PRAGMA synchronous = NORMAL; PRAGMA cell_size_check = ON;"
                               "PRAGMA journal_size_limit = 4194304"))
-        {
             return database;
-        }
         error = database->Error();
         return nullptr;
     case State::Empty:

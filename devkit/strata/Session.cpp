@@ -19,9 +19,7 @@ std::shared_ptr<Session> Session::Open(const std::string& file, WriteLog& writes
 {
     auto reader = StoreReader::Open(file, error);
     if (!reader)
-    {
         return nullptr;
-    }
     std::shared_ptr<Session> session(new Session(file, std::move(reader), writes));
     if (!session->m_reader->LastRevision(session->m_revision))
     {
@@ -35,9 +33,7 @@ std::shared_ptr<Session> Session::Open(const std::string& file, WriteLog& writes
         session->m_stamp->Publish(word);
     }
     if (writes.HasObserver())
-    {
         session->m_notifier.Start();
-    }
     return session;
 }
 
@@ -55,9 +51,7 @@ std::shared_ptr<Scope> Session::OpenScope(const std::string& sid)
 {
     const std::lock_guard lock(m_mutex);
     if (auto scope = CachedScope(sid))
-    {
         return scope;
-    }
     auto scope = std::make_shared<Scope>(Scope{sid, {}});
     const bool loaded = m_reader->Begin() && ReadChanges() && m_reader->Load(sid, scope->entries);
     if (loaded)
@@ -77,13 +71,9 @@ OrbStrataResult Session::Find(const Scope& scope, std::string_view key, std::opt
 {
     const std::lock_guard lock(m_mutex);
     if (!RefreshIfStamped())
-    {
         return ORB_STRATA_STORE_FAILED;
-    }
     if (const auto at = scope.entries.find(key); at != scope.entries.end())
-    {
         entry = at->second;
-    }
     return Success;
 }
 
@@ -91,14 +81,10 @@ OrbStrataResult Session::List(const Scope& scope, std::string_view prefix, Entri
 {
     const std::lock_guard lock(m_mutex);
     if (!RefreshIfStamped())
-    {
         return ORB_STRATA_STORE_FAILED;
-    }
     for (auto at = scope.entries.lower_bound(prefix);
          at != scope.entries.end() && at->first.compare(0, prefix.size(), prefix) == 0; ++at)
-    {
         entries.emplace_hint(entries.end(), *at);
-    }
     return Success;
 }
 
@@ -106,9 +92,7 @@ OrbStrataResult Session::Subscribe(uintptr_t id, Subscription subscription)
 {
     const std::lock_guard lock(m_mutex);
     if (!RefreshIfStamped())
-    {
         return ORB_STRATA_STORE_FAILED;
-    }
     m_notifier.Add(id, std::move(subscription));
     return Success;
 }

@@ -18,13 +18,9 @@ bool Session::Refresh()
     const uint32_t word = m_stamp ? m_stamp->Word() : 0;
     const bool read = m_reader->Begin() && ReadChanges();
     if (read)
-    {
         m_seenWord = word;
-    }
     else
-    {
         KeepError(m_reader->Error());
-    }
     m_reader->End();
     return read;
 }
@@ -34,26 +30,16 @@ bool Session::ReadChanges()
     int64_t last = 0;
     int64_t oldest = 0;
     if (!m_reader->LastRevision(last))
-    {
         return false;
-    }
     if (last == m_revision)
-    {
         return true;
-    }
     if (!m_reader->OldestChange(oldest))
-    {
         return false;
-    }
     if (last < m_revision || oldest > m_revision + 1)
-    {
         return ReadAnew(last);
-    }
     std::vector<Change> changes;
     if (!m_reader->ChangesAfter(m_revision, changes))
-    {
         return false;
-    }
     // Everything is read before anything is taken over, so that a failure leaves a state that was.
     std::map<std::pair<std::string, std::string>, std::optional<Entry>> entries;
     for (const Change& change : changes)
@@ -62,31 +48,23 @@ bool Session::ReadChanges()
         {
             const auto [at, isNew] = entries.try_emplace({change.scope, change.key});
             if (isNew && !m_reader->Find(change.scope, change.key, at->second))
-            {
                 return false;
-            }
         }
     }
     for (const auto& [place, entry] : entries)
     {
         const auto scope = CachedScope(place.first);
         if (entry)
-        {
             scope->entries.insert_or_assign(place.second, *entry);
-        }
         else
-        {
             scope->entries.erase(place.second);
-        }
     }
     m_revision = last;
     for (Change& change : changes)
     {
         const auto at = entries.find({change.scope, change.key});
         if (change.text && change.text->empty() && at != entries.end())
-        {
             change.text = at->second ? at->second->text : nullptr;
-        }
         Announce(change);
     }
     ForgetOwnWrites();
@@ -102,15 +80,11 @@ bool Session::ReadAnew(int64_t revision)
         {
             fresh.emplace_back(scope, Entries());
             if (!m_reader->Load(sid, fresh.back().second))
-            {
                 return false;
-            }
         }
     }
     for (auto& [scope, entries] : fresh)
-    {
         Replace(*scope, std::move(entries));
-    }
     m_revision = revision;
     ForgetOwnWrites();
     return true;
@@ -121,12 +95,8 @@ void Session::Replace(Scope& scope, Entries entries)
     scope.entries.swap(entries);
     const Entries& before = entries;
     for (const auto& [key, entry] : before)
-    {
         if (scope.entries.find(key) == scope.entries.end())
-        {
             Announce({0, scope.sid, key, ORB_STRATA_REMOVED, true, nullptr});
-        }
-    }
     for (const auto& [key, entry] : scope.entries)
     {
         if (const auto at = before.find(key); at == before.end() || at->second != entry)
@@ -144,13 +114,9 @@ void Session::Announce(const Change& change)
     });
     const bool own = origin != m_ownWrites.end();
     if (change.kind != 0)
-    {
         m_notifier.Announce(change, own ? origin->writer.handle : 0);
-    }
     if (change.valueWrite)
-    {
         m_writes.Add(change.scope, change.key, own && !origin->writer.isProduct);
-    }
 }
 
 void Session::ForgetOwnWrites()

@@ -38,9 +38,7 @@ bool HasValue(const std::optional<Entry>& entry)
 int32_t KindOfChange(const std::optional<Entry>& before, const std::optional<Entry>& after)
 {
     if ((HasValue(before) && !HasValue(after)) || (before && !after))
-    {
         return ORB_STRATA_REMOVED;
-    }
     return before.value_or(Entry()) != after.value_or(Entry()) ? ORB_STRATA_CHANGED : 0;
 }
 
@@ -51,28 +49,20 @@ OrbStrataResult Session::Apply(const Scope& scope, const Writer& writer, const s
     std::unique_lock writing(m_writing);
     int64_t revision = 0;
     if (!OpenWriter())
-    {
         return ORB_STRATA_STORE_FAILED;
-    }
     if (!m_writer->Begin())
-    {
         return WriteFailed();
-    }
     OrbStrataResult result = m_writer->LastRevision(revision) ? Success : WriteFailed();
     const int64_t first = revision + 1;
     for (auto edit = edits.begin(); edit != edits.end() && result == Success; ++edit)
-    {
         result = WriteOne(scope, writer, *edit, revision);
-    }
     if (result != Success || !Commit({first, revision, writer}))
     {
         m_writer->Rollback();
         return result != Success ? result : OrbStrataResult{ORB_STRATA_STORE_FAILED};
     }
     if (m_stamp && revision >= first)
-    {
         m_stamp->Publish(static_cast<uint32_t>(revision));
-    }
     {
         const std::lock_guard lock(m_mutex);
         Refresh();
@@ -90,9 +80,7 @@ bool Session::Commit(const OwnWrites& own)
         m_ownWrites.push_back(own);
     }
     if (m_writer->Commit())
-    {
         return true;
-    }
     WriteFailed();
     const std::lock_guard lock(m_mutex);
     m_ownWrites.pop_back();
@@ -103,17 +91,11 @@ OrbStrataResult Session::WriteOne(const Scope& scope, const Writer& writer, cons
 {
     std::optional<Entry> before;
     if (!m_writer->Find(scope.sid, edit.key, before))
-    {
         return WriteFailed();
-    }
     if (before && (before->constraints & ORB_STRATA_CONSTRAINT_ENFORCED) != 0 && !writer.isProduct)
-    {
         return ORB_STRATA_ACCESS_DENIED;
-    }
     if (!before && edit.kind == Edit::Kind::Remove)
-    {
         return ORB_STRATA_NOT_FOUND;
-    }
     const auto after = Edited(before, edit);
     const int32_t kind = KindOfChange(before, after);
     const bool valueWrite = edit.kind != Edit::Kind::Constraints && (HasValue(before) || HasValue(after));
@@ -121,14 +103,10 @@ OrbStrataResult Session::WriteOne(const Scope& scope, const Writer& writer, cons
     {
         const bool isObject = after && after->type == ORB_STRATA_TYPE_OBJECT;
         if (!m_writer->Note({++revision, scope.sid, edit.key, kind, valueWrite, isObject ? after->text : nullptr}))
-        {
             return WriteFailed();
-        }
     }
     if (kind == 0 && before.has_value() == after.has_value())
-    {
         return Success;
-    }
     const bool written =
         after ? m_writer->Put(scope.sid, edit.key, *after, revision) : m_writer->Erase(scope.sid, edit.key);
     return written ? Success : WriteFailed();
@@ -138,13 +116,9 @@ bool Session::OpenWriter()
 {
     std::string error;
     if (!m_writer)
-    {
         m_writer = StoreWriter::Open(m_file, error);
-    }
     if (!m_writer)
-    {
         KeepError(std::move(error));
-    }
     return m_writer != nullptr;
 }
 

@@ -47,17 +47,13 @@ bool IsSid(std::string_view text)
 {
     constexpr std::string_view Start = "S-1-";
     if (text.substr(0, Start.size()) != Start)
-    {
         return false;
-    }
     bool digitBefore = false;
     for (const char c : text.substr(Start.size()))
     {
         const bool digit = c >= '0' && c <= '9';
         if (!digit && (c != '-' || !digitBefore))
-        {
             return false;
-        }
         digitBefore = digit;
     }
     return digitBefore;
@@ -97,14 +93,10 @@ OrbStrataHandle Store::Open(const wchar_t* sid, Access access, OrbStrataResult& 
     const std::string scopeSid = sid == nullptr || *sid == L'\0' ? UserSid() : Platform::ToUtf8(sid);
     result = ORB_STRATA_INVALID_ARGUMENT;
     if (!IsSid(scopeSid))
-    {
         return nullptr;
-    }
     result = ORB_STRATA_ACCESS_DENIED;
     if (access == Access::Elevated && !acceptElevation)
-    {
         return nullptr;
-    }
     result = ORB_STRATA_STORE_FAILED;
     std::shared_ptr<Session> session; // goes after the lock: its thread may be on its way into the store
     const std::lock_guard lock(m_mutex);
@@ -113,13 +105,9 @@ OrbStrataHandle Store::Open(const wchar_t* sid, Access access, OrbStrataResult& 
     if (!scope)
     {
         if (session)
-        {
             m_lastError = session->TakeError();
-        }
         if (m_handles.empty())
-        {
             m_session.reset(); // the next attempt begins anew
-        }
         return nullptr;
     }
     result = Success;
@@ -131,9 +119,7 @@ OrbStrataHandle Store::Open(const wchar_t* sid, Access access, OrbStrataResult& 
 std::shared_ptr<Session> Store::OpenSession()
 {
     if (!m_session)
-    {
         m_session = Session::Open(m_file.empty() ? DefaultStoreFile() : m_file, writes, m_lastError);
-    }
     return m_session;
 }
 
@@ -141,9 +127,7 @@ void Store::Close(OrbStrataHandle handle)
 {
     const auto closing = Lookup(handle);
     if (!closing)
-    {
         return;
-    }
     std::shared_ptr<Session> unused; // ends, with its thread, when this function does
     {
         const std::lock_guard lock(m_mutex);
@@ -154,9 +138,7 @@ void Store::Close(OrbStrataHandle handle)
     // The notification thread cannot wait for its own end: a session whose last handle is closed by a callback stays
     // until the next handle or Shutdown.
     if (m_handles.empty() && !closing->session->OnNotificationThread())
-    {
         unused.swap(m_session);
-    }
 }
 
 uint32_t Store::OpenHandles()
@@ -186,13 +168,9 @@ OrbStrataResult Store::Find(OrbStrataHandle handle, const wchar_t* key, Entry& e
 {
     const auto opened = Lookup(handle);
     if (!opened)
-    {
         return ORB_STRATA_INVALID_HANDLE;
-    }
     if (key == nullptr || *key == L'\0')
-    {
         return ORB_STRATA_INVALID_ARGUMENT;
-    }
     std::optional<Entry> found;
     const auto result = opened->session->Find(*opened->scope, Platform::ToUtf8(key), found);
     if (found)
@@ -201,9 +179,7 @@ OrbStrataResult Store::Find(OrbStrataHandle handle, const wchar_t* key, Entry& e
         return Success;
     }
     if (result == Success)
-    {
         return ORB_STRATA_NOT_FOUND;
-    }
     return Answer(*opened->session, result);
 }
 
@@ -211,9 +187,7 @@ OrbStrataResult Store::List(OrbStrataHandle handle, const wchar_t* prefix, Entri
 {
     const auto opened = Lookup(handle);
     if (!opened)
-    {
         return ORB_STRATA_INVALID_HANDLE;
-    }
     const std::string start = prefix == nullptr ? std::string() : Platform::ToUtf8(prefix);
     return Answer(*opened->session, opened->session->List(*opened->scope, start, entries));
 }
@@ -222,16 +196,10 @@ OrbStrataResult Store::Apply(OrbStrataHandle handle, const std::vector<Edit>& ed
 {
     const auto opened = Lookup(handle);
     if (!opened)
-    {
         return ORB_STRATA_INVALID_HANDLE;
-    }
     for (const Edit& edit : edits)
-    {
         if (!MayWrite(opened->access, edit.key))
-        {
             return ORB_STRATA_ACCESS_DENIED;
-        }
-    }
     const Writer writer{IdOf(handle), opened->access == Access::Product};
     return Answer(*opened->session, opened->session->Apply(*opened->scope, writer, edits));
 }
@@ -255,9 +223,7 @@ OrbStrataSubscription Store::Subscribe(OrbStrataHandle handle, const wchar_t* ke
 void Store::Unsubscribe(OrbStrataHandle handle, OrbStrataSubscription subscription)
 {
     if (const auto opened = Lookup(handle))
-    {
         opened->session->Unsubscribe(IdOf(handle), IdOf(subscription));
-    }
 }
 
 bool Store::WaitForDelivery(std::chrono::milliseconds timeout)
@@ -272,9 +238,7 @@ bool Store::WaitForDelivery(std::chrono::milliseconds timeout)
 OrbStrataResult Store::Fault(Function function, OrbStrataHandle handle, const wchar_t* key)
 {
     if (!faults.Any())
-    {
         return Success;
-    }
     const auto opened = Lookup(handle);
     return opened && opened->access == Access::Product ? Success : faults.Take(function, key);
 }

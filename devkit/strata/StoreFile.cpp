@@ -39,9 +39,7 @@ bool StoreConnection::Find(const std::string& scope, const std::string& key, std
     entry.reset();
     bool sound = true;
     if (m_entry.Bind(scope, key).Step())
-    {
         sound = ReadEntry(m_entry, 0, entry.emplace());
-    }
     sound = sound && !m_entry.Failed();
     m_entry.Reset();
     return sound;
@@ -95,9 +93,7 @@ bool StoreReader::Load(const std::string& scope, Entries& entries)
     bool sound = true;
     m_scope.Bind(scope);
     while (sound && m_scope.Step())
-    {
         sound = ReadEntry(m_scope, 1, entries[m_scope.Text(0)]);
-    }
     sound = sound && !m_scope.Failed();
     m_scope.Reset();
     return sound;
@@ -115,9 +111,7 @@ bool StoreReader::ChangesAfter(int64_t revision, std::vector<Change>& changes)
         change.kind = static_cast<int32_t>(m_changes.Integer(3));
         change.valueWrite = m_changes.Integer(4) != 0;
         if (m_changes.IsText(5))
-        {
             change.text = std::make_shared<const std::string>(m_changes.Text(5));
-        }
     }
     const bool whole = !m_changes.Failed();
     m_changes.Reset();
@@ -141,9 +135,7 @@ std::unique_ptr<StoreWriter> StoreWriter::Open(const std::string& path, std::str
         return nullptr;
     }
     if (!database)
-    {
         return nullptr;
-    }
     database->KeepLogOnClose(false);
     return std::unique_ptr<StoreWriter>(new StoreWriter(std::move(database)));
 }
@@ -164,13 +156,9 @@ bool StoreWriter::Put(const std::string& scope, const std::string& key, const En
     const auto type = static_cast<int64_t>(entry.type);
     const auto constraints = static_cast<int64_t>(entry.constraints);
     if (HasText(entry.type))
-    {
         return m_put.Bind(scope, key, type, constraints, revision, *entry.text).Run();
-    }
     if (entry.type == ORB_STRATA_TYPE_NONE)
-    {
         return m_put.Bind(scope, key, type, constraints, revision, nullptr).Run();
-    }
     return m_put.Bind(scope, key, type, constraints, revision, entry.number).Run();
 }
 
@@ -186,9 +174,7 @@ bool StoreWriter::Note(const Change& change)
     const bool isObject = change.text != nullptr;
     std::string_view text;
     if (isObject && change.text->size() <= LongestNotedText)
-    {
         text = *change.text;
-    }
     const bool noted = isObject
                            ? m_note.Bind(change.revision, change.scope, change.key, kind, valueWrite, text).Run()
                            : m_note.Bind(change.revision, change.scope, change.key, kind, valueWrite, nullptr).Run();

@@ -27,9 +27,7 @@ void WriteLog::Add(std::string sid, std::string key, bool byPlugIn)
 void WriteLog::Tell()
 {
     if (!m_hasObserver || m_teller.load() == std::this_thread::get_id())
-    {
         return;
-    }
     const std::lock_guard telling(m_telling);
     m_teller = std::this_thread::get_id();
     std::unique_lock lock(m_mutex);
@@ -39,9 +37,7 @@ void WriteLog::Tell()
         m_queue.pop_front();
         lock.unlock();
         if (m_observer != nullptr)
-        {
             m_observer(m_context, write.sid.c_str(), Platform::FromUtf8(write.key).c_str(), write.byPlugIn);
-        }
         lock.lock();
     }
     m_teller = std::thread::id();

@@ -47,13 +47,9 @@ ExitCode Get(StoreScope& scope, const Arguments& arguments)
     const std::string& key = arguments.operands[0];
     Item item;
     if (!Current(scope, key, item))
-    {
         return Complain(scope);
-    }
     if (item.type == ORB_STRATA_TYPE_NONE)
-    {
         return NoValue(key);
-    }
     return Print((arguments.json ? JsonItem(item) : PlainValue(item)) + "\n");
 }
 
@@ -63,19 +59,13 @@ ExitCode Set(StoreScope& scope, const Arguments& arguments)
     std::string text = arguments.operands[1];
     std::string error;
     if (text == "-" && !ReadInput("-", text, error))
-    {
         return Complain(Failed, error);
-    }
     Item item;
     if (!Current(scope, key, item))
-    {
         return Complain(scope);
-    }
     auto type = arguments.type ? TypeNamed(*arguments.type) : item.type;
     if (!type)
-    {
         return Complain(Misused, "There is no type " + *arguments.type + ".");
-    }
     if (!arguments.type && item.type == ORB_STRATA_TYPE_NONE)
     {
         type = GuessType(text);
@@ -83,9 +73,7 @@ ExitCode Set(StoreScope& scope, const Arguments& arguments)
                      std::string(NameOf(*type)).c_str());
     }
     if (!ParseValue(*type, text, item, error))
-    {
         return Complain(Refused, error);
-    }
     return scope.Write({{key, item}}) ? Done : Complain(scope);
 }
 
@@ -93,27 +81,19 @@ ExitCode List(StoreScope& scope, const Arguments& arguments)
 {
     const Items items = scope.List(arguments.operands.empty() ? "" : arguments.operands[0]);
     if (scope.Result() != ORB_STRATA_SUCCESS)
-    {
         return Complain(scope);
-    }
     if (arguments.json)
-    {
         return Print(Export(items));
-    }
     std::string lines;
     for (const auto& [key, item] : items)
-    {
         lines += key + " = " + Describe(item) + "\n";
-    }
     return Print(lines);
 }
 
 ExitCode Remove(StoreScope& scope, const Arguments& arguments)
 {
     if (scope.Remove(arguments.operands[0]))
-    {
         return Done;
-    }
     return scope.Result() == ORB_STRATA_NOT_FOUND ? NoValue(arguments.operands[0]) : Complain(scope);
 }
 
@@ -149,9 +129,7 @@ std::string StoreFile(const Arguments& arguments)
     std::wstring file = arguments.data ? Platform::JoinPath(Platform::FromUtf8(*arguments.data), L"store.db")
                                        : Platform::ExpandEnvironment(L"%ORB_STRATA_STORE%");
     if (file.empty())
-    {
         file = Platform::JoinPath(Platform::JoinPath(Platform::LocalAppData(), L"veridan"), L"store.db");
-    }
     return Platform::ToUtf8(file);
 }
 
@@ -185,19 +163,13 @@ ExitCode Misuse(const std::string& sentence)
 ExitCode Run(const Arguments& arguments)
 {
     if (arguments.help)
-    {
         return Print(std::string(HelpText));
-    }
     const auto command = std::find_if(std::begin(Commands), std::end(Commands),
                                       [&](const Command& each) { return each.name == arguments.command; });
     if (!arguments.error.empty() || arguments.command.empty())
-    {
         return Misuse(arguments.error.empty() ? "There is no command." : arguments.error);
-    }
     if (command == std::end(Commands))
-    {
         return Misuse("There is no command " + arguments.command + ".");
-    }
     if (arguments.operands.size() < command->fewest || arguments.operands.size() > command->most)
     {
         return Misuse("The command " + arguments.command + " does not go with " +
@@ -205,15 +177,11 @@ ExitCode Run(const Arguments& arguments)
     }
     OrbStrataControl_SetStoreFile(StoreFile(arguments).c_str());
     if (command->run == nullptr)
-    {
         return SeedScopes(arguments);
-    }
     const std::string name = arguments.scope.value_or("user");
     StoreScope scope(name);
     if (scope.Result() == ORB_STRATA_INVALID_ARGUMENT)
-    {
         return Misuse("\"" + name + "\" is neither system, user nor a SID.");
-    }
     return scope.IsOpen() ? command->run(scope, arguments) : Complain(scope);
 }
 

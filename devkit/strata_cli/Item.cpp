@@ -86,13 +86,9 @@ OrbStrataType GuessType(const std::string& text)
 {
     int64_t number = 0;
     if (text == "true" || text == "false")
-    {
         return ORB_STRATA_TYPE_BOOL;
-    }
     if (IsInteger(text, number))
-    {
         return FitsInt32(number) ? ORB_STRATA_TYPE_INT32 : ORB_STRATA_TYPE_INT64;
-    }
     return IsObject(text) ? ORB_STRATA_TYPE_OBJECT : ORB_STRATA_TYPE_STRING;
 }
 
@@ -129,9 +125,7 @@ std::string JsonItem(const Item& item)
     json += NameOf(item.type);
     json += '"';
     if (item.type != ORB_STRATA_TYPE_NONE)
-    {
         json += ",\"value\":" + JsonValue(item);
-    }
     return json + ",\"constraints\":" + std::to_string(item.constraints) + "}";
 }
 
@@ -141,13 +135,9 @@ std::string Describe(const Item& item)
     line += "  (";
     line += NameOf(item.type);
     if ((item.constraints & ORB_STRATA_CONSTRAINT_ENFORCED) != 0)
-    {
         line += ", enforced";
-    }
     if (const uint32_t others = item.constraints & ~uint32_t{ORB_STRATA_CONSTRAINT_ENFORCED}; others != 0)
-    {
         line += ", constraints " + std::to_string(item.constraints);
-    }
     return line + ")";
 }
 

@@ -82,18 +82,12 @@ bool ReadItem(JsonReader& reader, Item& item)
                                          : reader.Fail("an entry has no \"" + member + "\"");
     });
     if (!read)
-    {
         return false;
-    }
     const auto type = TypeNamed(typeName);
     if (!type)
-    {
         return reader.Fail("there is no type \"" + typeName + "\"");
-    }
     if (constraints < 0 || constraints > std::numeric_limits<uint32_t>::max())
-    {
         return reader.Fail("the constraints do not fit 32 bits");
-    }
     std::string error;
     item.type = *type;
     item.constraints = static_cast<uint32_t>(constraints);
@@ -146,9 +140,7 @@ bool ReadInput(const std::string& path, std::string& contents, std::string& erro
         return !stream.bad();
     };
     if (path == "-")
-    {
         return readAll(std::cin) || (error = "Standard input cannot be read.", false);
-    }
     std::ifstream file(std::filesystem::u8path(path), std::ios::binary);
     return (file && readAll(file)) || (error = FileError(path, "read"), false);
 }

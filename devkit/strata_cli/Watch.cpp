@@ -38,9 +38,7 @@ void NL_SUITE_CALL PrintChange(void* context, const wchar_t* wideKey, int32_t ch
     {
         item = watcher.scope.Find(key);
         if (!item)
-        {
             return; // removed since, which is told next
-        }
     }
     const std::string line = watcher.json ? JsonLine(key, item)
                              : item       ? key + " = " + Describe(*item)
@@ -59,9 +57,7 @@ bool Watch(StoreScope& scope, const std::string& prefix, bool json)
     const auto subscription =
         OrbStrataControl_Watch(scope.Handle(), Platform::FromUtf8(prefix).c_str(), PrintChange, &watcher, &result);
     if (result != ORB_STRATA_SUCCESS)
-    {
         return false;
-    }
     std::fputs("strata: watching; Ctrl-C ends it.\n", stderr);
     std::fflush(stderr); // some C libraries hold it back where it is not a terminal
     WaitForInterrupt();

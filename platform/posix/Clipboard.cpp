@@ -18,9 +18,7 @@ public:
     {
         const bool hasOne = qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
         if (!hasOne)
-        {
             errno = ENOTSUP;
-        }
         return hasOne;
     }
     void Empty() override { QGuiApplication::clipboard()->clear(); }

@@ -17,9 +17,7 @@ bool OffsetAt(std::time_t time, std::int64_t& seconds)
 {
     std::tm local{};
     if (::localtime_r(&time, &local) == nullptr)
-    {
         return false;
-    }
     seconds = local.tm_gmtoff;
     return true;
 }
@@ -35,9 +33,7 @@ std::int64_t CachedOffset(std::int64_t time)
     const std::int64_t quarter = time / Quarter;
     const std::int64_t cached = s_cache.load(std::memory_order_relaxed);
     if (cached >= 0 && cached >> OffsetBits == quarter)
-    {
         return (cached & ((std::int64_t{1} << OffsetBits) - 1)) - OffsetBias;
-    }
     ::tzset();
     std::int64_t offset = 0;
     OffsetAt(static_cast<std::time_t>(time), offset);
@@ -96,9 +92,7 @@ public:
         ::tzset();
         std::int64_t seconds = 0;
         if (!OffsetAt(Now().tv_sec, seconds))
-        {
             return false;
-        }
         minutes = static_cast<int>(seconds / 60);
         return true;
     }
@@ -108,9 +102,7 @@ public:
         const auto time = static_cast<std::time_t>(secondsSinceEpoch);
         std::int64_t offset = 0;
         if (!OffsetAt(time, offset))
-        {
             return static_cast<std::uint32_t>(errno);
-        }
         local = Calendar(secondsSinceEpoch + offset, 0);
         return 0;
     }

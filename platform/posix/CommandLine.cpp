@@ -29,9 +29,7 @@ std::vector<std::wstring> SplitCommandLine(std::wstring_view commandLine)
         else if (!quoted && (next == L' ' || next == L'\t'))
         {
             if (inArgument)
-            {
                 arguments.push_back(std::exchange(argument, {}));
-            }
             inArgument = false;
         }
         else if (at < commandLine.size())
@@ -41,9 +39,7 @@ std::vector<std::wstring> SplitCommandLine(std::wstring_view commandLine)
         }
     }
     if (inArgument)
-    {
         arguments.push_back(argument);
-    }
     return arguments;
 }
 

@@ -17,9 +17,7 @@ public:
     void Write(const wchar_t* text) override
     {
         if (m_on)
-        {
             std::fputs(ToUtf8(text).c_str(), stderr);
-        }
     }
 
 private:

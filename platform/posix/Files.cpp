@@ -22,9 +22,7 @@ constexpr mode_t ExecuteBits = 0111;
 mode_t FileMode(const wchar_t* security)
 {
     if (security == nullptr)
-    {
         return 0666;
-    }
     return std::wcsstr(security, L";;;AU)") != nullptr ? 0644 : 0600;
 }
 
@@ -56,9 +54,7 @@ bool File::Open(const std::wstring& path, const wchar_t* security)
 bool File::Close()
 {
     if (!IsOpen())
-    {
         return true;
-    }
     const bool closed = ::close(Descriptor(m_handle)) == 0;
     m_handle = Invalid;
     return closed;
@@ -79,9 +75,7 @@ bool File::SeekToEnd(std::uint64_t& end)
 {
     const off_t position = ::lseek(Descriptor(m_handle), 0, SEEK_END);
     if (position < 0)
-    {
         return false;
-    }
     end = static_cast<std::uint64_t>(position);
     return true;
 }

@@ -19,9 +19,7 @@ std::wstring Variable(const std::string& name)
 std::wstring ValueOf(const std::wstring& name)
 {
     if (name == L"ProgramData")
-    {
         return CommonAppData();
-    }
     return name == L"LOCALAPPDATA" ? LocalAppData() : Variable(ToUtf8(name));
 }
 
@@ -39,9 +37,7 @@ std::wstring LocalAppData()
     {
         const std::wstring folder = Variable(variable);
         if (!folder.empty())
-        {
             return folder;
-        }
     }
     const std::wstring home = Variable("HOME");
     return !home.empty() ? home + L"/.local/share" : std::wstring();
@@ -56,14 +52,10 @@ std::wstring ExpandEnvironment(const std::wstring& text)
         const auto begin = text.find(L'%', at);
         const auto end = begin == std::wstring::npos ? begin : text.find(L'%', begin + 1);
         if (end == std::wstring::npos)
-        {
             return expanded.append(text, at, std::wstring::npos);
-        }
         const std::wstring value = ValueOf(text.substr(begin + 1, end - begin - 1));
         if (value.empty())
-        {
             return {};
-        }
         expanded.append(text, at, begin - at).append(value);
         at = end + 1;
     }

@@ -63,9 +63,7 @@ std::uint32_t NamedMutex::Create(const std::wstring& name, const wchar_t*)
     m_object = std::make_unique<Object>();
     const int error = m_object->Open(name, true);
     if (error != 0)
-    {
         m_object.reset();
-    }
     return static_cast<std::uint32_t>(error);
 }
 
@@ -74,9 +72,7 @@ std::uint32_t NamedMutex::Open(const std::wstring& name)
     m_object = std::make_unique<Object>();
     const int error = m_object->Open(name, false);
     if (error != 0)
-    {
         m_object.reset();
-    }
     return static_cast<std::uint32_t>(error);
 }
 

@@ -24,9 +24,7 @@ const Ids& CachedIds()
     static const int s_watched = ::pthread_atfork(nullptr, nullptr, [] { t_ids = {0, 0}; });
     static_cast<void>(s_watched);
     if (t_ids.process == 0)
-    {
         t_ids = {static_cast<std::uint32_t>(::getpid()), static_cast<std::uint32_t>(::syscall(SYS_gettid))};
-    }
     return t_ids;
 }
 

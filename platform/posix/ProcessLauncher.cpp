@@ -38,13 +38,9 @@ int Spawn(pid_t& id, const std::string& program, std::vector<char*>& arguments, 
     ::posix_spawnattr_init(&attributes);
     ::posix_spawn_file_actions_addclosefrom_np(&actions, FirstOwnFile);
     if (folder != nullptr)
-    {
         ::posix_spawn_file_actions_addchdir_np(&actions, folder);
-    }
     if (ownSession)
-    {
         ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
-    }
     const int error = ::posix_spawn(&id, program.c_str(), &actions, &attributes, arguments.data(), environ);
     ::posix_spawnattr_destroy(&attributes);
     ::posix_spawn_file_actions_destroy(&actions);
@@ -61,14 +57,10 @@ public:
     {
         std::vector<std::string> texts;
         for (const std::wstring& argument : SplitCommandLine(commandLine))
-        {
             texts.push_back(ToUtf8(argument));
-        }
         std::vector<char*> arguments;
         for (std::string& text : texts)
-        {
             arguments.push_back(text.data());
-        }
         arguments.push_back(nullptr);
 
         const std::string folder = workingFolder != nullptr ? ToUtf8(workingFolder) : std::string();

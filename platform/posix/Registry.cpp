@@ -17,13 +17,9 @@ QString FileOf(RegistryRoot root)
     const QString name = root == RegistryRoot::Machine ? QStringLiteral("machine.ini") : QStringLiteral("user.ini");
     const QString folder = QFile::decodeName(qgetenv("VERIDAN_REGISTRY_DIR"));
     if (!folder.isEmpty())
-    {
         return folder + QLatin1Char('/') + name;
-    }
     if (root == RegistryRoot::Machine)
-    {
         return QStringLiteral("/etc/norlane/") + name;
-    }
     const QString configuration = QFile::decodeName(qgetenv("XDG_CONFIG_HOME"));
     return (configuration.isEmpty() ? QDir::homePath() + QStringLiteral("/.config") : configuration) +
            QStringLiteral("/norlane/") + name;
@@ -44,9 +40,7 @@ public:
     {
         const QVariant entry = Read(root, key, value);
         if (!entry.isValid())
-        {
             return std::nullopt;
-        }
         // A file written by hand may lack the quotes that keep a comma from separating.
         return entry.toStringList().join(QStringLiteral(", ")).toStdWString();
     }
@@ -61,17 +55,11 @@ private:
         const QSettings settings(FileOf(root), QSettings::IniFormat);
         const QVariant exact = settings.value(path);
         if (exact.isValid())
-        {
             return exact;
-        }
         const QStringList entries = settings.allKeys();
         for (const QString& entry : entries)
-        {
             if (entry.compare(path, Qt::CaseInsensitive) == 0)
-            {
                 return settings.value(entry);
-            }
-        }
         return {};
     }
 };

@@ -57,9 +57,7 @@ public:
         passwd* found = nullptr;
         std::array<char, PasswordBuffer> buffer;
         if (session == TheSession)
-        {
             ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found);
-        }
         return found != nullptr ? FromUtf8(found->pw_name) : std::wstring();
     }
 
@@ -76,18 +74,14 @@ public:
         const std::wstring host = HostName();
         const auto user = UserOf(ToUtf8(backslash == std::wstring::npos ? name : name.substr(backslash + 1)));
         if (!user || (backslash != std::wstring::npos && name.compare(0, backslash, host) != 0))
-        {
             return ErrorNoneMapped;
-        }
         const auto found = SidOf(*user);
         const auto domainNeeded = static_cast<std::uint32_t>(host.size() + 1);
         const bool fits = *sidSize >= found.size() && *domainSize >= domainNeeded;
         *sidSize = static_cast<std::uint32_t>(found.size());
         *domainSize = domainNeeded;
         if (!fits)
-        {
             return ErrorInsufficientBuffer;
-        }
         std::memcpy(sid, found.data(), found.size());
         host.copy(domain, host.size());
         domain[host.size()] = L'\0';

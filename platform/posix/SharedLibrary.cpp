@@ -16,9 +16,7 @@ std::uint32_t SharedLibrary::Load(const std::wstring& path)
 {
     Unload();
     if (!IsAbsolutePath(path))
-    {
         return ErrorBadPathname;
-    }
     m_module = ::dlopen(ToUtf8(path).c_str(), RTLD_NOW | RTLD_LOCAL);
     return m_module != nullptr ? 0 : ErrorModuleNotFound;
 }
@@ -26,9 +24,7 @@ std::uint32_t SharedLibrary::Load(const std::wstring& path)
 void SharedLibrary::Unload()
 {
     if (m_module != nullptr)
-    {
         ::dlclose(std::exchange(m_module, nullptr));
-    }
 }
 
 void* SharedLibrary::Find(const char* function) const
@@ -45,9 +41,7 @@ std::wstring SharedLibrary::PathOf(const void* code)
 {
     Dl_info info{};
     if (::dladdr(code, &info) == 0 || info.dli_fname == nullptr)
-    {
         return {};
-    }
     // The program itself goes by the name that it was started with, which may be relative.
     std::unique_ptr<char, decltype(&std::free)> path(
         ::realpath(info.dli_fname[0] == '/' ? info.dli_fname : "/proc/self/exe", nullptr), &std::free);

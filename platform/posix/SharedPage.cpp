@@ -26,9 +26,7 @@ std::string Folder()
     const uid_t user = ::geteuid();
     std::string path = "/dev/shm/norlane-" + std::to_string(user);
     if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST)
-    {
         return {};
-    }
     struct stat status
     {};
     const bool safe = ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == user &&
@@ -46,9 +44,7 @@ std::string Digest(const std::string& name)
 {
     std::uint64_t hash = 0xCBF29CE484222325;
     for (const char byte : name)
-    {
         hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3;
-    }
     std::array<char, 17> text{};
     std::snprintf(text.data(), text.size(), "%016" PRIx64, hash);
     return text.data();
@@ -84,9 +80,7 @@ int SharedPage::Open(const std::string& kind, const std::string& name, std::size
     Close();
     const std::string folder = Folder();
     if (folder.empty())
-    {
         return errno;
-    }
     m_size = size;
     m_path =
         folder + '/' + kind + '-' + Digest(name) + '-' + std::to_string(size) + '-' + std::to_string(8 * sizeof(void*));
@@ -95,9 +89,7 @@ int SharedPage::Open(const std::string& kind, const std::string& name, std::size
     {
         error = Make(initialise);
         if (error == 0 || error == EEXIST)
-        {
             error = OpenExisting(); // gone again when its last user left in between
-        }
     }
     return error;
 }
@@ -106,9 +98,7 @@ int SharedPage::OpenExisting()
 {
     m_file = ::open(m_path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW);
     if (m_file < 0)
-    {
         return errno;
-    }
     struct stat status
     {};
     int error = 0;
@@ -126,9 +116,7 @@ int SharedPage::OpenExisting()
         error = m_memory != nullptr ? 0 : errno;
     }
     if (error != 0)
-    {
         ::close(std::exchange(m_file, -1));
-    }
     return error;
 }
 
@@ -139,9 +127,7 @@ int SharedPage::Make(bool (*initialise)(void* memory))
     const std::string path = m_path + '.' + std::to_string(::getpid()) + '.' + std::to_string(++s_count);
     const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600);
     if (file < 0)
-    {
         return errno;
-    }
     // Allocated now: touching a page that no memory is left for would end the process.
     int error = ::posix_fallocate(file, 0, static_cast<off_t>(m_size));
     void* const memory = error == 0 ? Map(file, m_size) : nullptr;
@@ -151,9 +137,7 @@ int SharedPage::Make(bool (*initialise)(void* memory))
         error = made ? 0 : errno;
     }
     if (memory != nullptr)
-    {
         ::munmap(memory, m_size);
-    }
     ::unlink(path.c_str());
     ::close(file);
     return error;
@@ -162,14 +146,10 @@ int SharedPage::Make(bool (*initialise)(void* memory))
 void SharedPage::Close()
 {
     if (m_memory == nullptr)
-    {
         return;
-    }
     ::munmap(std::exchange(m_memory, nullptr), m_size);
     if (Lock(m_file, LOCK_EX | LOCK_NB))
-    {
         ::unlink(m_path.c_str());
-    }
     ::close(std::exchange(m_file, -1));
 }
 

@@ -37,9 +37,7 @@ public:
         TIME_ZONE_INFORMATION zone;
         const DWORD state = ::GetTimeZoneInformation(&zone);
         if (state == TIME_ZONE_ID_INVALID)
-        {
             return false;
-        }
         minutes =
             -static_cast<int>(zone.Bias + (state == TIME_ZONE_ID_DAYLIGHT ? zone.DaylightBias : zone.StandardBias));
         return true;

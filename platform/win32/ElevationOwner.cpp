@@ -16,13 +16,9 @@ void RemoveFromTaskbar(HWND window)
     ITaskbarList* list = nullptr;
     if (FAILED(::CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, IID_ITaskbarList,
                                   reinterpret_cast<void**>(&list))))
-    {
         return;
-    }
     if (SUCCEEDED(list->HrInit()))
-    {
         list->DeleteTab(window);
-    }
     list->Release();
 }
 
@@ -41,9 +37,7 @@ ElevationOwner::ElevationOwner()
 ElevationOwner::~ElevationOwner()
 {
     if (m_window != nullptr)
-    {
         ::DestroyWindow(static_cast<HWND>(m_window));
-    }
 }
 
 } // namespace Platform

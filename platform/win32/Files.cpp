@@ -41,9 +41,7 @@ bool File::Open(const std::wstring& path, const wchar_t* security)
 bool File::Close()
 {
     if (!IsOpen())
-    {
         return true;
-    }
     const bool closed = ::CloseHandle(Native(m_handle)) != FALSE;
     m_handle = Invalid;
     return closed;
@@ -61,9 +59,7 @@ bool File::SeekToEnd(std::uint64_t& end)
 {
     LARGE_INTEGER position{};
     if (!::SetFilePointerEx(Native(m_handle), LARGE_INTEGER{}, &position, FILE_END))
-    {
         return false;
-    }
     end = static_cast<std::uint64_t>(position.QuadPart);
     return true;
 }
@@ -85,9 +81,7 @@ bool FileExists(const std::wstring& path)
     WIN32_FIND_DATAW found;
     const HANDLE search = ::FindFirstFileW(path.c_str(), &found);
     if (search == INVALID_HANDLE_VALUE)
-    {
         return false;
-    }
     ::FindClose(search);
     return (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }

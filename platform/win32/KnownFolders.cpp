@@ -37,9 +37,7 @@ std::wstring ExpandEnvironment(const std::wstring& text)
 {
     const DWORD size = ::ExpandEnvironmentStringsW(text.c_str(), nullptr, 0);
     if (size == 0)
-    {
         return {};
-    }
     std::wstring expanded(size, L'\0');
     expanded.resize(::ExpandEnvironmentStringsW(text.c_str(), expanded.data(), size) - 1);
     // The system leaves a variable that is not set as it stands.

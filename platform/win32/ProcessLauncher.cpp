@@ -28,9 +28,7 @@ public:
         PROCESS_INFORMATION process{};
         if (!::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, creationFlags, nullptr,
                               workingFolder, &startup, &process))
-        {
             return nullptr;
-        }
         ::CloseHandle(process.hThread);
         return process.hProcess;
     }

@@ -20,9 +20,7 @@ public:
     ~Key()
     {
         if (m_key != nullptr)
-        {
             ::RegCloseKey(m_key);
-        }
     }
     Key(const Key&) = delete;
     Key& operator=(const Key&) = delete;
@@ -52,15 +50,11 @@ public:
         const Key open(root, key);
         DWORD size = 0;
         if (!open.Read(value, RRF_RT_REG_SZ, nullptr, size))
-        {
             return std::nullopt;
-        }
         std::wstring text(size / sizeof(wchar_t) + 1, L'\0');
         size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
         if (!open.Read(value, RRF_RT_REG_SZ, text.data(), size))
-        {
             return std::nullopt;
-        }
         return std::wstring(text.c_str());
     }
 };

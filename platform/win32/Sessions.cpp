@@ -17,9 +17,7 @@ std::wstring QuerySession(std::uint32_t session, WTS_INFO_CLASS information)
     wchar_t* text = nullptr;
     DWORD size = 0;
     if (!::WTSQuerySessionInformationW(WTS_CURRENT_SERVER_HANDLE, session, information, &text, &size))
-    {
         return {};
-    }
     std::wstring result = text != nullptr ? text : L"";
     ::WTSFreeMemory(text);
     return result;
@@ -34,14 +32,10 @@ public:
         WTS_SESSION_INFOW* list = nullptr;
         DWORD count = 0;
         if (!::WTSEnumerateSessionsW(WTS_CURRENT_SERVER_HANDLE, 0, version, &list, &count))
-        {
             return false;
-        }
         sessions.clear();
         for (DWORD i = 0; i < count; ++i)
-        {
             sessions.push_back({list[i].SessionId, list[i].State == WTSActive});
-        }
         ::WTSFreeMemory(list);
         return true;
     }
@@ -68,9 +62,7 @@ public:
     {
         HANDLE token = nullptr;
         if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, &token))
-        {
             return ::GetLastError();
-        }
         alignas(TOKEN_USER) std::array<BYTE, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> buffer;
         DWORD size = 0;
         const bool read =
@@ -90,9 +82,7 @@ public:
     {
         DWORD id = 0;
         if (!::ProcessIdToSessionId(::GetCurrentProcessId(), &id))
-        {
             return false;
-        }
         session = id;
         return true;
     }

@@ -35,7 +35,8 @@ OrbStrataResult ReadText(Get get, OrbStrataHandle handle, const wchar_t* key, st
 
 OrbStrataResult StoreCodec<bool>::Read(OrbStrataHandle handle, const wchar_t* key, bool& value)
 {
-    return ReadNumber<bool>(OrbStrata_GetBool, handle, key, [&](bool stored) { value = stored; });
+    return ReadNumber<bool>(
+        OrbStrata_GetBool, handle, key, [&](bool stored) { value = stored; });
 }
 
 OrbStrataResult StoreCodec<bool>::Write(OrbStrataHandle handle, const wchar_t* key, bool value)
@@ -45,7 +46,8 @@ OrbStrataResult StoreCodec<bool>::Write(OrbStrataHandle handle, const wchar_t* k
 
 OrbStrataResult StoreCodec<int>::Read(OrbStrataHandle handle, const wchar_t* key, int& value)
 {
-    return ReadNumber<std::int32_t>(OrbStrata_GetInt32, handle, key, [&](std::int32_t stored) { value = stored; });
+    return ReadNumber<std::int32_t>(
+        OrbStrata_GetInt32, handle, key, [&](std::int32_t stored) { value = stored; });
 }
 
 OrbStrataResult StoreCodec<int>::Write(OrbStrataHandle handle, const wchar_t* key, int value)
@@ -55,7 +57,8 @@ OrbStrataResult StoreCodec<int>::Write(OrbStrataHandle handle, const wchar_t* ke
 
 OrbStrataResult StoreCodec<std::int64_t>::Read(OrbStrataHandle handle, const wchar_t* key, std::int64_t& value)
 {
-    return ReadNumber<std::int64_t>(OrbStrata_GetInt64, handle, key, [&](std::int64_t stored) { value = stored; });
+    return ReadNumber<std::int64_t>(
+        OrbStrata_GetInt64, handle, key, [&](std::int64_t stored) { value = stored; });
 }
 
 OrbStrataResult StoreCodec<std::int64_t>::Write(OrbStrataHandle handle, const wchar_t* key, std::int64_t value)
@@ -102,8 +105,8 @@ OrbStrataResult StoreCodec<Minutes>::Write(OrbStrataHandle handle, const wchar_t
 
 OrbStrataResult StoreCodec<Seconds>::Read(OrbStrataHandle handle, const wchar_t* key, Seconds& value)
 {
-    return ReadNumber<std::int64_t>(OrbStrata_GetInt64, handle, key,
-                                    [&](std::int64_t stored) { value = Seconds(stored); });
+    return ReadNumber<std::int64_t>(
+        OrbStrata_GetInt64, handle, key, [&](std::int64_t stored) { value = Seconds(stored); });
 }
 
 OrbStrataResult StoreCodec<Seconds>::Write(OrbStrataHandle handle, const wchar_t* key, Seconds value)
@@ -113,8 +116,8 @@ OrbStrataResult StoreCodec<Seconds>::Write(OrbStrataHandle handle, const wchar_t
 
 OrbStrataResult StoreCodec<TimePoint>::Read(OrbStrataHandle handle, const wchar_t* key, TimePoint& value)
 {
-    return ReadNumber<std::int64_t>(OrbStrata_GetInt64, handle, key,
-                                    [&](std::int64_t stored) { value = TimePoint(Ticks(stored)); });
+    return ReadNumber<std::int64_t>(
+        OrbStrata_GetInt64, handle, key, [&](std::int64_t stored) { value = TimePoint(Ticks(stored)); });
 }
 
 OrbStrataResult StoreCodec<TimePoint>::Write(OrbStrataHandle handle, const wchar_t* key, TimePoint value)

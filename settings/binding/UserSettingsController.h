@@ -32,7 +32,8 @@ public:
         : ControllerBase<Tree>(nullptr), m_system(system), m_currentSid(sid)
     {
         if (delayedSave)
-            m_delayedSave.emplace(kDelayedSaveProcessing, [this](const std::string& waiting) { SaveScope(waiting); });
+            m_delayedSave.emplace(
+                kDelayedSaveProcessing, [this](const std::string& waiting) { SaveScope(waiting); });
     }
 
     /// Saves what still waits, and what an earlier save could not write.
@@ -40,10 +41,8 @@ public:
     {
         m_delayedSave.reset();
         for (auto& [sid, scope] : m_scopes)
-        {
             if (scope.EffectiveHandle())
                 scope.Save();
-        }
     }
 
     bool Load() override

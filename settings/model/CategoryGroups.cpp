@@ -25,10 +25,13 @@ CategoryGroups::CategoryGroups(CategoryArray& categories)
 
 bool CategoryGroups::IsBlocked(const std::string& name) const
 {
-    return std::any_of(m_groups.begin(), m_groups.end(), [&name](const CategoryGroup& group) {
-        return group.name == name && !std::all_of(group.members.begin(), group.members.end(),
-                                                  [](const Category* member) { return member->allowed.Get(); });
-    });
+    return std::any_of(
+        m_groups.begin(), m_groups.end(),
+        [&name](const CategoryGroup& group) {
+            return group.name == name && !std::all_of(
+                                             group.members.begin(), group.members.end(),
+                                             [](const Category* member) { return member->allowed.Get(); });
+        });
 }
 
 void CategoryGroups::SetAllowed(const std::string& name, bool allowed)

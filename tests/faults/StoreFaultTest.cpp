@@ -105,9 +105,7 @@ protected:
             return;
         CheckStore(name);
         if (FaultyStore::TraitOf(GetParam().function).isResult)
-        {
             EXPECT_EQ(StoredSwitches(), ShownSwitches()) << name;
-        }
     }
 };
 
@@ -121,15 +119,11 @@ TEST_P(StoreFaultTest, NothingIsLostOrShownWrongAndTheNextDayIsGood)
     if (IsBelieved(GetParam()))
         return; // it did not crash
     if (PageCanKnow())
-    {
         EXPECT_THAT(WrongOnThePages(), testing::IsEmpty());
-    }
     End();
     CheckStore("end");
     if (GetParam().moment == Moment::First || GetParam().moment == Moment::Always)
-    {
         EXPECT_TRUE(m_store.HasFailed(GetParam().function));
-    }
 
     m_store.Work();
     LiveTheNextDay();

@@ -30,9 +30,7 @@ public:
     bool Write(const void* data, std::uint32_t bytes) override
     {
         if (bytes > m_room)
-        {
             return false;
-        }
         m_room -= bytes;
         return FileLowLevel::Write(data, bytes);
     }

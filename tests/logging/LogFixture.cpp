@@ -33,9 +33,7 @@ std::wstring LogFixture::Folder() const
 {
     std::wstring path = QDir::toNativeSeparators(m_folder.path()).toStdWString();
     for (const wchar_t* const part : {L"Norlane", L"Log", L"NLCC"})
-    {
         path = JoinPath(path, part);
-    }
     return path;
 }
 
@@ -48,14 +46,10 @@ std::wstring LogFixture::Read(const std::wstring& path)
 {
     QFile file(QString::fromStdWString(path));
     if (!file.open(QIODevice::ReadOnly))
-    {
         return L"no file";
-    }
     const QByteArray bytes = file.readAll();
     if (!bytes.startsWith("\xFF\xFE") || bytes.size() % 2 != 0)
-    {
         return L"no mark";
-    }
     return QString::fromUtf16(reinterpret_cast<const char16_t*>(bytes.constData()) + 1, bytes.size() / 2 - 1)
         .toStdWString();
 }
@@ -64,9 +58,7 @@ std::vector<std::wstring> LogFixture::Lines(const std::wstring& text)
 {
     std::vector<std::wstring> lines;
     for (std::size_t begin = 0, end; (end = text.find(L"\r\n", begin)) != std::wstring::npos; begin = end + 2)
-    {
         lines.push_back(text.substr(begin, end - begin));
-    }
     return lines;
 }
 
@@ -86,9 +78,7 @@ std::vector<std::wstring> LogFixture::FileNames() const
     std::vector<std::wstring> names;
     const QStringList files = QDir(QString::fromStdWString(Folder())).entryList(QDir::Files, QDir::Name);
     for (const QString& file : files)
-    {
         names.push_back(file.toStdWString());
-    }
     return names;
 }
 

@@ -33,9 +33,7 @@ protected:
     static std::wstring Below(std::wstring root)
     {
         for (const wchar_t* const part : {L"Norlane", L"Log", L"NLCC", L"Veridan.log"})
-        {
             root = Platform::JoinPath(root, part);
-        }
         return root;
     }
 

@@ -40,31 +40,23 @@ struct Options
 void WriteLines(const Options& options, int thread)
 {
     for (int i = 0; options.lines < 0 || i < options.lines; ++i)
-    {
         LOG(g_log, 4, L"%s: %d.%d.%d end", options.id, thread, i);
-    }
 }
 
 void RunThreads(const Options& options)
 {
     std::vector<std::thread> threads;
     for (int i = 0; i < options.threads; ++i)
-    {
         threads.emplace_back(WriteLines, options, i);
-    }
     for (std::thread& thread : threads)
-    {
         thread.join();
-    }
 }
 
 [[noreturn]] void Hold(const std::wstring& root)
 {
     std::wstring path = root;
     for (const wchar_t* const part : {L"Norlane", L"Log", L"NLCC", L"Veridan.log"})
-    {
         path = Platform::JoinPath(path, part);
-    }
     std::replace(path.begin(), path.end(), Platform::PathSeparator, L'_');
     Platform::NamedMutex mutex;
     mutex.Create(L"Global\\NlOrbLogging_" + path, nullptr);
@@ -72,9 +64,7 @@ void RunThreads(const Options& options)
     std::puts("held");
     std::fflush(stdout);
     for (;;)
-    {
         std::this_thread::sleep_for(std::chrono::hours(1));
-    }
 }
 
 /// Made before the logger is first used, and so destroyed after it.
@@ -102,9 +92,7 @@ void LogWhileTheProcessEnds()
     LOG(g_log, 2, L"%s: before");
     std::thread([] {
         for (;;)
-        {
             LOG(g_log, 2, L"%s: from a thread");
-        }
     }).detach();
     std::this_thread::yield();
 }
@@ -115,9 +103,7 @@ int main(int argc, char** argv)
 {
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
-    {
         arguments += QString::fromLocal8Bit(argv[i]);
-    }
     Options options;
     options.root = arguments.value(1).toStdWString();
     options.maximumKB = arguments.value(2, QStringLiteral("100")).toUInt();
@@ -138,9 +124,7 @@ int main(int argc, char** argv)
 
     const QString mode = arguments.value(0);
     if (mode == QStringLiteral("hold"))
-    {
         Hold(options.root);
-    }
     const bool exits = mode == QStringLiteral("exit");
     NlOrbLogging::Initialize(L"NLCC", L"Veridan", 4, exits ? 0U : NlOrbLogging::BannerAtDebug);
     if (mode == QStringLiteral("forever"))

@@ -43,14 +43,10 @@ TEST_F(Logger, TagsSayTheLevel)
     m_registry.Set(FakeRegistry::Root::Machine, kKey, L"LogLevel", 100);
     Initialize();
     for (const int level : {1, 2, 3, 4, 5, 6, 7, 0, -5})
-    {
         m_logger->Log(level, L"x");
-    }
     std::wstring tags;
     for (const std::wstring& line : Lines(Read(FilePath())))
-    {
         tags += line.empty() ? L"" : line.substr(line.find(L"] ") + 2, 3);
-    }
     EXPECT_EQ(tags, L" I:*F:*E:.W: I: D: V:  :  :  :");
 }
 
@@ -101,9 +97,7 @@ TEST_F(Logger, TheNearestKeyOfTheRegistryWinsAndAllOnesCountAsAbsent)
         Initialize();
         int level = 0;
         while (m_logger->IsEnabled(level + 1))
-        {
             ++level;
-        }
         m_logger->Shutdown();
         return level;
     };

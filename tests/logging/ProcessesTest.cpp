@@ -37,9 +37,7 @@ protected:
     {
         QStringList arguments{QString::fromLatin1(mode), QDir::toNativeSeparators(m_folder.path())};
         for (const int number : {maximumKB, count, threads, lines, id})
-        {
             arguments += QString::number(number);
-        }
         return arguments;
     }
 
@@ -128,9 +126,7 @@ TEST_F(Processes, KillsAtAnyMomentLeaveWholeLinesAndAWorkingLog)
         const auto writer = Start(Arguments("forever", 100, 99, 4, 0, round));
         ASSERT_TRUE(writer->waitForReadyRead(kDeadline));
         for (int i = 0; i < 10 * round; ++i)
-        {
             m_logger->Log(4, L"W: between");
-        }
         writer->kill();
         ASSERT_TRUE(writer->waitForFinished(kDeadline));
     }
@@ -138,9 +134,7 @@ TEST_F(Processes, KillsAtAnyMomentLeaveWholeLinesAndAWorkingLog)
     const std::vector<std::wstring> messages = AllMessages();
     EXPECT_EQ(messages.back(), L"W: last");
     for (const std::wstring& message : messages)
-    {
         EXPECT_EQ(message.rfind(L"W: ", 0), 0U) << QString::fromStdWString(message).toStdString();
-    }
     EXPECT_THAT(m_debugOutput.Take(), IsEmpty());
 }
 

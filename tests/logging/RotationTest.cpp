@@ -97,9 +97,7 @@ TEST_F(Rotation, ALimitOfNothingLeavesRoomForTheMarkAlone)
 {
     Start(0, 2);
     for (const wchar_t* const text : {L"a", L"b", L"c", L"d"})
-    {
         Write(text);
-    }
     EXPECT_THAT(Numbered(0), ElementsAre(L"d"));
     EXPECT_THAT(Numbered(1), ElementsAre(L"c"));
     EXPECT_THAT(Numbered(2), ElementsAre(L"b"));
@@ -131,9 +129,7 @@ TEST_F(Rotation, ACountOfOneKeepsOne)
 {
     Start(0, 1);
     for (const wchar_t* const text : {L"a", L"b", L"c"})
-    {
         Write(text);
-    }
     EXPECT_THAT(FileNames(), ElementsAre(L"Veridan.1.log", L"Veridan.log"));
     EXPECT_THAT(Numbered(1), ElementsAre(L"b"));
 }
@@ -144,9 +140,7 @@ TEST_F(Rotation, NeverMoreThanNinetyNineAreKept)
     {
         Start(0, count);
         for (int i = 0; i < 110; ++i)
-        {
             m_logger->Log(4, L"%d", i);
-        }
         m_logger->Shutdown();
         EXPECT_EQ(FileNames().size(), 100U);
         EXPECT_THAT(Numbered(99), ElementsAre(L"10"));

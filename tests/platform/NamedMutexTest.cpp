@@ -82,9 +82,7 @@ TEST(NamedMutex, IsOneObjectHoweverManyOpenItAtOnce)
         });
     }
     for (std::thread& thread : threads)
-    {
         thread.join();
-    }
     EXPECT_EQ(overlaps, 0);
 }
 

@@ -50,9 +50,7 @@ TEST_F(Registry, TakesNumbersAsPeopleWriteThemAndNothingElse)
     EXPECT_EQ(m_registry.ReadDword(RegistryRoot::Machine, L"Key", L"hex"), 0xFFFFFFFFU);
     EXPECT_EQ(m_registry.ReadDword(RegistryRoot::Machine, L"Key", L"large"), 0xFFFFFFFFU);
     for (const wchar_t* const value : {L"too", L"minus", L"text", L"absent"})
-    {
         EXPECT_FALSE(m_registry.ReadDword(RegistryRoot::Machine, L"Key", value)) << value;
-    }
     EXPECT_EQ(m_registry.ReadString(RegistryRoot::Machine, L"Key", L"list"), L"/a, /b");
 }
 

@@ -103,10 +103,12 @@ Findings Exploration::Explore()
     const auto now = static_cast<int>(FakeClock::Seconds(kNow));
     for (const int number : {1, 5, -1, -now, -now - kDay}) // a countdown, or the end of a lock
     {
-        TrySettings(defaults, [&](const Setting& setting, Stored& entry) {
-            entry.number = number;
-            return isUsers(setting) && entry.type == ORB_STRATA_TYPE_INT32;
-        });
+        TrySettings(
+            defaults,
+            [&](const Setting& setting, Stored& entry) {
+                entry.number = number;
+                return isUsers(setting) && entry.type == ORB_STRATA_TYPE_INT32;
+            });
     }
     for (const std::wstring mode : {L"device_mode", L"browser_mode"})
     {

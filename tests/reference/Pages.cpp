@@ -166,13 +166,11 @@ QByteArray Pages::SettingsTree(const Findings& findings)
     const VdnSettings tree;
     tree.ForEachChild([&](auto& group) {
         if constexpr (std::is_same_v<decltype(group), Model&>)
-        {
             page += "\n## " + ClassName(group).toUtf8() + '\n' +
                     TableHead({QStringLiteral("key"), QStringLiteral("class"), QStringLiteral("type"),
                                QStringLiteral("default"), QStringLiteral("stored as"), QStringLiteral("shown"),
                                QStringLiteral("saved")}) +
                     GroupRows(group, findings, shown);
-        }
     });
     return page;
 }

@@ -42,9 +42,7 @@ HostProcess::HostProcess(const Setup& setup)
 HostProcess::~HostProcess()
 {
     if (IsRunning())
-    {
         EXPECT_EQ(Finish(), 0) << qUtf8Printable(Errors());
-    }
 }
 
 QVariant HostProcess::Do(const QString& op, const QVariantMap& arguments)
@@ -117,9 +115,7 @@ QVariantMap HostProcess::AwaitEvent(const std::function<bool(const QVariantMap& 
         {
             QVariantMap event = Receive();
             if (event.isEmpty())
-            {
                 return {};
-            }
             m_events.push_back(std::move(event));
         }
         if (wanted(m_events[i]))

@@ -39,9 +39,7 @@ public:
         while ((found = m_output.indexOf(text, m_read)) < 0)
         {
             if (!m_process.waitForReadyRead(DeadlineMs))
-            {
                 return false;
-            }
             m_output += m_process.readAll();
         }
         m_read = found + text.size();
@@ -100,9 +98,7 @@ TEST(InteractiveScenario, MistypedCommandsAreExplainedAndChangeNothing)
     for (const char* line :
          {"nonsense", "set", "set web_filter", "get no_such_variable", "get", "store", "store get", "store set a.key",
           "store get --scope everybody a.key", "trigger", "variables @Nothing", "set browsing_protection off"})
-    {
         host.Type(line);
-    }
     host.Type("store set windows.browsing_protection.internal.default_browser_type true");
     host.Type("store set windows.browsing_protection.internal.default_browser_type 5");
     host.Type("store set windows.browsing_protection.internal.default_browser_type text");

@@ -52,9 +52,7 @@ TEST(StoreScenario, LargeValuesComeBackWhole)
     const QString text(5 << 20, u'\u20ac');
     QVariantList records;
     for (int i = 0; i < 10000; ++i)
-    {
         records.append(QVariantMap{{"n", i}, {"t", QString::number(i)}});
-    }
     HostProcess host;
     for (const QVariant& value : {QVariant(text), QVariant(records)})
     {
@@ -172,9 +170,7 @@ TEST(StoreScenario, DataFolderThatCannotBeMadeIsAnErrorForEveryWrite)
     EXPECT_FALSE(
         host.Fails("store.set", {{"scope", "user"}, {"key", "a"}, {"type", "bool"}, {"value", true}}).isEmpty());
     if (host.Hello().value("platform") != "win32") // where the registry is the system's
-    {
         host.Fails("registry.set", {{"root", "user"}, {"key", "K"}, {"value", "v"}, {"dword", 1}});
-    }
     host.Set("@A:b", 1);
     host.Do("load");
     EXPECT_EQ(host.Finish(), 0);

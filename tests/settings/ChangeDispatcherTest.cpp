@@ -19,10 +19,12 @@ class ChangeDispatcherTest : public testing::Test
 protected:
     ChangeDispatcher::Registration Record(const wchar_t* key)
     {
-        return m_dispatcher.Subscribe(key, [this](const std::wstring& changed) {
-            m_told.push_back(changed);
-            m_thread = QThread::currentThread();
-        });
+        return m_dispatcher.Subscribe(
+            key,
+            [this](const std::wstring& changed) {
+                m_told.push_back(changed);
+                m_thread = QThread::currentThread();
+            });
     }
 
     void TellFromAnotherThread(const std::vector<const PropertyBase*>& properties)

@@ -73,19 +73,13 @@ private:
         Lines& lines = TheLines();
         const std::lock_guard lock(lines.lock);
         if (level > lines.threshold)
-        {
             return;
-        }
         lines.logged.push_back({level, std::move(text)});
         const auto expected = std::find(lines.expected.begin(), lines.expected.end(), lines.logged.back());
         if (expected != lines.expected.end())
-        {
             lines.expected.erase(expected);
-        }
         else if (level <= NlOrbLogging::Error)
-        {
             lines.unexpected.push_back(lines.logged.back());
-        }
     }
 };
 
@@ -106,16 +100,10 @@ class Watch : public testing::EmptyTestEventListener
         Lines& lines = TheLines();
         const std::lock_guard lock(lines.lock);
         for (const LogLine& line : lines.unexpected)
-        {
             ADD_FAILURE() << "unexpected in the log: " << line;
-        }
         for (const LogLine& line : lines.expected)
-        {
             if (!test.result()->Skipped())
-            {
                 ADD_FAILURE() << "missing in the log: " << line;
-            }
-        }
     }
 };
 

@@ -137,9 +137,7 @@ public:
         }
         const auto found = accounts.find(account);
         if (found == accounts.end())
-        {
             return ErrorNoneMapped;
-        }
         const auto needed = static_cast<std::uint32_t>(found->second.size());
         const bool fits = *sidSize >= needed && *domainSize >= 2;
         *sidSize = needed;

@@ -86,10 +86,12 @@ void StoreTest::Put(const char* sid, const wchar_t* key, int value)
 
 void StoreTest::Put(const char* sid, const std::wstring& key, const Stored& value)
 {
-    WithProductHandle(sid, [&](OrbStrataHandle handle) {
-        const OrbStrataEntry entry{key.c_str(), value.type, value.number, value.text.c_str(), value.constraints};
-        return m_strata.OrbStrataControl_Write(handle, &entry);
-    });
+    WithProductHandle(
+        sid,
+        [&](OrbStrataHandle handle) {
+            const OrbStrataEntry entry{key.c_str(), value.type, value.number, value.text.c_str(), value.constraints};
+            return m_strata.OrbStrataControl_Write(handle, &entry);
+        });
 }
 
 void StoreTest::PutAll(const char* sid, const Entries& values)
@@ -104,12 +106,14 @@ void StoreTest::PutAll(const char* sid, const Entries& values)
 
 void StoreTest::Constrain(const char* sid, const wchar_t* key, std::uint32_t constraints)
 {
-    WithProductHandle(sid, [&](OrbStrataHandle handle) { return OrbStrata_SetConstraints(handle, key, constraints); });
+    WithProductHandle(
+        sid, [&](OrbStrataHandle handle) { return OrbStrata_SetConstraints(handle, key, constraints); });
 }
 
 void StoreTest::Erase(const char* sid, const wchar_t* key)
 {
-    WithProductHandle(sid, [&](OrbStrataHandle handle) { return m_strata.OrbStrataControl_Remove(handle, key); });
+    WithProductHandle(
+        sid, [&](OrbStrataHandle handle) { return m_strata.OrbStrataControl_Remove(handle, key); });
 }
 
 void StoreTest::Fail(const char* function, const wchar_t* key, OrbStrataResult code, std::uint32_t count)

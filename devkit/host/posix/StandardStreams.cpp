@@ -16,20 +16,14 @@ struct StandardInput::Implementation
 StandardInput::StandardInput() : m_implementation(std::make_unique<Implementation>())
 {
     if (pipe(m_implementation->wake.data()) == 0)
-    {
         for (const int end : m_implementation->wake)
-        {
             fcntl(end, F_SETFD, FD_CLOEXEC);
-        }
-    }
 }
 
 StandardInput::~StandardInput()
 {
     for (const int end : m_implementation->wake)
-    {
         close(end);
-    }
 }
 
 QByteArray StandardInput::Read()
@@ -42,9 +36,7 @@ QByteArray StandardInput::Read()
         if (poll(sources.data(), sources.size(), -1) >= 0)
         {
             if (sources[1].revents != 0)
-            {
                 return {};
-            }
             count = read(STDIN_FILENO, bytes.data(), static_cast<std::size_t>(bytes.size()));
         }
     } while (count < 0 && (errno == EINTR || errno == EAGAIN));
@@ -66,9 +58,7 @@ bool WriteStandardOutput(const QByteArray& bytes)
         const ssize_t count =
             write(STDOUT_FILENO, bytes.constData() + done, static_cast<std::size_t>(bytes.size() - done));
         if (count < 0 && errno != EINTR)
-        {
             return false;
-        }
         done += static_cast<int>(std::max<ssize_t>(count, 0));
     }
     return true;

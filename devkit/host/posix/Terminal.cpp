@@ -52,7 +52,5 @@ Terminal::KeyMode::KeyMode() : m_saved(std::make_unique<Saved>())
 Terminal::KeyMode::~KeyMode()
 {
     if (m_saved->valid)
-    {
         tcsetattr(STDIN_FILENO, TCSADRAIN, &m_saved->mode);
-    }
 }

@@ -37,9 +37,7 @@ Termination::Termination(std::function<void()> onRequest) : m_implementation(std
 {
     auto& ends = m_implementation->pipe;
     if (pipe(ends.data()) != 0)
-    {
         return;
-    }
     for (const int end : ends)
     {
         fcntl(end, F_SETFD, FD_CLOEXEC);
@@ -54,21 +52,15 @@ Termination::Termination(std::function<void()> onRequest) : m_implementation(std
                      });
     g_wake = ends[1];
     for (const int number : Signals)
-    {
         static_cast<void>(std::signal(number, &OnSignal));
-    }
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 }
 
 Termination::~Termination()
 {
     for (const int number : Signals)
-    {
         static_cast<void>(std::signal(number, SIG_DFL));
-    }
     static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
     for (const int end : m_implementation->pipe)
-    {
         close(end);
-    }
 }

@@ -17,9 +17,7 @@ StandardInput::StandardInput() : m_implementation(std::make_unique<Implementatio
 StandardInput::~StandardInput()
 {
     if (const HANDLE reader = m_implementation->reader)
-    {
         CloseHandle(reader);
-    }
 }
 
 QByteArray StandardInput::Read()
@@ -60,9 +58,7 @@ bool WriteStandardOutput(const QByteArray& bytes)
     {
         DWORD count = 0;
         if (!WriteFile(output, bytes.constData() + done, static_cast<DWORD>(bytes.size() - done), &count, nullptr))
-        {
             return false;
-        }
         done += static_cast<int>(count);
     }
     return true;

@@ -18,9 +18,7 @@ BOOL WINAPI OnConsole(DWORD)
         QCoreApplication::instance(),
         [] {
             if (g_onRequest != nullptr)
-            {
                 (*g_onRequest)();
-            }
         },
         Qt::QueuedConnection);
     return TRUE;

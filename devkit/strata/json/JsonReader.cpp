@@ -11,9 +11,7 @@ namespace Strata
 JsonReader::JsonReader(std::string_view text) : m_text(text)
 {
     if (!IsUtf8(text))
-    {
         m_error = "the text is not UTF-8";
-    }
 }
 
 JsonReader::Kind JsonReader::Peek()
@@ -52,9 +50,7 @@ JsonReader::Kind JsonReader::Peek()
 bool JsonReader::String(std::string& value)
 {
     if (!Punctuation('"', "a string"))
-    {
         return false;
-    }
     value.clear();
     while (m_at < m_text.size())
     {
@@ -65,17 +61,11 @@ bool JsonReader::String(std::string& value)
         value.append(m_text, m_at, end - m_at);
         m_at = end;
         if (Accept('"'))
-        {
             return true;
-        }
         if (!Accept('\\'))
-        {
             return Fail("a string does not end, or holds a control character");
-        }
         if (!Escape(value))
-        {
             return Fail("unknown or ill-formed escape");
-        }
     }
     return Fail("a string does not end");
 }
@@ -85,9 +75,7 @@ bool JsonReader::Escape(std::string& value)
     static constexpr std::string_view Letters = "\"\\/bfnrt";
     static constexpr std::string_view Meanings = "\"\\/\b\f\n\r\t";
     if (m_at >= m_text.size())
-    {
         return false;
-    }
     const char letter = m_text[m_at++];
     if (const auto at = Letters.find(letter); at != std::string_view::npos)
     {
@@ -96,21 +84,15 @@ bool JsonReader::Escape(std::string& value)
     }
     char32_t code = 0;
     if (letter != 'u' || !HexUnit(code))
-    {
         return false;
-    }
     if (code >= 0xD800 && code < 0xDC00)
     {
         char32_t low = 0;
         if (m_text.substr(m_at, 2) != "\\u")
-        {
             return false;
-        }
         m_at += 2;
         if (!HexUnit(low) || low < 0xDC00 || low > 0xDFFF)
-        {
             return false;
-        }
         code = 0x10000 + ((code - 0xD800) << 10) + (low - 0xDC00);
     }
     return code != 0 && AppendUtf8(value, code);
@@ -120,16 +102,12 @@ bool JsonReader::HexUnit(char32_t& unit)
 {
     constexpr std::size_t Digits = 4;
     if (m_text.size() - m_at < Digits)
-    {
         return false;
-    }
     const char* begin = m_text.data() + m_at;
     uint32_t number = 0;
     const auto [end, error] = std::from_chars(begin, begin + Digits, number, 16);
     if (error != std::errc{} || end != begin + Digits)
-    {
         return false;
-    }
     unit = number;
     m_at += Digits;
     return true;
@@ -138,23 +116,17 @@ bool JsonReader::HexUnit(char32_t& unit)
 bool JsonReader::Integer(int64_t& value)
 {
     if (Peek() != Kind::Integer)
-    {
         return Expected("an integer");
-    }
     const char* begin = m_text.data() + m_at;
     const auto [end, error] = std::from_chars(begin, m_text.data() + m_text.size(), value);
     if (error == std::errc::result_out_of_range)
-    {
         return Fail("the number does not fit 64 bits");
-    }
     const char* digits = begin + (*begin == '-' ? 1 : 0);
     const bool leadingZero = end - digits > 1 && *digits == '0';
     const bool fraction =
         end != m_text.data() + m_text.size() && std::string_view(".eE").find(*end) != std::string_view::npos;
     if (error != std::errc{} || leadingZero || fraction)
-    {
         return Expected("an integer");
-    }
     m_at += static_cast<std::size_t>(end - begin);
     return true;
 }
@@ -175,9 +147,7 @@ bool JsonReader::Null()
 bool JsonReader::Raw(std::string_view& value)
 {
     if (const Kind kind = Peek(); kind != Kind::Object && kind != Kind::Array)
-    {
         return Expected("an object or an array");
-    }
     const std::size_t begin = m_at;
     std::size_t depth = 0;
     do
@@ -192,9 +162,7 @@ bool JsonReader::Raw(std::string_view& value)
         if (m_text[m_at] == '"')
         {
             if (!String(ignored))
-            {
                 return false;
-            }
             continue;
         }
         depth = m_text[m_at] == '{' || m_text[m_at] == '[' ? depth + 1 : depth - 1;
@@ -251,9 +219,7 @@ bool JsonReader::Punctuation(char character, const char* expected)
 bool JsonReader::Word(std::string_view word)
 {
     if (!m_error.empty() || m_text.substr(m_at, word.size()) != word)
-    {
         return false;
-    }
     m_at += word.size();
     return true;
 }

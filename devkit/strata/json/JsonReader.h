@@ -67,19 +67,13 @@ private:
     bool Sequence(char open, char close, Item&& item)
     {
         if (!Punctuation(open, open == '{' ? "an object" : "an array"))
-        {
             return false;
-        }
         if (AcceptNext(close))
-        {
             return true;
-        }
         do
         {
             if (!item())
-            {
                 return Fail("expected another value");
-            }
         } while (AcceptNext(','));
         return Punctuation(close, close == '}' ? "',' or '}'" : "',' or ']'");
     }

@@ -30,9 +30,7 @@ public:
     ~FileDescriptor()
     {
         if (m_descriptor >= 0)
-        {
             close(m_descriptor);
-        }
     }
     int Get() const { return m_descriptor; }
 
@@ -54,9 +52,7 @@ public:
     {
         // Written as to any file, for the watchers' sake; the views see it at once, being the same memory.
         if (m_writable && pwrite(m_file.Get(), &word, sizeof word, 0) != sizeof word)
-        {
             static_cast<SharedWord*>(m_view)->store(word, std::memory_order_release);
-        }
     }
 
 private:
@@ -115,9 +111,7 @@ std::unique_ptr<Stamp> Stamp::Open(const std::string& path)
     // A view beyond the file's end is deadly to look at.
     if (source.Get() < 0 || fstat(source.Get(), &status) != 0 ||
         (status.st_size < Size && (!writable || ftruncate(source.Get(), Size) != 0)))
-    {
         return nullptr;
-    }
     const int access = writable ? PROT_READ | PROT_WRITE : PROT_READ;
     void* view = mmap(nullptr, sizeof(SharedWord), access, MAP_SHARED, source.Get(), 0);
     return view == MAP_FAILED ? nullptr : std::make_unique<MappedStamp>(std::move(source), view, writable);

@@ -25,9 +25,7 @@ public:
     ~Handle()
     {
         if (m_handle != nullptr)
-        {
             CloseHandle(m_handle);
-        }
     }
     HANDLE Get() const { return m_handle; }
 
@@ -59,9 +57,7 @@ public:
     void Publish(uint32_t word) override
     {
         if (!m_writable)
-        {
             return;
-        }
         InterlockedExchange(m_word, static_cast<LONG>(word));
         // Those who watch the folder are told of a write when its handle is closed.
         const Handle stamped = OpenFile(m_path, GENERIC_WRITE, OPEN_EXISTING);
@@ -88,9 +84,7 @@ public:
     ~FolderWatch() override
     {
         if (m_change != INVALID_HANDLE_VALUE)
-        {
             FindCloseChangeNotification(m_change);
-        }
     }
 
     void Wait() override
@@ -100,9 +94,7 @@ public:
         const HANDLE sources[] = {m_wake.Get(), m_change};
         const DWORD reason = WaitForMultipleObjects(watching ? 2 : 1, sources, FALSE, watching ? INFINITE : Unwatched);
         if (reason == WAIT_OBJECT_0 + 1)
-        {
             FindNextChangeNotification(m_change);
-        }
     }
 
     void Wake() override { SetEvent(m_wake.Get()); }
@@ -121,9 +113,7 @@ std::unique_ptr<Stamp> Stamp::Open(const std::string& path)
     const bool writable = writableFile.Get() != nullptr;
     Handle file = writable ? std::move(writableFile) : OpenFile(widePath, GENERIC_READ, OPEN_EXISTING);
     if (file.Get() == nullptr)
-    {
         return nullptr;
-    }
     // Makes the file as long as the word; a shorter one that may not be written cannot be mapped.
     Handle mapping(
         CreateFileMappingW(file.Get(), nullptr, writable ? PAGE_READWRITE : PAGE_READONLY, 0, sizeof(LONG), nullptr));

@@ -16,9 +16,7 @@ sigset_t Interrupts()
     sigset_t signals;
     sigemptyset(&signals);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-    {
         sigaddset(&signals, signal);
-    }
     return signals;
 }
 

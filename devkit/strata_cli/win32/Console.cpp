@@ -32,9 +32,7 @@ std::vector<std::string> CommandLine(int /*argc*/, char** /*argv*/)
     int count = 0;
     wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &count);
     for (int i = 1; wide != nullptr && i < count; ++i)
-    {
         arguments.push_back(Platform::ToUtf8(wide[i]));
-    }
     LocalFree(wide);
     return arguments;
 }

@@ -16,15 +16,11 @@ std::vector<QByteArray> Split(const QList<QByteArray>& pieces)
     constexpr int Limit = 5;
     LineSplitter splitter(Limit);
     for (const QByteArray& piece : pieces)
-    {
         splitter.Feed(piece);
-    }
     splitter.Finish();
     std::vector<QByteArray> lines;
     for (auto line = splitter.Take(); line; line = splitter.Take())
-    {
         lines.push_back(line->tooLong ? QByteArray("(too long)") : line->text);
-    }
     return lines;
 }
 
@@ -35,9 +31,7 @@ TEST(LineSplitterTest, LinesAreTheSameHoweverTheStreamIsCut)
     EXPECT_THAT(Split({stream}), expected);
     QList<QByteArray> bytes;
     for (const char byte : stream)
-    {
         bytes.append(QByteArray(1, byte));
-    }
     EXPECT_THAT(Split(bytes), expected);
 }
 

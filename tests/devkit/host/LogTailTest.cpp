@@ -15,9 +15,7 @@ protected:
     {
         QByteArray bytes("\xff\xfe");
         for (const QChar unit : text)
-        {
             bytes.append(static_cast<char>(unit.unicode() & 0xFF)).append(static_cast<char>(unit.unicode() >> 8));
-        }
         ASSERT_TRUE(m_file.open());
         ASSERT_EQ(m_file.write(bytes), bytes.size());
         m_file.close();
@@ -50,9 +48,7 @@ TEST_F(LogTailTest, LinesAreFoundFarFromTheEnd)
     const QString early = Line("*E", "early");
     QString text = early + "\r\n";
     for (int i = 0; i < 3000; ++i)
-    {
         text += Line(" D", QString(200, 'x')) + "\r\n";
-    }
     Write(text);
     EXPECT_EQ(Read(50, 2), QStringList{early});
     EXPECT_EQ(Read(5, 0).size(), 5);

@@ -29,9 +29,7 @@ public Q_SLOTS:
     {
         m_calls.push_back(m_name + " begins " + id.ToString().toStdString());
         if (onNotify)
-        {
             onNotify(id.ToString());
-        }
         m_calls.push_back(m_name + " ends " + id.ToString().toStdString());
     }
     void OnSave() { m_calls.push_back(m_name + " saves"); }

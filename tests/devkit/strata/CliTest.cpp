@@ -80,9 +80,7 @@ TEST_F(Cli, SetKeepsTheKeysTypeAndRefusesWhatIsNoneOfIt)
         const QString key = "key." + value[0];
         EXPECT_EQ(Run({"set", key, value[1], "--type", value[0]}).code, 0);
         for (const QString& wrong : {value[2], QString("x"), QString(""), QString("1.5"), QString(" 1")})
-        {
             EXPECT_EQ(Run({"set", key, wrong}).code, 4) << value[0].toStdString() << ": " << wrong.toStdString();
-        }
         EXPECT_EQ(Run({"get", key}).output, value[1].toStdString() + "\n");
     }
     EXPECT_EQ(Run({"set", "key.string", "5", "--type", "string"}).code, 0);

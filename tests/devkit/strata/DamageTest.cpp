@@ -29,9 +29,7 @@ protected:
     {
         const Opened writer(Kind::Product);
         for (int i = 0; i < 100; ++i)
-        {
             OrbStrata_SetStringUtf8(writer, (L"key" + std::to_wstring(i)).c_str(), std::string(1000, 'x').c_str());
-        }
     }
 
     void ExpectRefused() const
@@ -87,9 +85,7 @@ TEST_F(Damage, TruncatedStoreIsRefusedAndLeftAloneUntilItIsRepaired)
     const QByteArray whole = Contents("data/store.db");
     ASSERT_GT(whole.size(), 100000);
     for (const char* rest : {"data/store.db-wal", "data/store.db-shm"})
-    {
         QFile::remove(QString::fromStdString(Path(rest)));
-    }
     for (const int size : {whole.size() / 2, 4096, 1000, 50})
     {
         SCOPED_TRACE(size);

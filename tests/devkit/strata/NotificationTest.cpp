@@ -166,22 +166,22 @@ TEST_F(Notification, ManyThreadsWriteReadAndSubscribeAtOnce)
     std::vector<std::future<void>> threads;
     for (int thread = 0; thread < Threads; ++thread)
     {
-        threads.push_back(std::async(std::launch::async, [thread] {
-            const std::wstring key = L"key" + std::to_wstring(thread);
-            for (int round = 0; round < Rounds; ++round)
-            {
-                Deliveries own;
-                const Opened handle(Kind::Product);
-                own.Subscribe(handle, key.c_str(), ORB_STRATA_CHANGED);
-                EXPECT_EQ(OrbStrata_SetInt32(handle, key.c_str(), round), 0U);
-                EXPECT_EQ(OrbStrata_GetInt32(handle, key.c_str(), -1, nullptr), round);
-            }
-        }));
+        threads.push_back(std::async(
+            std::launch::async,
+            [thread] {
+                const std::wstring key = L"key" + std::to_wstring(thread);
+                for (int round = 0; round < Rounds; ++round)
+                {
+                    Deliveries own;
+                    const Opened handle(Kind::Product);
+                    own.Subscribe(handle, key.c_str(), ORB_STRATA_CHANGED);
+                    EXPECT_EQ(OrbStrata_SetInt32(handle, key.c_str(), round), 0U);
+                    EXPECT_EQ(OrbStrata_GetInt32(handle, key.c_str(), -1, nullptr), round);
+                }
+            }));
     }
     for (auto& thread : threads)
-    {
         thread.get();
-    }
     EXPECT_EQ(heard.Take().size(), static_cast<std::size_t>(Threads * Rounds));
 }
 

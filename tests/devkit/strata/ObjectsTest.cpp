@@ -16,9 +16,7 @@ protected:
         const Opened handle(Kind::Product);
         const OrbStrataEntry entry{L"object", ORB_STRATA_TYPE_OBJECT, 0, text.c_str(), 0};
         if (OrbStrataControl_Write(handle, &entry) != ORB_STRATA_SUCCESS)
-        {
             return {};
-        }
         const std::string stored = Stored(handle, L"object");
         return stored.substr(4, stored.size() - 6);
     }

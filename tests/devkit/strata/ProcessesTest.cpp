@@ -56,13 +56,9 @@ TEST_F(Processes, WritersTakeTurnsAndLoseNothing)
     constexpr int Count = 100;
     std::vector<std::unique_ptr<Program>> writers;
     for (const char* prefix : {"a", "b", "c"})
-    {
         writers.push_back(Start({"write", prefix, QString::number(Count)}));
-    }
     for (const auto& writer : writers)
-    {
         EXPECT_EQ(writer->ExitCode(), 0);
-    }
     const Opened reader(Kind::Normal);
     for (const wchar_t* prefix : {L"a", L"b", L"c"})
     {
@@ -87,29 +83,19 @@ TEST_F(Processes, KilledWriterLosesNothingThatItWasToldIsWritten)
         const auto writer = Start({"write", QString::fromStdString(prefix), "1000000"});
         const int atLeast = lines(random);
         for (int i = 0; i < atLeast; ++i)
-        {
             ASSERT_EQ(writer->Line(), std::to_string(i));
-        }
         writer->Kill();
         EXPECT_EQ(writer->ExitCode(), -1);
         int acknowledged = atLeast;
         for (const char c : writer->RestOfOutput())
-        {
             acknowledged += c == '\n' ? 1 : 0;
-        }
         std::vector<std::string> keys;
         for (const std::string& change : heard.Take())
-        {
             if (change.find("object") == std::string::npos)
-            {
                 keys.push_back(change.substr(0, change.find(' ')));
-            }
-        }
         ASSERT_GE(keys.size(), static_cast<std::size_t>(acknowledged));
         for (std::size_t i = 0; i < keys.size(); ++i)
-        {
             ASSERT_EQ(keys[i], prefix + std::to_string(i));
-        }
         EXPECT_EQ(Start({"check", QString::fromStdString(prefix), QString::number(acknowledged)})->Line(), "all");
     }
     const Opened writer(Kind::Product);
@@ -150,26 +136,18 @@ TEST_F(Processes, ReadOnlyStoreIsReadAndSaysWhyItIsNotWritten)
     const auto everyoneReads = QFile::ReadOwner | QFile::ReadUser | QFile::ReadGroup | QFile::ReadOther;
     const auto everyoneEnters = QFile::ExeOwner | QFile::ExeUser | QFile::ExeGroup | QFile::ExeOther;
     for (const char* file : {"data/store.db", "data/store.db-wal", "data/store.db-shm", "data/store.db-stamp"})
-    {
         ASSERT_TRUE(QFile::setPermissions(QString::fromStdString(Path(file)), everyoneReads)) << file;
-    }
     for (const char* folder : {"data", "."})
-    {
         QFile::setPermissions(QString::fromStdString(Path(folder)), everyoneReads | everyoneEnters);
-    }
     const auto other = Start({"readonly"});
     const std::string value = other->Line();
     if (value == "privileged")
-    {
         GTEST_SKIP() << "this process cannot give up its rights";
-    }
     EXPECT_EQ(value, "1");
     EXPECT_EQ(other->Line(), std::to_string(ORB_STRATA_STORE_FAILED));
     EXPECT_THAT(other->Line(), testing::HasSubstr("may not be written"));
     for (const char* folder : {".", "data"})
-    {
         QFile::setPermissions(QString::fromStdString(Path(folder)), everyoneReads | everyoneEnters | QFile::WriteOwner);
-    }
 }
 
 } // namespace

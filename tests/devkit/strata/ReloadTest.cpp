@@ -47,9 +47,7 @@ bool ThreadsBecome(int expected)
 {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (Threads() != expected && std::chrono::steady_clock::now() < deadline)
-    {
         std::this_thread::yield();
-    }
     return Threads() == expected;
 }
 

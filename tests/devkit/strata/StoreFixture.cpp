@@ -51,9 +51,7 @@ void Deliveries::OnChange(void* context, const wchar_t* key, int32_t changeType,
         self.m_arrived.notify_all();
     }
     if (self.onDelivery)
-    {
         self.onDelivery();
-    }
 }
 
 StoreFixture::StoreFixture()

@@ -60,9 +60,7 @@ void Echo(OrbStrataHandle store)
 void Hammer(OrbStrataHandle store, int count)
 {
     for (int i = 1; i <= count; ++i)
-    {
         OrbStrata_SetInt32(store, L"hammered", i);
-    }
     OrbStrataControl_Remove(store, L"doomed");
     Say("done");
 }
@@ -97,9 +95,7 @@ void ReadOnly(OrbStrataHandle store)
 int main(int argc, char** argv)
 {
     if (argc < 3)
-    {
         return 2;
-    }
     const std::string command = argv[2];
     if (command == "readonly" && !DropPrivileges())
     {

@@ -113,9 +113,7 @@ TEST_F(Values, WriteOfWhatNoValueCanBeIsRefusedAndChangesNothing)
     OrbStrata_SetStringUtf8(handle, L"key", "kept");
     const wchar_t loneSurrogate[] = {static_cast<wchar_t>(0xD800), L'x', 0};
     for (const char* text : {"\xFF", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xC3"})
-    {
         EXPECT_EQ(OrbStrata_SetStringUtf8(handle, L"key", text), OrbStrataResult{ORB_STRATA_INVALID_ARGUMENT}) << text;
-    }
     EXPECT_EQ(OrbStrata_SetStringUtf8(handle, L"key", nullptr), OrbStrataResult{ORB_STRATA_INVALID_ARGUMENT});
     EXPECT_EQ(OrbStrata_SetString(handle, L"key", loneSurrogate), OrbStrataResult{ORB_STRATA_INVALID_ARGUMENT});
     EXPECT_EQ(OrbStrata_SetObject(handle, L"key", nullptr), OrbStrataResult{ORB_STRATA_INVALID_HANDLE});
@@ -159,9 +157,7 @@ TEST_F(Values, ListGivesThePrefixInOrderOfKeys)
 {
     const Opened handle(Kind::Product);
     for (const wchar_t* key : {L"b.2", L"a", L"b.10", L"b", L"c", L"b/"})
-    {
         OrbStrata_SetBool(handle, key, true);
-    }
     std::wstring keys;
     OrbStrataControl_List(
         handle, L"b.",

@@ -42,9 +42,7 @@ private:
     void Clear()
     {
         for (const REGSAM view : {REGSAM{KEY_WOW64_64KEY}, REGSAM{KEY_WOW64_32KEY}})
-        {
             ::RegDeleteKeyExW(Root(), kKey, view, 0);
-        }
     }
 };
 

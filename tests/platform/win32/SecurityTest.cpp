@@ -119,9 +119,7 @@ TEST_F(Security, ARestrictedFileOrFolderIsOpenToNobodyElse)
         EXPECT_EQ(granted.at(kSystem), DWORD{FILE_ALL_ACCESS}) << name;
         EXPECT_LE(granted.size(), 2U) << name;
         for (const wchar_t* const other : {L"S-1-1-0", L"S-1-5-11", L"S-1-5-32-545"})
-        {
             EXPECT_EQ(granted.count(other), 0U) << name << ' ' << other;
-        }
     }
 }
 

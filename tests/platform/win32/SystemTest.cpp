@@ -75,9 +75,7 @@ TEST(Sessions, TheProcessSessionBelongsToItsUser)
     std::vector<Platform::Sessions::Session> list{{42, true}};
     ASSERT_TRUE(sessions.Enumerate(list));
     for (const Platform::Sessions::Session& session : list)
-    {
         EXPECT_NE(session.id, 42U);
-    }
     std::uint32_t session = Platform::Sessions::Invalid;
     ASSERT_TRUE(sessions.ProcessSession(session));
     EXPECT_EQ(sessions.UserName(session), UserName());
@@ -110,9 +108,7 @@ TEST(SharedLibrary, OnlyAnAbsolutePathIsLoaded)
     Platform::SharedLibrary library;
     for (const wchar_t* const relative :
          {L"TarnTypes.dll", L".\\TarnTypes.dll", L"\\TarnTypes.dll", L"C:TarnTypes.dll"})
-    {
         EXPECT_EQ(library.Load(relative), Platform::SharedLibrary::ErrorBadPathname) << relative;
-    }
     EXPECT_EQ(library.Load(path + L".absent"), Platform::SharedLibrary::ErrorModuleNotFound);
     EXPECT_FALSE(library.IsLoaded());
     ASSERT_EQ(library.Load(path), 0U);

@@ -56,7 +56,8 @@ private:
 
     std::vector<Site>::iterator Find(const std::string& url)
     {
-        return std::find_if(sites.begin(), sites.end(), [&url](const Site& site) { return site.Url == url; });
+        return std::find_if(
+            sites.begin(), sites.end(), [&url](const Site& site) { return site.Url == url; });
     }
 
     bool Erase(const std::string& url)

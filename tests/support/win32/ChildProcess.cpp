@@ -16,9 +16,7 @@ bool ChildProcess::RequestEnd()
 {
     FreeConsole();
     if (!AttachConsole(static_cast<DWORD>(processId())))
-    {
         return false;
-    }
     SetConsoleCtrlHandler(nullptr, TRUE); // this process is not meant
     const bool sent = GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0) != FALSE;
     FreeConsole();

@@ -35,9 +35,7 @@ OwnRegistry::OwnRegistry() : m_implementation(std::make_unique<Implementation>()
         RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &root.key, nullptr);
     }
     for (const Root& root : m_implementation->roots)
-    {
         RegOverridePredefKey(root.predefined, root.key);
-    }
 }
 
 OwnRegistry::~OwnRegistry()
