@@ -1,8 +1,8 @@
 // What the host reads from its standard input: bytes to lines, lines to JSON, and JSON to values of the store.
 
-#include "devkit/host/Json.h"
-#include "devkit/host/LineSplitter.h"
-#include "devkit/host/StoreValue.h"
+#include "devkit/core/Json.h"
+#include "devkit/core/LineSplitter.h"
+#include "devkit/core/StoreValue.h"
 #include "devkit/strata/Object.h"
 #include "fuzz/Target.h"
 

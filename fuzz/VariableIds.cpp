@@ -1,6 +1,6 @@
 // The ids of UI variables, whatever text a page or the host makes one of.
 
-#include "devkit/host/VariableHub.h"
+#include "devkit/core/VariableHub.h"
 #include "fuzz/Target.h"
 #include "tarn/VariableIdentifier.h"
 

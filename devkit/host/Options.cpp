@@ -1,6 +1,6 @@
 #include "devkit/host/Options.h"
 
-#include "devkit/host/DataFolder.h"
+#include "devkit/core/DataFolder.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

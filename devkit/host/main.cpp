@@ -1,12 +1,12 @@
 // The development host: loads the plug-in, stands in for everything around it, and is driven by a person or by a
 // script.
 
-#include "devkit/host/Host.h"
-#include "devkit/host/InteractiveSession.h"
-#include "devkit/host/JsonLinesSession.h"
+#include "devkit/core/Host.h"
 #include "devkit/host/Options.h"
 #include "devkit/host/QtPlatform.h"
-#include "devkit/host/Termination.h"
+#include "devkit/jsonl/JsonLinesSession.h"
+#include "devkit/process/Termination.h"
+#include "devkit/terminal/InteractiveSession.h"
 
 #include <QGuiApplication>
 

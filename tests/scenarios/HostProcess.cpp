@@ -1,6 +1,6 @@
 #include "tests/scenarios/HostProcess.h"
 
-#include "devkit/host/Json.h"
+#include "devkit/core/Json.h"
 
 #include <gtest/gtest.h>
 

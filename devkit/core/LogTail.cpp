@@ -1,0 +1,75 @@
+#include "devkit/core/LogTail.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QtEndian>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int NoLevel = 0;
+
+/// The level of a line that begins a message; NoLevel for one that goes on with it.
+int LevelOf(const QString& line, bool& begins)
+{
+    static const QRegularExpression Prefix(
+        QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} \\[[0-9a-f]+\\.[0-9a-f]+\\] (..): "));
+    static const QStringList Tags{QStringLiteral("*F"), QStringLiteral("*E"), QStringLiteral(".W"),
+                                  QStringLiteral(" I"), QStringLiteral(" D"), QStringLiteral(" V")};
+    const QRegularExpressionMatch match = Prefix.match(line);
+    begins = match.hasMatch();
+    return begins ? Tags.indexOf(match.captured(1)) + 1 : NoLevel;
+}
+
+/// The last `size` bytes of the file from the first whole line on; the file is UTF-16LE.
+QStringList ReadLines(QFile& file, qint64 size)
+{
+    const qint64 start = std::max<qint64>(file.size() - size, 0) & ~qint64{1};
+    file.seek(start);
+    const QByteArray bytes = file.readAll();
+    QString text(bytes.size() / 2, Qt::Uninitialized);
+    qFromLittleEndian<quint16>(bytes.constData(), text.size(), text.data());
+    if (text.startsWith(QChar::ByteOrderMark))
+        text.remove(0, 1);
+    QStringList lines = text.split(QLatin1String("\r\n"));
+    if (start > 0)
+        lines.removeFirst();
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    return lines;
+}
+
+QStringList Filter(const QStringList& lines, int maximumLevel)
+{
+    QStringList kept;
+    int level = NoLevel;
+    for (const QString& line : lines)
+    {
+        bool begins = false;
+        const int own = LevelOf(line, begins);
+        level = begins || line.isEmpty() ? own : level;
+        if (maximumLevel == NoLevel || (level != NoLevel && level <= maximumLevel))
+            kept.append(line);
+    }
+    return kept;
+}
+
+} // namespace
+
+QStringList ReadLogTail(const QString& fileName, qint64 count, int maximumLevel)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    constexpr qint64 FirstPiece = 64LL * 1024;
+    QStringList lines;
+    for (qint64 size = FirstPiece; lines.size() < count; size *= 4)
+    {
+        lines = Filter(ReadLines(file, size), maximumLevel);
+        if (size >= file.size())
+            break;
+    }
+    return lines.mid(static_cast<int>(std::max<qint64>(lines.size() - count, 0)));
+}

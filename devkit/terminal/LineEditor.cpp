@@ -1,0 +1,149 @@
+#include "devkit/terminal/LineEditor.h"
+
+#include <QTextCodec>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr ushort Escape = 0x1B;
+constexpr ushort Backspace = 0x08;
+constexpr ushort Delete = 0x7F;
+
+constexpr ushort Ctrl(char letter)
+{
+    return static_cast<ushort>(letter - 'A' + 1);
+}
+
+} // namespace
+
+LineEditor::LineEditor() : m_decoder(QTextCodec::codecForName("UTF-8"), QTextCodec::IgnoreHeader) {}
+
+QStringList LineEditor::Feed(const QByteArray& bytes)
+{
+    QStringList finished;
+    const QString keys = m_decoder.toUnicode(bytes);
+    for (const QChar key : keys)
+        OnKey(key, finished);
+    return finished;
+}
+
+QString LineEditor::Draw(const QString& prompt, int columns) const
+{
+    // Of a line that is too long, the part around the cursor is shown: a line never wraps.
+    const int room = std::max(columns - prompt.size() - 1, 1);
+    const int start = std::max(m_cursor - room, 0);
+    const QString shown = m_text.mid(start, room);
+    const int back = start + shown.size() - m_cursor;
+    return Clear() + prompt + shown + (back > 0 ? QStringLiteral("\x1b[%1D").arg(back) : QString());
+}
+
+QString LineEditor::Clear()
+{
+    return QStringLiteral("\r\x1b[K");
+}
+
+void LineEditor::OnKey(QChar key, QStringList& finished)
+{
+    if (!m_escape.isEmpty())
+    {
+        m_escape += key;
+        const bool introducer = m_escape.size() == 2 && (key == QLatin1Char('[') || key == QLatin1Char('O'));
+        const bool final = key.unicode() >= '@' && key.unicode() <= '~';
+        if (!introducer && (final || m_escape.size() == 2))
+        {
+            OnEscape(m_escape.mid(1));
+            m_escape.clear();
+        }
+    }
+    else if (key.unicode() == Escape)
+    {
+        m_escape = key;
+    }
+    else if (key.unicode() < ' ' || key.unicode() == Delete)
+    {
+        OnControl(key.unicode(), finished);
+    }
+    else
+    {
+        m_text.insert(m_cursor++, key);
+    }
+}
+
+void LineEditor::OnControl(ushort key, QStringList& finished)
+{
+    switch (key)
+    {
+    case '\r':
+    case '\n':
+        Finish(finished);
+        break;
+    case Backspace:
+    case Delete:
+        DeleteBefore(m_cursor - 1);
+        break;
+    case Ctrl('U'):
+        DeleteBefore(0);
+        break;
+    case Ctrl('W'):
+        DeleteBefore(m_text.lastIndexOf(QLatin1Char(' '), m_cursor - 2) + 1);
+        break;
+    case Ctrl('K'):
+        m_text.truncate(m_cursor);
+        break;
+    case Ctrl('A'):
+        m_cursor = 0;
+        break;
+    case Ctrl('E'):
+        m_cursor = m_text.size();
+        break;
+    case Ctrl('D'):
+        m_ended = m_ended || m_text.isEmpty();
+        m_text.remove(m_cursor, 1);
+        break;
+    default:
+        break;
+    }
+}
+
+void LineEditor::OnEscape(const QString& sequence)
+{
+    const QString key = QString(sequence).replace(QLatin1Char('O'), QLatin1Char('['));
+    if (key == QLatin1String("[A") || key == QLatin1String("[B"))
+        Recall(key == QLatin1String("[A") ? -1 : 1);
+    else if (key == QLatin1String("[D"))
+        m_cursor = std::max(m_cursor - 1, 0);
+    else if (key == QLatin1String("[C"))
+        m_cursor = std::min(m_cursor + 1, m_text.size());
+    else if (key == QLatin1String("[H"))
+        m_cursor = 0;
+    else if (key == QLatin1String("[F"))
+        m_cursor = m_text.size();
+    else if (key == QLatin1String("[3~"))
+        m_text.remove(m_cursor, 1);
+}
+
+void LineEditor::Finish(QStringList& finished)
+{
+    if (!m_text.trimmed().isEmpty() && (m_history.isEmpty() || m_history.last() != m_text))
+        m_history.append(m_text);
+    finished.append(m_text);
+    m_text.clear();
+    m_cursor = 0;
+    m_recalled = m_history.size();
+}
+
+void LineEditor::DeleteBefore(int from)
+{
+    const int start = std::max(from, 0);
+    m_text.remove(start, m_cursor - start);
+    m_cursor = start;
+}
+
+void LineEditor::Recall(int step)
+{
+    m_recalled = std::clamp(m_recalled + step, 0, m_history.size());
+    m_text = m_history.value(m_recalled);
+    m_cursor = m_text.size();
+}

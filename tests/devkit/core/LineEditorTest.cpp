@@ -1,0 +1,67 @@
+#include "devkit/terminal/LineEditor.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+constexpr const char* Up = "\x1b[A";
+constexpr const char* Down = "\x1b[B";
+constexpr const char* Right = "\x1b[C";
+constexpr const char* Left = "\x1bOD";
+constexpr const char* Home = "\x1b[H";
+constexpr const char* Delete = "\x1b[3~";
+
+QString TypedOnce(const QByteArray& keys)
+{
+    return LineEditor().Feed(keys).value(0, QStringLiteral("(nothing)"));
+}
+
+TEST(LineEditorTest, KeysEditTheLineAtTheCursor)
+{
+    EXPECT_EQ(TypedOnce("abc\x7f\r"), "ab");
+    EXPECT_EQ(TypedOnce(QByteArray("bc") + Home + "a\n"), "abc");
+    EXPECT_EQ(TypedOnce(QByteArray("abx") + Left + Delete + "c\r"), "abc");
+    EXPECT_EQ(TypedOnce(QByteArray("ac") + Left + Left + Left + Right + "b\r"), "abc");
+    EXPECT_EQ(TypedOnce("set one two\x17three\r"), "set one three");
+    EXPECT_EQ(TypedOnce("gone\x15kept\r"), "kept");
+    EXPECT_EQ(TypedOnce("kept gone\x01\x1b[C\x1b[C\x1b[C\x1b[C\x0b\r"), "kept");
+    EXPECT_EQ(TypedOnce("\x7f\x7f\x1b[Dx\x1b[15~\x1bq\r"), "x");
+}
+
+TEST(LineEditorTest, BytesOfOneCharacterMayArriveApart)
+{
+    LineEditor editor;
+    EXPECT_TRUE(editor.Feed("\xe2\x82").isEmpty());
+    EXPECT_EQ(editor.Feed("\xac\r").value(0), QString(QChar(0x20AC)));
+}
+
+TEST(LineEditorTest, HistoryIsWalkedBothWays)
+{
+    LineEditor editor;
+    editor.Feed("first\rsecond\r\r");
+    EXPECT_EQ(editor.Feed(QByteArray(Up) + Up + Up + "!\r").value(0), "first!");
+    EXPECT_EQ(editor.Feed(QByteArray(Up) + Up + Down + "\r").value(0), "first!");
+    EXPECT_EQ(editor.Feed(QByteArray(Up) + Down + "new\r").value(0), "new");
+}
+
+TEST(LineEditorTest, EndOfInputIsAnEmptyLinesOnly)
+{
+    LineEditor editor;
+    editor.Feed("a\x04");
+    EXPECT_FALSE(editor.HasEnded());
+    editor.Feed("\x7f\x04");
+    EXPECT_TRUE(editor.HasEnded());
+}
+
+TEST(LineEditorTest, LineThatIsTooLongShowsThePartAroundTheCursor)
+{
+    LineEditor editor;
+    editor.Feed("0123456789");
+    EXPECT_EQ(editor.Draw("> ", 8), LineEditor::Clear() + "> 56789");
+    editor.Feed(Home);
+    EXPECT_EQ(editor.Draw("> ", 8), LineEditor::Clear() + "> 01234\x1b[5D");
+    EXPECT_EQ(editor.Draw("> ", 80), LineEditor::Clear() + "> 0123456789\x1b[10D");
+}
+
+} // namespace
