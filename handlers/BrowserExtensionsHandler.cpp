@@ -45,7 +45,8 @@ BrowserExtensionsHandler::~BrowserExtensionsHandler()
 bool BrowserExtensionsHandler::Initialize(IPlugInManager* manager)
 {
     const EntryLog log(L"BrowserExtensionsHandler::Initialize");
-    m_variables.Obtain(manager);
+    if (!m_variables.Obtain(log, manager))
+        return false;
     m_variables.Register({kForceExtensions, kForceExtensionsReadOnly});
     m_variables.SubscribeRules(kNotifyRules);
     return true;

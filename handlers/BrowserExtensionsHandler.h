@@ -17,7 +17,7 @@ public:
                              const std::shared_ptr<MainGuiHandler>& mainGui);
     ~BrowserExtensionsHandler() override;
 
-    /// Always true.
+    /// False without a data peer.
     bool Initialize(IPlugInManager* manager);
 
     void Load();

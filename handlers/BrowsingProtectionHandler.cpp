@@ -41,7 +41,8 @@ BrowsingProtectionHandler::~BrowsingProtectionHandler()
 bool BrowsingProtectionHandler::Initialize(IPlugInManager* manager)
 {
     const EntryLog log(L"BrowsingProtectionHandler::Initialize");
-    m_variables.Obtain(manager);
+    if (!m_variables.Obtain(log, manager))
+        return false;
     m_variables.Register({kSuspicious, kIllegal, kRating, kSuspiciousReadOnly, kIllegalReadOnly, kRatingReadOnly});
     m_variables.SubscribeRules(kNotifyRules);
     return true;

@@ -14,7 +14,7 @@ public:
     explicit BrowsingProtectionHandler(const std::shared_ptr<SystemSettings>& systemSettings);
     ~BrowsingProtectionHandler() override;
 
-    /// Always true.
+    /// False without a data peer.
     bool Initialize(IPlugInManager* manager);
 
     void Load();

@@ -74,7 +74,8 @@ DeviceLockHandler::~DeviceLockHandler()
 bool DeviceLockHandler::Initialize(IPlugInManager* manager)
 {
     const EntryLog log(L"DeviceLockHandler::Initialize");
-    m_variables.Obtain(manager);
+    if (!m_variables.Obtain(log, manager))
+        return false;
     m_variables.Register({kExtendedByIndex, kBlockDescription});
     m_variables.Subscribe({kRequestExtendTimeDialog}, "1OnRequestExtendTimeDialog()");
     m_variables.Subscribe({kExtendTime}, "1OnTimeLockExtend()");

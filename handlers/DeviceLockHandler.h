@@ -21,7 +21,7 @@ public:
                       const std::shared_ptr<UserSettings>& userSettings);
     ~DeviceLockHandler() override;
 
-    /// Always true.
+    /// False without a data peer.
     bool Initialize(IPlugInManager* manager);
 
     /// The host's event loop runs: evaluates the trigger as it is.

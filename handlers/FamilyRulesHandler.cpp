@@ -101,7 +101,8 @@ FamilyRulesHandler::~FamilyRulesHandler()
 bool FamilyRulesHandler::Initialize(IPlugInManager* manager, const std::shared_ptr<MainGuiHandler>& mainGui)
 {
     const EntryLog log(L"FamilyRulesHandler::Initialize");
-    m_variables.Obtain(manager);
+    if (!m_variables.Obtain(log, manager))
+        return false;
     m_variables.Register({kShowPage, kDpInitialized, kContentEnabled, kSearchFilterEnabled, kAdminWarning,
                           kQuotasEnabled, kWeekdayHours, kWeekdayMinutes, kWeekendHours, kWeekendMinutes,
                           kMinutesRemaining, kCurfewsEnabled, kWeekdayBedtime, kWeekdayBedtimeStart,

@@ -23,7 +23,7 @@ public:
                        const std::shared_ptr<UserSettings>& userSettings);
     ~FamilyRulesHandler() override;
 
-    /// Always true.
+    /// False without a data peer.
     bool Initialize(IPlugInManager* manager, const std::shared_ptr<MainGuiHandler>& mainGui);
 
     void Load();

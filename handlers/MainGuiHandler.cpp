@@ -87,7 +87,8 @@ bool MainGuiHandler::Initialize(IPlugInManager* manager)
 {
     const EntryLog log(kInitializeLog.Name());
     LOG(log, 5, L"%s: MainGuiHandler logon");
-    m_variables.Obtain(manager);
+    if (!m_variables.Obtain(log, manager))
+        return false;
     DeclareVariables();
     LOG(log, 5, L"%s: MainGuiHandler variables wired");
 

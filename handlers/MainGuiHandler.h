@@ -24,7 +24,7 @@ public:
                    const std::shared_ptr<UserSettings>& userSettings);
     ~MainGuiHandler() override;
 
-    /// Wires the variables and publishes them. Called once; always true.
+    /// Wires the variables and publishes them. Called once. False without a data peer.
     bool Initialize(IPlugInManager* manager);
 
     /// Publish settings to the page.

@@ -65,7 +65,8 @@ SafeBankingHandler::~SafeBankingHandler()
 bool SafeBankingHandler::Initialize(IPlugInManager* manager)
 {
     const EntryLog log(L"SafeBankingHandler::Initialize");
-    m_variables.Obtain(manager);
+    if (!m_variables.Obtain(log, manager))
+        return false;
     m_variables.RegisterKept({kFeatureEnable, kFeatureEnableReadOnly});
     m_variables.Set(kFeatureEnable, true);
     m_variables.Set(kFeatureEnableReadOnly, false);

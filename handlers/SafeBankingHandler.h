@@ -19,7 +19,7 @@ public:
                        const std::shared_ptr<UserSettings>& userSettings);
     ~SafeBankingHandler() override;
 
-    /// Brings the flyer to the state of the session. Always true.
+    /// Brings the flyer to the state of the session. False without a data peer.
     bool Initialize(IPlugInManager* manager);
 
     void Load();

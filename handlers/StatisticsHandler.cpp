@@ -75,7 +75,8 @@ StatisticsHandler::~StatisticsHandler()
 bool StatisticsHandler::Initialize(IPlugInManager* manager)
 {
     const EntryLog log(L"StatisticsHandler::Initialize");
-    m_variables.Obtain(manager);
+    if (!m_variables.Obtain(log, manager))
+        return false;
     m_variables.Subscribe({kLocalizationUpdated}, "1OnLocalizationUpdated(VariableIdentifier)");
     for (const int period : kPeriods)
         m_variables.Register(PeriodVariable(period));

@@ -16,7 +16,7 @@ public:
     explicit StatisticsHandler(const std::shared_ptr<UserSettings>& userSettings);
     ~StatisticsHandler() override;
 
-    /// Always true.
+    /// False without a data peer.
     bool Initialize(IPlugInManager* manager);
 
     void UpdateStatistics();

@@ -59,7 +59,8 @@ TimeLimitHandler::~TimeLimitHandler()
 bool TimeLimitHandler::Initialize(IPlugInManager* manager)
 {
     const EntryLog log(L"TimeLimitHandler::Initialize");
-    m_variables.Obtain(manager);
+    if (!m_variables.Obtain(log, manager))
+        return false;
     m_variables.Register({kTimeSlots, kWeekdayHours, kWeekdayCaption, kWeekendCaption, kDailyHoursMax, kDailyHoursMin,
                           kDailyHoursSingular, kDailyHoursPlural});
     m_variables.SubscribeRules(kNotifyRules);

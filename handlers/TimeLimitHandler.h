@@ -18,7 +18,7 @@ public:
     TimeLimitHandler(const std::shared_ptr<UserSettings>& userSettings, const std::shared_ptr<MainGuiHandler>& mainGui);
     ~TimeLimitHandler() override;
 
-    /// Always true.
+    /// False without a data peer.
     bool Initialize(IPlugInManager* manager);
 
     void Load();

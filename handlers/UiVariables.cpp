@@ -1,9 +1,14 @@
 #include "handlers/UiVariables.h"
 
-void UiVariables::Obtain(IPlugInManager* manager)
+bool UiVariables::Obtain(const FunctionLog& log, IPlugInManager* manager)
 {
-    m_dataPeer = std::shared_ptr<IDataPeer>(
-        manager->GetDataPeer(), std::bind(&IPlugInManager::ReleaseDataPeer, manager, std::placeholders::_1));
+    m_dataPeer.reset();
+    if (IDataPeer* const peer = manager->GetDataPeer())
+        m_dataPeer = std::shared_ptr<IDataPeer>(
+            peer, std::bind(&IPlugInManager::ReleaseDataPeer, manager, std::placeholders::_1));
+    else
+        LOG(log, 2, L"%s: The host gives no data peer");
+    return m_dataPeer != nullptr;
 }
 
 void UiVariables::Register(Ids ids)

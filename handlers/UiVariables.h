@@ -1,5 +1,6 @@
 #pragma once
 
+#include "logging/FunctionLog.h"
 #include "tarn/IDataPeer.h"
 #include "tarn/IPlugInManager.h"
 #include "tarn/VariableIdentifier.h"
@@ -22,8 +23,9 @@ public:
 
     explicit UiVariables(QObject& handler) : m_handler(handler) {}
 
-    /// Takes a peer from the manager; it goes back when this object is destroyed or takes another.
-    void Obtain(IPlugInManager* manager);
+    /// Takes a peer from the manager; it goes back when this object is destroyed or takes another. False, after a log
+    /// line of the caller's, when the host gives none.
+    bool Obtain(const FunctionLog& log, IPlugInManager* manager);
     explicit operator bool() const noexcept { return m_dataPeer != nullptr; }
 
     /// Declare variables that the handler owns, and such whose value the host keeps.

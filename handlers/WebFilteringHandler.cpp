@@ -78,7 +78,8 @@ bool WebFilteringHandler::Initialize(IPlugInManager* manager, const std::shared_
 {
     const EntryLog log(L"WebFilteringHandler::Initialize");
     m_mainGui = mainGui;
-    m_variables.Obtain(manager);
+    if (!m_variables.Obtain(log, manager))
+        return false;
     m_variables.Register({kAllowFragfinn, kEnableFragfinnCheckbox, kEnableFragfinnLabel, kCategories,
                           kCategoriesConfigured, kAllowedWebsites, kWizardPage, kCategoriesFilter});
     m_variables.SubscribeRules(kNotifyRules);

@@ -64,7 +64,8 @@ WebsiteListHandler::~WebsiteListHandler()
 bool WebsiteListHandler::Initialize(IPlugInManager* manager)
 {
     const EntryLog log(L"WebsiteListHandler::Initialize");
-    m_variables.Obtain(manager);
+    if (!m_variables.Obtain(log, manager))
+        return false;
     m_variables.RegisterKept({kEnableTabList, kReadOnlyTable});
     m_variables.Register({kAllowedWebsites, kDeniedWebsites});
     m_variables.SubscribeRules(kNotifyRules);

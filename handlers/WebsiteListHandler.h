@@ -24,7 +24,7 @@ public:
                        const std::shared_ptr<MainGuiHandler>& mainGui);
     ~WebsiteListHandler() override;
 
-    /// Always true.
+    /// False without a data peer.
     bool Initialize(IPlugInManager* manager);
 
     /// Publishes both tables; `key` tells what changed, if anything did.

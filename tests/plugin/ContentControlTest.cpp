@@ -136,6 +136,27 @@ TEST_F(ContentControlTest, StartsUpInItsOrder)
     EXPECT_EQ(expected, milestones);
 }
 
+TEST_F(ContentControlTest, AHandlerWithoutADataPeerStopsTheStart)
+{
+    const std::vector<std::string> order = {"BrowsingProtection", "WebFiltering", "TimeLimit", "WebsiteList",
+                                            "SafeBanking",        "FamilyRules",  "MainGui",   "BrowserExtensions",
+                                            "DeviceLock",         "Statistics"};
+    for (std::size_t given = 0; given < order.size(); ++given)
+    {
+        RecordingHost host;
+        host.LimitPeers(static_cast<int>(given));
+        EXPECT_FALSE(Load()->Initialize(&host)) << order[given];
+        EXPECT_EQ(given, static_cast<std::size_t>(host.PeersOut()));
+        EXPECT_THAT(host.EventLoopSlots(), IsEmpty());
+        host.PageFires("@Veridan\\Settings\\Triggers:load_data"); // those before it work on
+        host.PageFires("@Veridan\\Settings\\Triggers:save");
+        m_loader.unload();
+        EXPECT_EQ(0, host.PeersOut());
+        EXPECT_THAT(Log(), Contains(order[given] + "Handler::Initialize: The host gives no data peer"));
+    }
+    EXPECT_THAT(Log(), Not(Contains("ContentControl::Initialize: GUI handlers initialized")));
+}
+
 TEST_F(ContentControlTest, AnAllowedUrlIsHandedOnToTheWebsiteList)
 {
     ASSERT_TRUE(Load()->Initialize(&m_host));

@@ -108,6 +108,9 @@ RecordingHost::Record RecordingHost::Take(const std::string& kind)
 
 IDataPeer* RecordingHost::GetDataPeer()
 {
+    if (m_peersLeft == 0)
+        return nullptr;
+    --m_peersLeft;
     ++m_peersOut;
     ++m_peersGiven;
     return new Peer(*this);

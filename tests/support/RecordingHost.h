@@ -9,6 +9,7 @@
 
 #include <deque>
 #include <functional>
+#include <limits>
 #include <map>
 #include <set>
 #include <string>
@@ -40,6 +41,8 @@ public:
     /// By the class of the handler that did it; known when it has handed its data peer back.
     const std::map<std::string, VariableUses>& UsesByHandler() const { return m_uses; }
 
+    /// After so many data peers more there are none to give.
+    void LimitPeers(int left) { m_peersLeft = left; }
     int PeersOut() const { return m_peersOut; }
     int PeersGiven() const { return m_peersGiven; }
     std::vector<std::string> EventLoopSlots() const { return m_eventLoopSlots; }
@@ -76,6 +79,7 @@ private:
     std::vector<std::pair<std::string, std::string>> m_record;
     std::map<std::string, VariableUses> m_uses;
     std::vector<std::string> m_eventLoopSlots;
+    int m_peersLeft = std::numeric_limits<int>::max();
     int m_peersOut = 0;
     int m_peersGiven = 0;
 };
