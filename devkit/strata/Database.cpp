@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <array>
+#include <thread>
 #include <utility>
 
 namespace Strata
@@ -63,6 +64,11 @@ bool Statement::IsText(int column) const
     return sqlite3_column_type(m_statement.get(), column) == SQLITE_TEXT;
 }
 
+bool Statement::IsNull(int column) const
+{
+    return sqlite3_column_type(m_statement.get(), column) == SQLITE_NULL;
+}
+
 void Statement::BindOne(int index, int64_t value)
 {
     sqlite3_bind_int64(m_statement.get(), index, value);
@@ -95,7 +101,7 @@ void Database::Close::operator()(sqlite3* connection) const
     sqlite3_close_v2(connection);
 }
 
-std::unique_ptr<Database> Database::Open(const std::string& path, int patienceMs, std::string& error)
+std::unique_ptr<Database> Database::Open(const std::string& path, std::string& error)
 {
     // Whoever uses the connection takes turns already, so SQLite need not lock.
     constexpr int Flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
@@ -107,13 +113,63 @@ std::unique_ptr<Database> Database::Open(const std::string& path, int patienceMs
         error = database->Error();
         return nullptr;
     }
-    sqlite3_busy_timeout(connection, patienceMs);
+    sqlite3_busy_handler(connection, OnBusy, database.get());
+    sqlite3_wal_hook(connection, OnCommit, database.get());
     // Someone who may only read can open the file only while its log is there.
     int persist = 1;
     sqlite3_file_control(connection, "main", SQLITE_FCNTL_PERSIST_WAL, &persist);
-    sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    // A store has tables only: what else a file may bring along does not run.
+    for (const int feature :
+         {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_ENABLE_TRIGGER})
+        sqlite3_db_config(connection, feature, 0, nullptr);
     database->KeepLogOnClose(true);
     return database;
+}
+
+int Database::OnBusy(void* self, int count)
+{
+    auto& database = *static_cast<Database*>(self);
+    const auto now = Clock::now();
+    if (count == 0)
+        database.m_deadline = now < database.m_waitedInVain ? now : now + database.m_patience;
+    if (now >= database.m_deadline)
+    {
+        database.m_waitedInVain = now + std::chrono::seconds(1);
+        return 0;
+    }
+    // Short, for a turn among many writers that each take a fraction of it.
+    std::this_thread::sleep_for(std::chrono::microseconds(count < 10 ? 50 : 500));
+    return 1;
+}
+
+int Database::OnCommit(void* self, sqlite3* /*connection*/, const char* /*name*/, int pages)
+{
+    static_cast<Database*>(self)->m_logPages = pages;
+    return SQLITE_OK;
+}
+
+void Database::BoundLog()
+{
+    // Beyond the second bound new commits have to wait: otherwise there may never be a moment in which the log has been
+    // brought back whole and begins anew.
+    constexpr int Long = 1000;
+    constexpr int TooLong = 2 * Long;
+    if (m_logPages >= Long)
+        sqlite3_wal_checkpoint_v2(m_connection.get(), "main",
+                                  m_logPages < TooLong ? SQLITE_CHECKPOINT_PASSIVE : SQLITE_CHECKPOINT_RESTART, nullptr,
+                                  nullptr);
+}
+
+bool Database::HasMoved() const
+{
+    int moved = 0;
+    sqlite3_file_control(m_connection.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved != 0;
+}
+
+std::string Database::File() const
+{
+    return sqlite3_db_filename(m_connection.get(), "main");
 }
 
 bool Database::IsReadOnly() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -53,6 +54,7 @@ public:
     std::string Text(int column) const;
     bool IsInteger(int column) const;
     bool IsText(int column) const;
+    bool IsNull(int column) const;
 
 private:
     void Prepare();
@@ -78,10 +80,18 @@ class Database
 {
 public:
     /// Opens the file, creating it where it is missing and may be written; a file that may not be written is opened for
-    /// reading. Null: it could not be opened; `error` tells why. `patienceMs` bounds each wait for another process.
-    static std::unique_ptr<Database> Open(const std::string& path, int patienceMs, std::string& error);
+    /// reading. Null: it could not be opened; `error` tells why.
+    static std::unique_ptr<Database> Open(const std::string& path, std::string& error);
+
+    /// Bounds each wait for another process from now on. Who has waited in vain does not wait again for a second, so
+    /// that a list of calls is not delayed once for each.
+    void SetPatience(std::chrono::milliseconds patience) { m_patience = patience; }
 
     bool IsReadOnly() const;
+    /// Whether the file that is open is not the one at its path any more.
+    bool HasMoved() const;
+    /// The file's full path, without links on systems that have them; what belongs to the file stands beside it.
+    std::string File() const;
     /// Whether the file begins as a database does, or is empty. SQLite does not look while a log says what is in the
     /// file, and would write the log over whatever is there.
     bool BeginsAsDatabase();
@@ -94,6 +104,10 @@ public:
     /// that only reads, or a file that turned out not to be ours.
     void KeepLogOnClose(bool keep);
 
+    /// Brings the log back into the file once it is long: no commit leaves it longer than a few megabytes, unless one
+    /// process keeps a read open all the time.
+    void BoundLog();
+
     /// What failed last, as a sentence.
     std::string Error() const;
     bool LastErrorWasBusy() const;
@@ -101,6 +115,8 @@ public:
 
 private:
     Database(sqlite3* connection, std::string path);
+    static int OnBusy(void* self, int count);
+    static int OnCommit(void* self, sqlite3* connection, const char* name, int pages);
 
     struct Close
     {
@@ -108,6 +124,12 @@ private:
     };
     std::unique_ptr<sqlite3, Close> m_connection;
     std::string m_path;
+    int m_logPages = 0;
+
+    using Clock = std::chrono::steady_clock;
+    std::chrono::milliseconds m_patience{0};
+    Clock::time_point m_deadline;
+    Clock::time_point m_waitedInVain; // until when not to wait again
 };
 
 } // namespace Strata

@@ -22,6 +22,12 @@ struct Entry
     uint32_t constraints = 0;
 };
 
+/// As a visitor sees it, while both live.
+inline OrbStrataEntry ViewOf(const wchar_t* key, const Entry& entry)
+{
+    return {key, entry.type, entry.number, entry.text ? entry.text->c_str() : nullptr, entry.constraints};
+}
+
 constexpr bool HasText(OrbStrataType type)
 {
     return type >= ORB_STRATA_TYPE_STRING && type <= ORB_STRATA_TYPE_OBJECT;
@@ -44,6 +50,7 @@ struct Edit
     enum class Kind
     {
         Value,       ///< the value; the constraint word stays
+        IfAbsent,    ///< the value where there is none yet, and the constraint word where there is none either
         Constraints, ///< the constraint word; the value stays
         Whole,       ///< both
         Remove       ///< neither is left
@@ -54,8 +61,7 @@ struct Edit
 };
 
 /// A write that was committed, as the store tells of it. `kind` is 0 for a write that changed nothing, else
-/// ORB_STRATA_CHANGED or ORB_STRATA_REMOVED; `text` is an object's text, empty if it was too long to be noted, and null
-/// for any other value.
+/// ORB_STRATA_CHANGED or ORB_STRATA_REMOVED; `entry` is what the key held from then on.
 struct Change
 {
     int64_t revision = 0;
@@ -63,7 +69,7 @@ struct Change
     std::string key;
     int32_t kind = 0;
     bool valueWrite = false;
-    std::shared_ptr<const std::string> text;
+    Entry entry;
 };
 
 } // namespace Strata

@@ -12,10 +12,11 @@ namespace
 
 bool Concerns(const Subscription& subscription, const Change& change)
 {
-    if (subscription.changeType != 0 && subscription.changeType != change.kind)
+    const Interest& interest = subscription.interest;
+    if (interest.changeType != 0 && interest.changeType != change.kind)
         return false;
-    const bool sameKey = subscription.byPrefix ? change.key.compare(0, subscription.key.size(), subscription.key) == 0
-                                               : change.key == subscription.key;
+    const bool sameKey =
+        interest.byPrefix ? change.key.compare(0, interest.key.size(), interest.key) == 0 : change.key == interest.key;
     return sameKey && change.scope == subscription.scope;
 }
 
@@ -95,7 +96,7 @@ void Notifier::Announce(const Change& change, uintptr_t origin)
     {
         if (subscription.handle != origin && Concerns(subscription, change))
         {
-            m_queue.push_back({id, change.key, change.kind, change.text});
+            m_queue.push_back({id, change.key, change.kind, change.entry});
             ++m_announced;
             wanted = true;
         }
@@ -132,18 +133,27 @@ void Notifier::DeliverQueued()
         m_queue.pop_front();
         if (const auto at = m_subscriptions.find(delivery.subscription); at != m_subscriptions.end())
         {
-            const auto callback = at->second.callback;
-            void* const context = at->second.context;
+            const Interest interest = at->second.interest;
             m_running = delivery.subscription;
             lock.unlock();
-            const std::wstring key = Platform::FromUtf8(delivery.key);
-            callback(context, key.c_str(), delivery.changeType, delivery.text ? delivery.text->c_str() : nullptr);
+            Tell(interest, delivery);
             lock.lock();
             m_running = 0;
         }
         ++m_delivered;
         m_returned.notify_all();
     }
+}
+
+void Notifier::Tell(const Interest& interest, const Delivery& delivery)
+{
+    const std::wstring key = Platform::FromUtf8(delivery.key);
+    const OrbStrataEntry entry = ViewOf(key.c_str(), delivery.entry);
+    if (interest.watcher != nullptr)
+        interest.watcher(interest.context, delivery.changeType, &entry);
+    else
+        interest.callback(interest.context, entry.key, delivery.changeType,
+                          entry.type == ORB_STRATA_TYPE_OBJECT ? entry.text : nullptr);
 }
 
 } // namespace Strata

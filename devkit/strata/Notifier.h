@@ -18,16 +18,22 @@
 namespace Strata
 {
 
-/// Who wants to be told of what.
-struct Subscription
+/// What someone wants to be told of, and how: through one of the two functions.
+struct Interest
 {
-    uintptr_t handle = 0;   ///< whose own writes are not told
-    std::string scope;      ///< a SID
     std::string key;        ///< the key, or what keys begin with
     bool byPrefix = false;  ///< which of the two
     int32_t changeType = 0; ///< 0: of either type
     OrbStrataCallback callback = nullptr;
+    OrbStrataWatcher watcher = nullptr;
     void* context = nullptr;
+};
+
+struct Subscription
+{
+    uintptr_t handle = 0; ///< whose own writes are not told
+    std::string scope;    ///< a SID
+    Interest interest;
 };
 
 /// Delivers changes to subscribers, one after the other, on a thread of its own that runs from the first Start to the
@@ -66,11 +72,12 @@ private:
         uintptr_t subscription;
         std::string key;
         int32_t changeType;
-        std::shared_ptr<const std::string> text;
+        Entry entry;
     };
 
     void Run();
     void DeliverQueued();
+    static void Tell(const Interest& interest, const Delivery& delivery);
     void WaitWhileRunning(std::unique_lock<std::mutex>& lock, uintptr_t id);
 
     const std::string m_stampPath;

@@ -210,8 +210,9 @@ OrbStrataSubscription OrbStrata_Subscribe(OrbStrataHandle handle, const wchar_t*
     {
         answer = ORB_STRATA_INVALID_ARGUMENT;
         const bool knownType = changeType == ORB_STRATA_CHANGED || changeType == ORB_STRATA_REMOVED;
-        if (key != nullptr && *key != L'\0' && callback != nullptr && knownType)
-            subscription = store.Subscribe(handle, key, false, changeType, callback, context, answer);
+        const auto utf8 = ToUtf8Strict(key);
+        if (utf8 && !utf8->empty() && callback != nullptr && knownType)
+            subscription = store.Subscribe(handle, {*utf8, false, changeType, callback, nullptr, context}, answer);
     }
     Tell(result, answer);
     return subscription;

@@ -15,8 +15,7 @@ namespace
 
 void Visit(const wchar_t* key, const Entry& entry, OrbStrataEntryVisitor visitor, void* context)
 {
-    const OrbStrataEntry view{key, entry.type, entry.number, entry.text ? entry.text->c_str() : nullptr,
-                              entry.constraints};
+    const OrbStrataEntry view = ViewOf(key, entry);
     visitor(context, &view);
 }
 
@@ -49,6 +48,22 @@ OrbStrataResult Checked(const OrbStrataEntry& view, Edit& edit)
         return MakeTextEntry(view.type, view.text, edit.entry);
     edit.entry.number = view.type == ORB_STRATA_TYPE_NONE ? 0 : view.number;
     return Success;
+}
+
+OrbStrataResult WriteEntries(OrbStrataHandle handle, Edit::Kind kind, const OrbStrataEntry* entries, uint32_t count,
+                             uint32_t* written)
+{
+    if (entries == nullptr && count != 0)
+        return ORB_STRATA_INVALID_ARGUMENT;
+    std::vector<Edit> edits(count, Edit{kind, {}, {}});
+    for (uint32_t i = 0; i < count; ++i)
+    {
+        if (const auto result = Checked(entries[i], edits[i]); result != Success)
+            return result;
+        if (kind == Edit::Kind::Value && entries[i].type == ORB_STRATA_TYPE_NONE)
+            return ORB_STRATA_INVALID_ARGUMENT;
+    }
+    return Store::Instance().Apply(handle, edits, written);
 }
 
 } // namespace
@@ -96,20 +111,30 @@ OrbStrataResult OrbStrataControl_List(OrbStrataHandle handle, const wchar_t* pre
     return result;
 }
 
+bool OrbStrataControl_IsScope(const wchar_t* sid)
+{
+    return sid != nullptr && IsScope(Platform::ToUtf8(sid));
+}
+
+OrbStrataResult OrbStrataControl_WriteValue(OrbStrataHandle handle, const OrbStrataEntry* entry)
+{
+    return WriteEntries(handle, Edit::Kind::Value, entry, 1, nullptr);
+}
+
+OrbStrataResult OrbStrataControl_WriteIfAbsent(OrbStrataHandle handle, const OrbStrataEntry* entries, uint32_t count,
+                                               uint32_t* written)
+{
+    return WriteEntries(handle, Edit::Kind::IfAbsent, entries, count, written);
+}
+
 OrbStrataResult OrbStrataControl_Write(OrbStrataHandle handle, const OrbStrataEntry* entry)
 {
-    return OrbStrataControl_WriteAll(handle, entry, 1);
+    return WriteEntries(handle, Edit::Kind::Whole, entry, 1, nullptr);
 }
 
 OrbStrataResult OrbStrataControl_WriteAll(OrbStrataHandle handle, const OrbStrataEntry* entries, uint32_t count)
 {
-    if (entries == nullptr && count != 0)
-        return ORB_STRATA_INVALID_ARGUMENT;
-    std::vector<Edit> edits(count, Edit{Edit::Kind::Whole, {}, {}});
-    for (uint32_t i = 0; i < count; ++i)
-        if (const auto result = Checked(entries[i], edits[i]); result != Success)
-            return result;
-    return Store::Instance().Apply(handle, edits);
+    return WriteEntries(handle, Edit::Kind::Whole, entries, count, nullptr);
 }
 
 void OrbStrataControl_SetWriteObserver(OrbStrataWriteObserver observer, void* context)
@@ -117,17 +142,14 @@ void OrbStrataControl_SetWriteObserver(OrbStrataWriteObserver observer, void* co
     Store::Instance().writes.SetObserver(observer, context);
 }
 
-OrbStrataSubscription OrbStrataControl_Watch(OrbStrataHandle handle, const wchar_t* prefix, OrbStrataCallback callback,
+OrbStrataSubscription OrbStrataControl_Watch(OrbStrataHandle handle, const wchar_t* prefix, OrbStrataWatcher watcher,
                                              void* context, OrbStrataResult* result)
 {
     OrbStrataResult answer = ORB_STRATA_INVALID_ARGUMENT;
     OrbStrataSubscription subscription = nullptr;
-    if (callback != nullptr)
-    {
-        constexpr int32_t EitherType = 0;
-        subscription = Store::Instance().Subscribe(handle, prefix == nullptr ? L"" : prefix, true, EitherType, callback,
-                                                   context, answer);
-    }
+    const auto keys = ToUtf8Strict(prefix == nullptr ? L"" : prefix);
+    if (watcher != nullptr && keys)
+        subscription = Store::Instance().Subscribe(handle, {*keys, true, 0, nullptr, watcher, context}, answer);
     Tell(result, answer);
     return subscription;
 }

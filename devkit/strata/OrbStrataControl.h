@@ -29,6 +29,10 @@ typedef struct OrbStrataEntry
 
 typedef void(NL_SUITE_CALL* OrbStrataEntryVisitor)(void* context, const OrbStrataEntry* entry);
 
+/* A change and what the key held from then on: not what it may hold by now. Otherwise as OrbStrataCallback. Of texts
+ * beyond 4096 bytes that were overwritten before anyone could look, the later one is told for the earlier. */
+typedef void(NL_SUITE_CALL* OrbStrataWatcher)(void* context, int32_t changeType, const OrbStrataEntry* entry);
+
 /* A value write (set or remove, not a constraint word) that reached the store, in commit order. `byPlugIn` is false for
  * product handles and for other processes. Called on a thread of the store's, or inside a call that writes or waits. */
 typedef void(NL_SUITE_CALL* OrbStrataWriteObserver)(void* context, const char* sid, const wchar_t* key, bool byPlugIn);
@@ -46,16 +50,24 @@ typedef void(NL_SUITE_CALL* OrbStrataWriteObserver)(void* context, const char* s
       (OrbStrataHandle handle, const wchar_t* key, OrbStrataEntryVisitor visitor, void* context))                      \
     F(OrbStrataResult, OrbStrataControl_List,                                                                          \
       (OrbStrataHandle handle, const wchar_t* prefix, OrbStrataEntryVisitor visitor, void* context))                   \
-    /* Writes a whole entry, its constraint word too. Ill-formed text, a number that does not fit the type:            \
-     * ORB_STRATA_INVALID_ARGUMENT. */                                                                                 \
+    /* The one check of what names a scope: "S-1-" and numbers with dashes between them. */                            \
+    F(bool, OrbStrataControl_IsScope, (const wchar_t* sid))                                                            \
+    /* Writes an entry's value; the constraint word stays. Ill-formed text, a number that does not fit the type, no    \
+     * value: ORB_STRATA_INVALID_ARGUMENT. */                                                                          \
+    F(OrbStrataResult, OrbStrataControl_WriteValue, (OrbStrataHandle handle, const OrbStrataEntry* entry))             \
+    /* Writes those entries of a list, in one transaction, under whose keys there is no value yet, whoever else writes \
+     * meanwhile; a constraint word that is there stays. `written` (or null) receives their number. */                 \
+    F(OrbStrataResult, OrbStrataControl_WriteIfAbsent,                                                                 \
+      (OrbStrataHandle handle, const OrbStrataEntry* entries, uint32_t count, uint32_t* written))                      \
+    /* Writes a whole entry, its constraint word too. */                                                               \
     F(OrbStrataResult, OrbStrataControl_Write, (OrbStrataHandle handle, const OrbStrataEntry* entry))                  \
-    /* Writes a list of entries in one transaction, all or none. */                                                    \
+    /* Writes a list of whole entries in one transaction, all or none. */                                              \
     F(OrbStrataResult, OrbStrataControl_WriteAll,                                                                      \
       (OrbStrataHandle handle, const OrbStrataEntry* entries, uint32_t count))                                         \
     /* Subscribes to every change of every key that begins with `prefix` (null: of every key). The handle's own writes \
      * are not told. Ended by OrbStrata_Unsubscribe. */                                                                \
     F(OrbStrataSubscription, OrbStrataControl_Watch,                                                                   \
-      (OrbStrataHandle handle, const wchar_t* prefix, OrbStrataCallback callback, void* context,                       \
+      (OrbStrataHandle handle, const wchar_t* prefix, OrbStrataWatcher watcher, void* context,                         \
        OrbStrataResult* result))                                                                                       \
     F(void, OrbStrataControl_SetWriteObserver, (OrbStrataWriteObserver observer, void* context))                       \
     /* The answer to every elevation prompt of this process from now on; true at start. */                             \

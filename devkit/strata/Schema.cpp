@@ -12,17 +12,19 @@ namespace Strata::Schema
 namespace
 {
 
-constexpr int PatienceMs = 5000;
+// To make a store takes longer than to write to it, and several processes may want to at once.
+constexpr std::chrono::milliseconds MakingPatience(5000);
+// The thread of a user interface writes, too.
+constexpr std::chrono::milliseconds Patience(250);
 
 // "Strt": tells the file from other databases.
 constexpr int64_t ApplicationId = 0x53747274;
-constexpr int64_t Version = 1;
+constexpr int64_t Version = 2;
 
-// `changes` numbers the writes; its newest row is never deleted, so that no number is given twice.
 // `entries` has rows and an index: in a table that is its own index (WITHOUT ROWID), looking for one key reads the
 // values of others, and one list of 100,000 websites makes every write of the store a hundred times as dear. Stores
 // that were made so are served by the same statements.
-constexpr char Create[] = R"(
+constexpr char CreateEntries[] = R"(
 CREATE TABLE entries (
     scope TEXT NOT NULL,
     key TEXT NOT NULL,
@@ -32,28 +34,44 @@ CREATE TABLE entries (
     value,
     PRIMARY KEY (scope, key)
 );
+PRAGMA application_id = 1400140404;
+)";
+static_assert(ApplicationId == 1400140404, "as in the statement");
+
+// `changes` numbers the writes; its newest row is never deleted, so that no number is given twice. What a key held
+// after the write is beside it.
+constexpr char CreateChanges[] = R"(
 CREATE TABLE changes (
     revision INTEGER PRIMARY KEY,
     scope TEXT NOT NULL,
     key TEXT NOT NULL,
     kind INTEGER NOT NULL,
     valueWrite INTEGER NOT NULL,
-    text TEXT
+    type INTEGER NOT NULL,
+    constraints INTEGER NOT NULL,
+    value
 );
-PRAGMA application_id = 1400140404;
-PRAGMA user_version = 1;
+PRAGMA user_version = 2;
 )";
-static_assert(ApplicationId == 1400140404, "as in the statement");
+
+// The first version noted objects only. Of its notes, the number goes on.
+constexpr char SetChangesAside[] = "ALTER TABLE changes RENAME TO former";
+constexpr char TakeNumberOver[] = R"(
+INSERT INTO changes SELECT revision, scope, key, 0, 0, 0, 0, NULL FROM former ORDER BY revision DESC LIMIT 1;
+DROP TABLE former;
+)";
 
 enum class State
 {
     Store,
+    Older,
     Empty,
     Foreign,
     Newer,
     Unreadable
 };
 
+/// To be asked inside a transaction: another process may be making the store.
 State Inspect(Database& database)
 {
     constexpr int64_t Failed = -1;
@@ -62,27 +80,42 @@ State Inspect(Database& database)
     if (application == Failed || version == Failed)
         return State::Unreadable;
     if (application == ApplicationId)
-        return version == Version ? State::Store : State::Newer;
+        return version == Version ? State::Store : version < Version ? State::Older : State::Newer;
     const bool named = application != 0 || version != 0;
     return !named && database.Number("SELECT count(*) FROM sqlite_schema", Failed) == 0 ? State::Empty : State::Foreign;
 }
 
-/// Several processes may find the file empty at once: switching to the write-ahead log answers "busy" without waiting,
-/// and whoever comes first makes the tables.
-bool MakeTables(Database& database)
+/// Several processes may find the file empty at once: switching to the write-ahead log answers "busy" without waiting.
+bool UseLog(Database& database)
 {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(PatienceMs);
+    const auto deadline = std::chrono::steady_clock::now() + MakingPatience;
     while (!database.Execute("PRAGMA journal_mode = WAL"))
     {
         if (!database.LastErrorWasBusy() || std::chrono::steady_clock::now() > deadline)
             return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
+    return true;
+}
+
+/// Makes the tables unless another process has come first.
+bool MakeTables(Database& database)
+{
     if (!database.Execute("BEGIN IMMEDIATE"))
         return false;
-    if (Inspect(database) == State::Empty && !database.Execute(Create))
-        return false;
-    return database.Execute("COMMIT");
+    const State state = Inspect(database);
+    const bool made = state == State::Empty   ? database.Execute(CreateEntries) && database.Execute(CreateChanges)
+                      : state == State::Older ? database.Execute(SetChangesAside) && database.Execute(CreateChanges) &&
+                                                    database.Execute(TakeNumberOver)
+                                              : true;
+    return made && database.Execute("COMMIT");
+}
+
+State Look(Database& database)
+{
+    const bool begun = database.Execute("BEGIN");
+    const State state = begun ? Inspect(database) : State::Unreadable;
+    return begun && database.Execute("COMMIT") ? state : State::Unreadable;
 }
 
 /// An empty file is one whose creation was interrupted, unless there is a log beside it: then its contents are gone,
@@ -117,17 +150,18 @@ std::unique_ptr<Database> Open(const std::string& path, std::string& error)
         error = Describe(path, "is damaged: the file is empty, but its log is not");
         return nullptr;
     }
-    auto database = Database::Open(path, PatienceMs, error);
+    auto database = Database::Open(path, error);
     if (!database)
         return nullptr;
+    database->SetPatience(MakingPatience);
     if (!database->BeginsAsDatabase())
     {
         error = Describe(path, "is damaged or not a store (it does not begin as one)");
         return nullptr;
     }
-    State state = Inspect(*database);
-    if (state == State::Empty)
-        state = MakeTables(*database) ? Inspect(*database) : State::Unreadable;
+    State state = Look(*database);
+    if (state == State::Older || (state == State::Empty && UseLog(*database)))
+        state = MakeTables(*database) ? Look(*database) : State::Unreadable;
     switch (state)
     {
     case State::Store:
@@ -136,16 +170,20 @@ std::unique_ptr<Database> Open(const std::string& path, std::string& error)
         // A log that is kept is read whole by whoever opens the store first: the limit has the last writer empty it.
         if (database->Execute("PRAGMA synchronous = NORMAL; PRAGMA cell_size_check = ON;"
                               "PRAGMA journal_size_limit = 4194304"))
+        {
+            database->SetPatience(Patience);
             return database;
+        }
         error = database->Error();
         return nullptr;
-    case State::Empty:
     case State::Foreign:
         error = Describe(path, "is a database of another program");
         return nullptr;
     case State::Newer:
         error = Describe(path, "was made by a newer version");
         return nullptr;
+    case State::Older:
+    case State::Empty:
     case State::Unreadable:
         error = database->Error();
         return nullptr;

@@ -5,16 +5,6 @@
 namespace Strata
 {
 
-namespace
-{
-
-std::string StampPath(const std::string& file)
-{
-    return file + "-stamp";
-}
-
-} // namespace
-
 std::shared_ptr<Session> Session::Open(const std::string& file, WriteLog& writes, std::string& error)
 {
     auto reader = StoreReader::Open(file, error);
@@ -26,20 +16,14 @@ std::shared_ptr<Session> Session::Open(const std::string& file, WriteLog& writes
         error = session->m_reader->Error();
         return nullptr;
     }
-    const auto word = static_cast<uint32_t>(session->m_revision);
-    if (session->m_stamp && session->m_stamp->Word() != word)
-    {
-        // The last writer was killed between its commit and its stamp: those who are open have not noticed.
-        session->m_stamp->Publish(word);
-    }
     if (writes.HasObserver())
         session->m_notifier.Start();
     return session;
 }
 
 Session::Session(std::string file, std::unique_ptr<StoreReader> reader, WriteLog& writes)
-    : m_file(std::move(file)), m_writes(writes), m_stamp(Stamp::Open(StampPath(m_file))), m_reader(std::move(reader)),
-      m_notifier(StampPath(m_file), [this] {
+    : m_file(std::move(file)), m_stampPath(reader->StampPath()), m_writes(writes), m_reader(std::move(reader)),
+      m_notifier(m_stampPath, [this] {
           std::unique_lock lock(m_mutex);
           RefreshIfStamped();
           lock.unlock();
@@ -52,6 +36,8 @@ std::shared_ptr<Scope> Session::OpenScope(const std::string& sid)
     const std::lock_guard lock(m_mutex);
     if (auto scope = CachedScope(sid))
         return scope;
+    if (!FollowMove())
+        return nullptr;
     auto scope = std::make_shared<Scope>(Scope{sid, {}});
     const bool loaded = m_reader->Begin() && ReadChanges() && m_reader->Load(sid, scope->entries);
     if (loaded)
@@ -70,8 +56,8 @@ std::shared_ptr<Scope> Session::OpenScope(const std::string& sid)
 OrbStrataResult Session::Find(const Scope& scope, std::string_view key, std::optional<Entry>& entry)
 {
     const std::lock_guard lock(m_mutex);
-    if (!RefreshIfStamped())
-        return ORB_STRATA_STORE_FAILED;
+    if (const auto result = RefreshIfStamped(); result != Success)
+        return result;
     if (const auto at = scope.entries.find(key); at != scope.entries.end())
         entry = at->second;
     return Success;
@@ -80,8 +66,8 @@ OrbStrataResult Session::Find(const Scope& scope, std::string_view key, std::opt
 OrbStrataResult Session::List(const Scope& scope, std::string_view prefix, Entries& entries)
 {
     const std::lock_guard lock(m_mutex);
-    if (!RefreshIfStamped())
-        return ORB_STRATA_STORE_FAILED;
+    if (const auto result = RefreshIfStamped(); result != Success)
+        return result;
     for (auto at = scope.entries.lower_bound(prefix);
          at != scope.entries.end() && at->first.compare(0, prefix.size(), prefix) == 0; ++at)
         entries.emplace_hint(entries.end(), *at);
@@ -91,8 +77,8 @@ OrbStrataResult Session::List(const Scope& scope, std::string_view prefix, Entri
 OrbStrataResult Session::Subscribe(uintptr_t id, Subscription subscription)
 {
     const std::lock_guard lock(m_mutex);
-    if (!RefreshIfStamped())
-        return ORB_STRATA_STORE_FAILED;
+    if (const auto result = RefreshIfStamped(); result != Success)
+        return result;
     m_notifier.Add(id, std::move(subscription));
     return Success;
 }
@@ -100,7 +86,7 @@ OrbStrataResult Session::Subscribe(uintptr_t id, Subscription subscription)
 bool Session::WaitForDelivery(std::chrono::steady_clock::time_point deadline)
 {
     std::unique_lock lock(m_mutex);
-    const bool refreshed = Refresh();
+    const bool refreshed = Refresh() == Success;
     lock.unlock();
     m_writes.Tell();
     return refreshed && m_notifier.WaitUntilDelivered(deadline);

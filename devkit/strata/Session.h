@@ -49,8 +49,9 @@ public:
     OrbStrataResult List(const Scope& scope, std::string_view prefix, Entries& entries);
 
     /// All edits in one transaction, or none. When it returns, the change is in the file, every open scope of the
-    /// process has it, and other processes have been told to look.
-    OrbStrataResult Apply(const Scope& scope, const Writer& writer, const std::vector<Edit>& edits);
+    /// process has it, and other processes have been told to look. `written`, where given, receives how many edits had
+    /// something to do.
+    OrbStrataResult Apply(const Scope& scope, const Writer& writer, const std::vector<Edit>& edits, uint32_t* written);
 
     /// The subscriber hears of changes committed after this call.
     OrbStrataResult Subscribe(uintptr_t id, Subscription subscription);
@@ -60,8 +61,8 @@ public:
     bool WaitForDelivery(std::chrono::steady_clock::time_point deadline);
     bool OnNotificationThread() const { return m_notifier.OnThread(); }
 
-    /// Why the last call that answered ORB_STRATA_STORE_FAILED did so, as a sentence; empty if none did since the last
-    /// call.
+    /// Why the last call that answered ORB_STRATA_STORE_FAILED or ORB_STRATA_BUSY did so, as a sentence; empty if none
+    /// did since the last call.
     std::string TakeError();
 
 private:
@@ -75,9 +76,10 @@ private:
 
     Session(std::string file, std::unique_ptr<StoreReader> reader, WriteLog& writes);
 
-    // These are called with m_mutex held. False: the file could not be read, and nothing has changed.
-    bool RefreshIfStamped();
-    bool Refresh();
+    // These are called with m_mutex held. False, or no success: the file could not be read, and nothing has changed.
+    OrbStrataResult RefreshIfStamped();
+    OrbStrataResult Refresh();
+    bool FollowMove();
     bool ReadChanges();
     bool ReadAnew(int64_t revision);
     void Replace(Scope& scope, Entries entries);
@@ -87,24 +89,24 @@ private:
 
     // These are called with m_writing held.
     bool OpenWriter();
-    bool Commit(const OwnWrites& own);
+    OrbStrataResult Commit(const OwnWrites& own);
     OrbStrataResult WriteOne(const Scope& scope, const Writer& writer, const Edit& edit, int64_t& revision);
     OrbStrataResult WriteFailed();
 
     void KeepError(std::string error);
 
     const std::string m_file;
+    const std::string m_stampPath;
     WriteLog& m_writes;
-    const std::unique_ptr<Stamp> m_stamp; // null where the file cannot be had: then every read looks into the store
 
     std::mutex m_writing; // taken before m_mutex
     std::unique_ptr<StoreWriter> m_writer;
 
     std::mutex m_mutex; // guards the reader and what it read
-    const std::unique_ptr<StoreReader> m_reader;
+    std::unique_ptr<StoreReader> m_reader;
+    Stamp m_stamp; // where the file cannot be had, every read looks into the store
     std::map<std::string, std::weak_ptr<Scope>> m_scopes;
     int64_t m_revision = 0; // up to which the scopes are
-    uint32_t m_seenWord = 0;
     std::vector<OwnWrites> m_ownWrites;
 
     std::mutex m_errorMutex; // taken last

@@ -1,28 +1,58 @@
 #include "devkit/strata/Session.h"
 
 #include <algorithm>
-#include <set>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace Strata
 {
 
-bool Session::RefreshIfStamped()
+OrbStrataResult Session::RefreshIfStamped()
 {
-    return (m_stamp && m_stamp->Word() == m_seenWord) || Refresh();
+    int64_t announced = 0;
+    if (!m_stamp.Read(announced))
+        m_stamp = Stamp(m_stampPath, Stamp::Use::Reading); // made, or made anew: what it says counts from now on
+    else if (announced == m_revision)
+        return Success;
+    return Refresh();
 }
 
-bool Session::Refresh()
+OrbStrataResult Session::Refresh()
 {
-    // Read before the store is: a commit that comes between the two is found by the next refresh.
-    const uint32_t word = m_stamp ? m_stamp->Word() : 0;
-    const bool read = m_reader->Begin() && ReadChanges();
-    if (read)
-        m_seenWord = word;
-    else
+    if (!FollowMove())
+        return ORB_STRATA_STORE_FAILED;
+    OrbStrataResult result = Success;
+    if (!m_reader->Begin() || !ReadChanges())
+    {
+        result = m_reader->Failure();
         KeepError(m_reader->Error());
+    }
     m_reader->End();
-    return read;
+    return result;
+}
+
+/// Goes over to the file that stands in the place of the one that was open. Where there is none, what was read is kept:
+/// only a write makes a new one.
+bool Session::FollowMove()
+{
+    std::error_code unknown;
+    if (!m_reader->HasMoved() || !std::filesystem::exists(std::filesystem::u8path(m_file), unknown))
+        return true;
+    std::string error;
+    auto reader = StoreReader::Open(m_file, error);
+    int64_t last = 0;
+    if (!reader || !reader->LastRevision(last))
+    {
+        KeepError(reader ? reader->Error() : error);
+        return false;
+    }
+    m_reader.swap(reader);
+    if (ReadAnew(last))
+        return true;
+    KeepError(m_reader->Error());
+    m_reader.swap(reader);
+    return false;
 }
 
 bool Session::ReadChanges()
@@ -63,8 +93,8 @@ bool Session::ReadChanges()
     for (Change& change : changes)
     {
         const auto at = entries.find({change.scope, change.key});
-        if (change.text && change.text->empty() && at != entries.end())
-            change.text = at->second ? at->second->text : nullptr;
+        if (HasText(change.entry.type) && !change.entry.text && at != entries.end())
+            change.entry = at->second.value_or(Entry());
         Announce(change);
     }
     ForgetOwnWrites();
@@ -96,15 +126,10 @@ void Session::Replace(Scope& scope, Entries entries)
     const Entries& before = entries;
     for (const auto& [key, entry] : before)
         if (scope.entries.find(key) == scope.entries.end())
-            Announce({0, scope.sid, key, ORB_STRATA_REMOVED, true, nullptr});
+            Announce({0, scope.sid, key, ORB_STRATA_REMOVED, true, {}});
     for (const auto& [key, entry] : scope.entries)
-    {
         if (const auto at = before.find(key); at == before.end() || at->second != entry)
-        {
-            Announce({0, scope.sid, key, ORB_STRATA_CHANGED, true,
-                      entry.type == ORB_STRATA_TYPE_OBJECT ? entry.text : nullptr});
-        }
-    }
+            Announce({0, scope.sid, key, ORB_STRATA_CHANGED, true, entry});
 }
 
 void Session::Announce(const Change& change)

@@ -8,6 +8,11 @@ namespace Strata
 namespace
 {
 
+bool HasValue(const std::optional<Entry>& entry)
+{
+    return entry && entry->type != ORB_STRATA_TYPE_NONE;
+}
+
 /// What the key holds after the edit; nothing if nothing is left.
 std::optional<Entry> Edited(const std::optional<Entry>& before, const Edit& edit)
 {
@@ -17,6 +22,9 @@ std::optional<Entry> Edited(const std::optional<Entry>& before, const Edit& edit
     case Edit::Kind::Value:
         after.constraints = before ? before->constraints : 0;
         return after;
+    case Edit::Kind::IfAbsent:
+        after.constraints = before ? before->constraints : after.constraints;
+        return HasValue(before) ? before : after;
     case Edit::Kind::Constraints:
         after = before.value_or(Entry());
         after.constraints = edit.entry.constraints;
@@ -29,11 +37,6 @@ std::optional<Entry> Edited(const std::optional<Entry>& before, const Edit& edit
     return before;
 }
 
-bool HasValue(const std::optional<Entry>& entry)
-{
-    return entry && entry->type != ORB_STRATA_TYPE_NONE;
-}
-
 /// As in Change::kind. A key that holds nothing is like one that holds no value and no constraints.
 int32_t KindOfChange(const std::optional<Entry>& before, const std::optional<Entry>& after)
 {
@@ -44,7 +47,8 @@ int32_t KindOfChange(const std::optional<Entry>& before, const std::optional<Ent
 
 } // namespace
 
-OrbStrataResult Session::Apply(const Scope& scope, const Writer& writer, const std::vector<Edit>& edits)
+OrbStrataResult Session::Apply(const Scope& scope, const Writer& writer, const std::vector<Edit>& edits,
+                               uint32_t* written)
 {
     std::unique_lock writing(m_writing);
     int64_t revision = 0;
@@ -53,38 +57,52 @@ OrbStrataResult Session::Apply(const Scope& scope, const Writer& writer, const s
     if (!m_writer->Begin())
         return WriteFailed();
     OrbStrataResult result = m_writer->LastRevision(revision) ? Success : WriteFailed();
-    const int64_t first = revision + 1;
+    const int64_t before = revision;
     for (auto edit = edits.begin(); edit != edits.end() && result == Success; ++edit)
         result = WriteOne(scope, writer, *edit, revision);
-    if (result != Success || !Commit({first, revision, writer}))
+    if (result == Success)
+        result = Commit({before + 1, revision, writer});
+    if (result != Success)
     {
         m_writer->Rollback();
-        return result != Success ? result : OrbStrataResult{ORB_STRATA_STORE_FAILED};
+        return result;
     }
-    if (m_stamp && revision >= first)
-        m_stamp->Publish(static_cast<uint32_t>(revision));
+    if (written != nullptr)
+        *written = static_cast<uint32_t>(revision - before);
     {
         const std::lock_guard lock(m_mutex);
         Refresh();
     }
+    m_writer->BoundLog();
     writing.unlock();
     m_writes.Tell();
     return Success;
 }
 
-bool Session::Commit(const OwnWrites& own)
+OrbStrataResult Session::Commit(const OwnWrites& own)
 {
+    Stamp stamp;
+    if (own.first <= own.last)
+    {
+        stamp = Stamp(m_stampPath, Stamp::Use::Writing);
+        if (!stamp.Write(own.last))
+        {
+            // Nobody would notice the write.
+            KeepError(Describe(m_file, "cannot be written: its stamp \"" + m_stampPath + "\" cannot"));
+            return ORB_STRATA_STORE_FAILED;
+        }
+    }
     // Known before the commit is: whoever reads the change first must know whose it is.
     {
         const std::lock_guard lock(m_mutex);
         m_ownWrites.push_back(own);
     }
     if (m_writer->Commit())
-        return true;
-    WriteFailed();
+        return Success;
+    const auto result = WriteFailed();
     const std::lock_guard lock(m_mutex);
     m_ownWrites.pop_back();
-    return false;
+    return result;
 }
 
 OrbStrataResult Session::WriteOne(const Scope& scope, const Writer& writer, const Edit& edit, int64_t& revision)
@@ -98,11 +116,11 @@ OrbStrataResult Session::WriteOne(const Scope& scope, const Writer& writer, cons
         return ORB_STRATA_NOT_FOUND;
     const auto after = Edited(before, edit);
     const int32_t kind = KindOfChange(before, after);
-    const bool valueWrite = edit.kind != Edit::Kind::Constraints && (HasValue(before) || HasValue(after));
+    const bool skipped = edit.kind == Edit::Kind::IfAbsent && HasValue(before);
+    const bool valueWrite = !skipped && edit.kind != Edit::Kind::Constraints && (HasValue(before) || HasValue(after));
     if (kind != 0 || valueWrite)
     {
-        const bool isObject = after && after->type == ORB_STRATA_TYPE_OBJECT;
-        if (!m_writer->Note({++revision, scope.sid, edit.key, kind, valueWrite, isObject ? after->text : nullptr}))
+        if (!m_writer->Note({++revision, scope.sid, edit.key, kind, valueWrite, after.value_or(Entry())}))
             return WriteFailed();
     }
     if (kind == 0 && before.has_value() == after.has_value())
@@ -115,6 +133,8 @@ OrbStrataResult Session::WriteOne(const Scope& scope, const Writer& writer, cons
 bool Session::OpenWriter()
 {
     std::string error;
+    if (m_writer && m_writer->HasMoved())
+        m_writer.reset();
     if (!m_writer)
         m_writer = StoreWriter::Open(m_file, error);
     if (!m_writer)
@@ -125,7 +145,7 @@ bool Session::OpenWriter()
 OrbStrataResult Session::WriteFailed()
 {
     KeepError(m_writer->Error());
-    return ORB_STRATA_STORE_FAILED;
+    return m_writer->Failure();
 }
 
 } // namespace Strata

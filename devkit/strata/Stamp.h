@@ -7,31 +7,49 @@
 namespace Strata
 {
 
-/// A small file beside the store that every writer stamps after its commit, with a word that is another one each time.
-/// Reading the word costs a memory access, so that every read of a setting can afford to ask whether something was
-/// committed since. Thread-safe.
+/// A small file beside the store in which every writer announces its write: the revision that the store will have after
+/// the commit. Written inside the transaction, and closed after it, which wakes everyone who watches; the system closes
+/// it for a writer that is killed between the two. So nobody who has read up to the announced revision has missed a
+/// commit, and nobody is left asleep.
+///
+/// The file is read and written, never mapped: another program may cut it or remove it at any time. Only a plain file
+/// is written that has no other name; whatever else is in its place is removed first.
 class Stamp
 {
 public:
-    /// Opens or creates the file; one that may not be written is opened for reading. Null: neither is possible.
-    static std::unique_ptr<Stamp> Open(const std::string& path);
-    virtual ~Stamp() = default;
+    enum class Use
+    {
+        Reading,
+        Writing ///< makes it where it is missing
+    };
+    Stamp() = default;
+    /// Reads nothing and writes nothing if the file cannot be had.
+    Stamp(const std::string& path, Use use);
+    Stamp(Stamp&& other) noexcept;
+    Stamp& operator=(Stamp&& other) noexcept;
+    ~Stamp() { Close(); }
 
-    virtual uint32_t Word() const = 0;
-    /// Sets the word and wakes everyone who watches the file.
-    virtual void Publish(uint32_t word) = 0;
+    /// False: there is no revision, or the file is not in its place any more, to be opened anew.
+    bool Read(int64_t& revision) const;
+    bool Write(int64_t revision);
+    void Close();
+
+private:
+    static constexpr intptr_t None = -1;
+    intptr_t m_file = None;
 };
 
 /// Waits for stamps.
 class StampWatch
 {
 public:
-    /// Watches the file that a Stamp has opened. Never null; where the system cannot watch files, waiting looks at
-    /// short intervals instead.
-    static std::unique_ptr<StampWatch> Open(const std::string& path);
+    /// Watches the folder of a stamp. Never null; where the system cannot watch it, or not now, waiting looks at short
+    /// intervals instead.
+    static std::unique_ptr<StampWatch> Open(const std::string& stampPath);
     virtual ~StampWatch() = default;
 
-    /// Returns when the file was stamped or Wake called since the last time. May return without a reason.
+    /// Returns when a stamp was closed, made or removed, or Wake called, since the last time. May return without a
+    /// reason.
     virtual void Wait() = 0;
     /// Any thread.
     virtual void Wake() = 0;

@@ -42,8 +42,9 @@ bool MayWrite(Access access, const std::string& key)
     return access != Access::Normal || key.compare(0, WritableByAll.size(), WritableByAll) == 0;
 }
 
-/// "S-1-" and numbers with dashes between them.
-bool IsSid(std::string_view text)
+} // namespace
+
+bool IsScope(std::string_view text)
 {
     constexpr std::string_view Start = "S-1-";
     if (text.substr(0, Start.size()) != Start)
@@ -58,8 +59,6 @@ bool IsSid(std::string_view text)
     }
     return digitBefore;
 }
-
-} // namespace
 
 Store& Store::Instance()
 {
@@ -92,7 +91,7 @@ OrbStrataHandle Store::Open(const wchar_t* sid, Access access, OrbStrataResult& 
 {
     const std::string scopeSid = sid == nullptr || *sid == L'\0' ? UserSid() : Platform::ToUtf8(sid);
     result = ORB_STRATA_INVALID_ARGUMENT;
-    if (!IsSid(scopeSid))
+    if (!IsScope(scopeSid))
         return nullptr;
     result = ORB_STRATA_ACCESS_DENIED;
     if (access == Access::Elevated && !acceptElevation)
@@ -156,7 +155,7 @@ std::shared_ptr<const Store::Handle> Store::Lookup(OrbStrataHandle handle)
 
 OrbStrataResult Store::Answer(Session& session, OrbStrataResult result)
 {
-    if (result == ORB_STRATA_STORE_FAILED)
+    if (result == ORB_STRATA_STORE_FAILED || result == ORB_STRATA_BUSY)
     {
         const std::lock_guard lock(m_mutex);
         m_lastError = session.TakeError();
@@ -169,10 +168,11 @@ OrbStrataResult Store::Find(OrbStrataHandle handle, const wchar_t* key, Entry& e
     const auto opened = Lookup(handle);
     if (!opened)
         return ORB_STRATA_INVALID_HANDLE;
-    if (key == nullptr || *key == L'\0')
+    const auto utf8 = ToUtf8Strict(key);
+    if (!utf8 || utf8->empty())
         return ORB_STRATA_INVALID_ARGUMENT;
     std::optional<Entry> found;
-    const auto result = opened->session->Find(*opened->scope, Platform::ToUtf8(key), found);
+    const auto result = opened->session->Find(*opened->scope, *utf8, found);
     if (found)
     {
         entry = std::move(*found);
@@ -188,11 +188,13 @@ OrbStrataResult Store::List(OrbStrataHandle handle, const wchar_t* prefix, Entri
     const auto opened = Lookup(handle);
     if (!opened)
         return ORB_STRATA_INVALID_HANDLE;
-    const std::string start = prefix == nullptr ? std::string() : Platform::ToUtf8(prefix);
-    return Answer(*opened->session, opened->session->List(*opened->scope, start, entries));
+    const auto start = ToUtf8Strict(prefix == nullptr ? L"" : prefix);
+    if (!start)
+        return ORB_STRATA_INVALID_ARGUMENT;
+    return Answer(*opened->session, opened->session->List(*opened->scope, *start, entries));
 }
 
-OrbStrataResult Store::Apply(OrbStrataHandle handle, const std::vector<Edit>& edits)
+OrbStrataResult Store::Apply(OrbStrataHandle handle, const std::vector<Edit>& edits, uint32_t* written)
 {
     const auto opened = Lookup(handle);
     if (!opened)
@@ -201,11 +203,10 @@ OrbStrataResult Store::Apply(OrbStrataHandle handle, const std::vector<Edit>& ed
         if (!MayWrite(opened->access, edit.key))
             return ORB_STRATA_ACCESS_DENIED;
     const Writer writer{IdOf(handle), opened->access == Access::Product};
-    return Answer(*opened->session, opened->session->Apply(*opened->scope, writer, edits));
+    return Answer(*opened->session, opened->session->Apply(*opened->scope, writer, edits, written));
 }
 
-OrbStrataSubscription Store::Subscribe(OrbStrataHandle handle, const wchar_t* key, bool byPrefix, int32_t changeType,
-                                       OrbStrataCallback callback, void* context, OrbStrataResult& result)
+OrbStrataSubscription Store::Subscribe(OrbStrataHandle handle, Interest interest, OrbStrataResult& result)
 {
     const auto opened = Lookup(handle);
     if (!opened)
@@ -214,8 +215,7 @@ OrbStrataSubscription Store::Subscribe(OrbStrataHandle handle, const wchar_t* ke
         return nullptr;
     }
     const uintptr_t id = NextId();
-    Subscription subscription{IdOf(handle), opened->scope->sid, Platform::ToUtf8(key), byPrefix, changeType, callback,
-                              context};
+    Subscription subscription{IdOf(handle), opened->scope->sid, std::move(interest)};
     result = Answer(*opened->session, opened->session->Subscribe(id, std::move(subscription)));
     return result == Success ? FromId<OrbStrataSubscription>(id) : nullptr;
 }

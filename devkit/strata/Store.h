@@ -12,6 +12,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -25,6 +26,9 @@ enum class Access
     Elevated, ///< writes every key that is not enforced
     Product   ///< writes every key; no fault applies
 };
+
+/// The one check of what names a scope: "S-1-" and numbers with dashes between them.
+bool IsScope(std::string_view text);
 
 /// The store as this process sees it: the handles, and what the development kit was told to do. The file is open, and
 /// the notification thread runs, only while there is a handle. Thread-safe.
@@ -43,11 +47,10 @@ public:
     /// Answers ORB_STRATA_NOT_FOUND where there is nothing under the key.
     OrbStrataResult Find(OrbStrataHandle handle, const wchar_t* key, Entry& entry);
     OrbStrataResult List(OrbStrataHandle handle, const wchar_t* prefix, Entries& entries);
-    OrbStrataResult Apply(OrbStrataHandle handle, const std::vector<Edit>& edits);
+    /// All edits or none. `written`, where given, receives the number of those that had something to do.
+    OrbStrataResult Apply(OrbStrataHandle handle, const std::vector<Edit>& edits, uint32_t* written = nullptr);
 
-    /// A key's changes of one type, or with `byPrefix` every change of keys that begin so.
-    OrbStrataSubscription Subscribe(OrbStrataHandle handle, const wchar_t* key, bool byPrefix, int32_t changeType,
-                                    OrbStrataCallback callback, void* context, OrbStrataResult& result);
+    OrbStrataSubscription Subscribe(OrbStrataHandle handle, Interest interest, OrbStrataResult& result);
     void Unsubscribe(OrbStrataHandle handle, OrbStrataSubscription subscription);
     bool WaitForDelivery(std::chrono::milliseconds timeout);
 

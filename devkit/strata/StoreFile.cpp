@@ -1,6 +1,7 @@
 #include "devkit/strata/StoreFile.h"
 
 #include "devkit/strata/Schema.h"
+#include "devkit/strata/json/Utf8.h"
 
 #include <limits>
 #include <string_view>
@@ -16,8 +17,20 @@ namespace
 constexpr int64_t KeptChanges = 8192;
 // Forgetting is done in bulk, once in so many writes.
 constexpr int64_t ForgetEvery = 1024;
-// Longer object texts are not kept twice: an empty text stands for them, and who needs one reads the entry.
+// Longer texts are not kept twice: who needs one reads the entry.
 constexpr std::size_t LongestNotedText = 4096;
+
+/// Runs a statement whose last three parameters are an entry's type, constraint word and value.
+template <class... Values>
+bool RunWith(Statement& statement, const Entry& entry, const Values&... values)
+{
+    const auto type = static_cast<int64_t>(entry.type);
+    const auto constraints = static_cast<int64_t>(entry.constraints);
+    if (entry.type == ORB_STRATA_TYPE_NONE || (HasText(entry.type) && !entry.text))
+        return statement.Bind(values..., type, constraints, nullptr).Run();
+    return HasText(entry.type) ? statement.Bind(values..., type, constraints, *entry.text).Run()
+                               : statement.Bind(values..., type, constraints, entry.number).Run();
+}
 
 } // namespace
 
@@ -39,7 +52,7 @@ bool StoreConnection::Find(const std::string& scope, const std::string& key, std
     entry.reset();
     bool sound = true;
     if (m_entry.Bind(scope, key).Step())
-        sound = ReadEntry(m_entry, 0, entry.emplace());
+        sound = ReadEntry(m_entry, 0, Texts::All, entry.emplace());
     sound = sound && !m_entry.Failed();
     m_entry.Reset();
     return sound;
@@ -51,18 +64,20 @@ std::string StoreConnection::Error() const
                      : m_database->Error();
 }
 
-bool StoreConnection::ReadEntry(const Statement& row, int column, Entry& entry)
+bool StoreConnection::ReadEntry(const Statement& row, int column, Texts texts, Entry& entry)
 {
     const int64_t type = row.Integer(column);
     const int64_t constraints = row.Integer(column + 1);
-    bool sound = type >= ORB_STRATA_TYPE_NONE && type <= ORB_STRATA_TYPE_OBJECT && constraints >= 0 &&
+    bool sound = row.IsInteger(column) && row.IsInteger(column + 1) && type >= ORB_STRATA_TYPE_NONE &&
+                 type <= ORB_STRATA_TYPE_OBJECT && constraints >= 0 &&
                  constraints <= std::numeric_limits<uint32_t>::max();
     entry.type = sound ? static_cast<OrbStrataType>(type) : ORB_STRATA_TYPE_NONE;
     entry.constraints = static_cast<uint32_t>(constraints);
     if (HasText(entry.type))
     {
-        entry.text = std::make_shared<const std::string>(row.Text(column + 2));
-        sound = sound && row.IsText(column + 2);
+        if (row.IsText(column + 2))
+            entry.text = std::make_shared<const std::string>(row.Text(column + 2));
+        sound = sound && (entry.text || (texts == Texts::ShortOnes && row.IsNull(column + 2)));
     }
     else if (entry.type != ORB_STRATA_TYPE_NONE)
     {
@@ -71,6 +86,18 @@ bool StoreConnection::ReadEntry(const Statement& row, int column, Entry& entry)
     }
     m_damaged = m_damaged || !sound;
     return sound;
+}
+
+bool StoreConnection::CheckKey(const std::string& key)
+{
+    const bool sound = IsUtf8(key);
+    m_damaged = m_damaged || !sound;
+    return sound;
+}
+
+OrbStrataResult StoreConnection::Failure() const
+{
+    return !m_damaged && m_database->LastErrorWasBusy() ? ORB_STRATA_BUSY : ORB_STRATA_STORE_FAILED;
 }
 
 std::unique_ptr<StoreReader> StoreReader::Open(const std::string& path, std::string& error)
@@ -83,8 +110,8 @@ StoreReader::StoreReader(std::unique_ptr<Database> database)
     : StoreConnection(std::move(database)), m_begin(Connection().MakeStatement("BEGIN")),
       m_end(Connection().MakeStatement("COMMIT")),
       m_scope(Connection().MakeStatement("SELECT key, type, constraints, value FROM entries WHERE scope = ?1")),
-      m_changes(Connection().MakeStatement(
-          "SELECT revision, scope, key, kind, valueWrite, text FROM changes WHERE revision > ?1 ORDER BY revision")),
+      m_changes(Connection().MakeStatement("SELECT revision, scope, key, kind, valueWrite, type, constraints, value "
+                                           "FROM changes WHERE revision > ?1 ORDER BY revision")),
       m_oldest(Connection().MakeStatement("SELECT min(revision) FROM changes"))
 {}
 
@@ -93,7 +120,10 @@ bool StoreReader::Load(const std::string& scope, Entries& entries)
     bool sound = true;
     m_scope.Bind(scope);
     while (sound && m_scope.Step())
-        sound = ReadEntry(m_scope, 1, entries[m_scope.Text(0)]);
+    {
+        const std::string key = m_scope.Text(0);
+        sound = CheckKey(key) && ReadEntry(m_scope, 1, Texts::All, entries[key]);
+    }
     sound = sound && !m_scope.Failed();
     m_scope.Reset();
     return sound;
@@ -101,8 +131,9 @@ bool StoreReader::Load(const std::string& scope, Entries& entries)
 
 bool StoreReader::ChangesAfter(int64_t revision, std::vector<Change>& changes)
 {
+    bool sound = true;
     m_changes.Bind(revision);
-    while (m_changes.Step())
+    while (sound && m_changes.Step())
     {
         Change& change = changes.emplace_back();
         change.revision = m_changes.Integer(0);
@@ -110,12 +141,11 @@ bool StoreReader::ChangesAfter(int64_t revision, std::vector<Change>& changes)
         change.key = m_changes.Text(2);
         change.kind = static_cast<int32_t>(m_changes.Integer(3));
         change.valueWrite = m_changes.Integer(4) != 0;
-        if (m_changes.IsText(5))
-            change.text = std::make_shared<const std::string>(m_changes.Text(5));
+        sound = CheckKey(change.key) && ReadEntry(m_changes, 5, Texts::ShortOnes, change.entry);
     }
-    const bool whole = !m_changes.Failed();
+    sound = sound && !m_changes.Failed();
     m_changes.Reset();
-    return whole;
+    return sound;
 }
 
 bool StoreReader::OldestChange(int64_t& revision)
@@ -144,22 +174,16 @@ StoreWriter::StoreWriter(std::unique_ptr<Database> database)
     : StoreConnection(std::move(database)), m_begin(Connection().MakeStatement("BEGIN IMMEDIATE")),
       m_commit(Connection().MakeStatement("COMMIT")), m_rollback(Connection().MakeStatement("ROLLBACK")),
       m_put(Connection().MakeStatement(
-          "INSERT INTO entries VALUES (?1, ?2, ?3, ?4, ?5, ?6) ON CONFLICT (scope, key) DO UPDATE "
-          "SET type = ?3, constraints = ?4, revision = ?5, value = ?6")),
+          "INSERT INTO entries (scope, key, revision, type, constraints, value) VALUES (?1, ?2, ?3, ?4, ?5, ?6) "
+          "ON CONFLICT (scope, key) DO UPDATE SET revision = ?3, type = ?4, constraints = ?5, value = ?6")),
       m_erase(Connection().MakeStatement("DELETE FROM entries WHERE scope = ?1 AND key = ?2")),
-      m_note(Connection().MakeStatement("INSERT INTO changes VALUES (?1, ?2, ?3, ?4, ?5, ?6)")),
+      m_note(Connection().MakeStatement("INSERT INTO changes VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)")),
       m_forget(Connection().MakeStatement("DELETE FROM changes WHERE revision <= ?1"))
 {}
 
 bool StoreWriter::Put(const std::string& scope, const std::string& key, const Entry& entry, int64_t revision)
 {
-    const auto type = static_cast<int64_t>(entry.type);
-    const auto constraints = static_cast<int64_t>(entry.constraints);
-    if (HasText(entry.type))
-        return m_put.Bind(scope, key, type, constraints, revision, *entry.text).Run();
-    if (entry.type == ORB_STRATA_TYPE_NONE)
-        return m_put.Bind(scope, key, type, constraints, revision, nullptr).Run();
-    return m_put.Bind(scope, key, type, constraints, revision, entry.number).Run();
+    return RunWith(m_put, entry, scope, key, revision);
 }
 
 bool StoreWriter::Erase(const std::string& scope, const std::string& key)
@@ -169,16 +193,12 @@ bool StoreWriter::Erase(const std::string& scope, const std::string& key)
 
 bool StoreWriter::Note(const Change& change)
 {
-    const auto kind = static_cast<int64_t>(change.kind);
-    const auto valueWrite = static_cast<int64_t>(change.valueWrite);
-    const bool isObject = change.text != nullptr;
-    std::string_view text;
-    if (isObject && change.text->size() <= LongestNotedText)
-        text = *change.text;
-    const bool noted = isObject
-                           ? m_note.Bind(change.revision, change.scope, change.key, kind, valueWrite, text).Run()
-                           : m_note.Bind(change.revision, change.scope, change.key, kind, valueWrite, nullptr).Run();
-    return noted && (change.revision % ForgetEvery != 0 || m_forget.Bind(change.revision - KeptChanges).Run());
+    Entry noted = change.entry;
+    if (noted.text && noted.text->size() > LongestNotedText)
+        noted.text = nullptr;
+    return RunWith(m_note, noted, change.revision, change.scope, change.key, int64_t{change.kind},
+                   int64_t{change.valueWrite}) &&
+           (change.revision % ForgetEvery != 0 || m_forget.Bind(change.revision - KeptChanges).Run());
 }
 
 } // namespace Strata

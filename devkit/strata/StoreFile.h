@@ -23,14 +23,26 @@ public:
     bool LastRevision(int64_t& revision);
     /// Leaves `entry` empty where there is nothing under the key.
     bool Find(const std::string& scope, const std::string& key, std::optional<Entry>& entry);
+    /// Whether the file that is open is not the one at its path any more.
+    bool HasMoved() const { return m_database->HasMoved(); }
+    /// The full path of the stamp that belongs to the file.
+    std::string StampPath() const { return m_database->File() + "-stamp"; }
     std::string Error() const;
+    /// What answers for a call that failed.
+    OrbStrataResult Failure() const;
 
 protected:
     explicit StoreConnection(std::unique_ptr<Database> database);
     Database& Connection() { return *m_database; }
+    enum class Texts
+    {
+        All,
+        ShortOnes ///< a long one may be missing
+    };
     /// The entry in a row's columns type, constraints, value from `column` on; false for one that this store cannot
     /// have written.
-    bool ReadEntry(const Statement& row, int column, Entry& entry);
+    bool ReadEntry(const Statement& row, int column, Texts texts, Entry& entry);
+    bool CheckKey(const std::string& key);
 
 private:
     std::unique_ptr<Database> m_database; // before the statements, which must go first
@@ -52,7 +64,8 @@ public:
     void End() { m_end.Bind().Run(); }
 
     bool Load(const std::string& scope, Entries& entries);
-    /// The writes after `revision`, oldest first. The store forgets old ones: see OldestChange.
+    /// The writes after `revision`, oldest first. The store forgets old ones: see OldestChange. Of a long text that was
+    /// not noted, `entry` has the type but no text.
     bool ChangesAfter(int64_t revision, std::vector<Change>& changes);
     /// The number of the oldest write that the store still knows of; 0 for none.
     bool OldestChange(int64_t& revision);
@@ -77,6 +90,7 @@ public:
     /// Waits for other processes' writes, a bounded time. To be followed by Commit or Rollback.
     bool Begin() { return m_begin.Bind().Run(); }
     bool Commit() { return m_commit.Bind().Run(); }
+    void BoundLog() { Connection().BoundLog(); }
     void Rollback() { m_rollback.Bind().Run(); }
 
     bool Put(const std::string& scope, const std::string& key, const Entry& entry, int64_t revision);

@@ -14,12 +14,6 @@ namespace StrataCli
 namespace
 {
 
-struct Watcher
-{
-    StoreScope& scope;
-    bool json;
-};
-
 std::string JsonLine(const std::string& key, const std::optional<Item>& item)
 {
     std::string line = "{\"key\":";
@@ -29,20 +23,15 @@ std::string JsonLine(const std::string& key, const std::optional<Item>& item)
     return item ? line + JsonItem(*item).substr(1) : line;
 }
 
-void NL_SUITE_CALL PrintChange(void* context, const wchar_t* wideKey, int32_t changeType, const char* /*objectText*/)
+void NL_SUITE_CALL PrintChange(void* context, int32_t changeType, const OrbStrataEntry* entry)
 {
-    const auto& watcher = *static_cast<const Watcher*>(context);
-    const std::string key = Platform::ToUtf8(wideKey);
+    const std::string key = Platform::ToUtf8(entry->key);
     std::optional<Item> item;
     if (changeType == ORB_STRATA_CHANGED)
-    {
-        item = watcher.scope.Find(key);
-        if (!item)
-            return; // removed since, which is told next
-    }
-    const std::string line = watcher.json ? JsonLine(key, item)
-                             : item       ? key + " = " + Describe(*item)
-                                          : key + " removed";
+        item = {entry->type, entry->number, entry->text == nullptr ? "" : entry->text, entry->constraints};
+    const std::string line = *static_cast<const bool*>(context) ? JsonLine(key, item)
+                             : item                             ? key + " = " + Describe(*item)
+                                                                : key + " removed";
     std::fprintf(stdout, "%s\n", line.c_str());
     std::fflush(stdout);
 }
@@ -52,10 +41,9 @@ void NL_SUITE_CALL PrintChange(void* context, const wchar_t* wideKey, int32_t ch
 bool Watch(StoreScope& scope, const std::string& prefix, bool json)
 {
     CatchInterrupts();
-    Watcher watcher{scope, json};
     OrbStrataResult result = ORB_STRATA_SUCCESS;
     const auto subscription =
-        OrbStrataControl_Watch(scope.Handle(), Platform::FromUtf8(prefix).c_str(), PrintChange, &watcher, &result);
+        OrbStrataControl_Watch(scope.Handle(), Platform::FromUtf8(prefix).c_str(), PrintChange, &json, &result);
     if (result != ORB_STRATA_SUCCESS)
         return false;
     std::fputs("strata: watching; Ctrl-C ends it.\n", stderr);

@@ -23,8 +23,9 @@ enum
     ORB_STRATA_INVALID_HANDLE = 6, /* not an open handle, or no object */
     ORB_STRATA_NOT_FOUND = 10,     /* no value under this key, no such field */
     ORB_STRATA_INVALID_ARGUMENT = 87,
-    ORB_STRATA_WRONG_TYPE = 110,  /* there is a value, of another type */
-    ORB_STRATA_STORE_FAILED = 112 /* the store could not be read or written */
+    ORB_STRATA_WRONG_TYPE = 110,   /* there is a value, of another type */
+    ORB_STRATA_STORE_FAILED = 112, /* the store could not be read or written */
+    ORB_STRATA_BUSY = 170          /* another process has kept the store for a quarter of a second: try again */
 };
 
 enum

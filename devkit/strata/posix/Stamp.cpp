@@ -1,13 +1,13 @@
 #include "devkit/strata/Stamp.h"
 
-#include <atomic>
 #include <cerrno>
+#include <filesystem>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/inotify.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,14 +17,35 @@ namespace Strata
 namespace
 {
 
-using SharedWord = std::atomic<uint32_t>;
-static_assert(SharedWord::is_always_lock_free && sizeof(SharedWord) == sizeof(uint32_t), "shared between processes");
+int OpenOwn(const char* path, int access)
+{
+    constexpr mode_t AsTheStore = 0644; // the mode that SQLite gives the store itself, less the process's mask
+    // Something else in the place, a pipe say, is not to be waited for.
+    return open(path, access | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, AsTheStore);
+}
+
+/// Whether writing to the file changes no other one.
+bool IsOnlyOurs(int file)
+{
+    struct stat status = {};
+    return fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 1;
+}
+
+int OpenForWriting(const char* path)
+{
+    const int there = OpenOwn(path, O_WRONLY | O_CREAT);
+    if (there >= 0 && IsOnlyOurs(there))
+        return there;
+    if (there >= 0)
+        close(there);
+    unlink(path);
+    return OpenOwn(path, O_WRONLY | O_CREAT | O_EXCL);
+}
 
 class FileDescriptor
 {
 public:
     explicit FileDescriptor(int descriptor) : m_descriptor(descriptor) {}
-    FileDescriptor(FileDescriptor&& other) noexcept : m_descriptor(other.m_descriptor) { other.m_descriptor = -1; }
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
     ~FileDescriptor()
@@ -38,45 +59,26 @@ private:
     int m_descriptor;
 };
 
-class MappedStamp final : public Stamp
+class FolderWatch final : public StampWatch
 {
 public:
-    MappedStamp(FileDescriptor file, void* view, bool writable)
-        : m_file(std::move(file)), m_view(view), m_writable(writable)
-    {}
-    ~MappedStamp() override { munmap(m_view, sizeof(SharedWord)); }
-
-    uint32_t Word() const override { return static_cast<const SharedWord*>(m_view)->load(std::memory_order_acquire); }
-
-    void Publish(uint32_t word) override
+    explicit FolderWatch(std::string folder)
+        : m_folder(std::move(folder)), m_wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+          m_inotify(inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
     {
-        // Written as to any file, for the watchers' sake; the views see it at once, being the same memory.
-        if (m_writable && pwrite(m_file.Get(), &word, sizeof word, 0) != sizeof word)
-            static_cast<SharedWord*>(m_view)->store(word, std::memory_order_release);
+        Watch();
     }
-
-private:
-    FileDescriptor m_file;
-    void* m_view;
-    bool m_writable;
-};
-
-class InotifyWatch final : public StampWatch
-{
-public:
-    explicit InotifyWatch(const std::string& path)
-        : m_wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), m_inotify(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)),
-          m_watching(m_wake.Get() >= 0 && m_inotify.Get() >= 0 &&
-                     inotify_add_watch(m_inotify.Get(), path.c_str(), IN_MODIFY) >= 0)
-    {}
 
     void Wait() override
     {
-        constexpr int Unwatched = 10; // ms between two looks at the word
+        constexpr int Unwatched = 10; // ms between two looks
+        if (m_watch < 0 && Watch())
+            return; // what happened before is not told
         pollfd sources[] = {{m_wake.Get(), POLLIN, 0}, {m_inotify.Get(), POLLIN, 0}};
-        poll(sources, 2, m_watching ? -1 : Unwatched);
-        Drain(m_wake.Get());
-        Drain(m_inotify.Get());
+        poll(sources, 2, m_watch < 0 ? Unwatched : -1);
+        uint64_t wakes = 0;
+        [[maybe_unused]] const auto taken = read(m_wake.Get(), &wakes, sizeof wakes);
+        TakeEvents();
     }
 
     void Wake() override
@@ -86,40 +88,75 @@ public:
     }
 
 private:
-    static void Drain(int descriptor)
+    bool Watch()
     {
-        alignas(inotify_event) char events[4096];
-        while (read(descriptor, events, sizeof events) == static_cast<ssize_t>(sizeof events))
-        {}
+        constexpr uint32_t Stamped = IN_CLOSE_WRITE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
+        constexpr uint32_t Gone = IN_DELETE_SELF | IN_MOVE_SELF;
+        m_watch = inotify_add_watch(m_inotify.Get(), m_folder.c_str(), Stamped | Gone);
+        return m_watch >= 0;
     }
 
+    void TakeEvents()
+    {
+        alignas(inotify_event) char events[4096];
+        for (ssize_t size = 0; (size = read(m_inotify.Get(), events, sizeof events)) > 0;)
+        {
+            for (ssize_t at = 0; at < size;)
+            {
+                const auto& event = *reinterpret_cast<const inotify_event*>(events + at);
+                if ((event.mask & (IN_IGNORED | IN_DELETE_SELF | IN_MOVE_SELF)) != 0 && event.wd == m_watch)
+                {
+                    inotify_rm_watch(m_inotify.Get(), m_watch);
+                    m_watch = -1;
+                }
+                at += static_cast<ssize_t>(sizeof event + event.len);
+            }
+        }
+    }
+
+    const std::string m_folder;
     FileDescriptor m_wake;
     FileDescriptor m_inotify;
-    bool m_watching;
+    int m_watch = -1;
 };
 
 } // namespace
 
-std::unique_ptr<Stamp> Stamp::Open(const std::string& path)
+Stamp::Stamp(const std::string& path, Use use)
+    : m_file(use == Use::Writing ? OpenForWriting(path.c_str()) : OpenOwn(path.c_str(), O_RDONLY))
+{}
+
+Stamp::Stamp(Stamp&& other) noexcept : m_file(std::exchange(other.m_file, None)) {}
+
+Stamp& Stamp::operator=(Stamp&& other) noexcept
 {
-    constexpr mode_t AsTheStore = 0644; // the mode that SQLite gives the store itself, less the process's mask
-    FileDescriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, AsTheStore));
-    const bool writable = file.Get() >= 0;
-    FileDescriptor source = writable ? std::move(file) : FileDescriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    constexpr auto Size = static_cast<off_t>(sizeof(SharedWord));
-    struct stat status = {};
-    // A view beyond the file's end is deadly to look at.
-    if (source.Get() < 0 || fstat(source.Get(), &status) != 0 ||
-        (status.st_size < Size && (!writable || ftruncate(source.Get(), Size) != 0)))
-        return nullptr;
-    const int access = writable ? PROT_READ | PROT_WRITE : PROT_READ;
-    void* view = mmap(nullptr, sizeof(SharedWord), access, MAP_SHARED, source.Get(), 0);
-    return view == MAP_FAILED ? nullptr : std::make_unique<MappedStamp>(std::move(source), view, writable);
+    std::swap(m_file, other.m_file);
+    return *this;
 }
 
-std::unique_ptr<StampWatch> StampWatch::Open(const std::string& path)
+void Stamp::Close()
 {
-    return std::make_unique<InotifyWatch>(path);
+    if (m_file != None)
+        close(static_cast<int>(std::exchange(m_file, None)));
+}
+
+bool Stamp::Read(int64_t& revision) const
+{
+    const int file = static_cast<int>(m_file);
+    struct stat status = {};
+    return file >= 0 && fstat(file, &status) == 0 && status.st_nlink != 0 &&
+           pread(file, &revision, sizeof revision, 0) == sizeof revision;
+}
+
+bool Stamp::Write(int64_t revision)
+{
+    return m_file != None && pwrite(static_cast<int>(m_file), &revision, sizeof revision, 0) == sizeof revision;
+}
+
+std::unique_ptr<StampWatch> StampWatch::Open(const std::string& stampPath)
+{
+    const auto folder = std::filesystem::path(stampPath).parent_path();
+    return std::make_unique<FolderWatch>(folder.empty() ? "." : folder.string());
 }
 
 } // namespace Strata

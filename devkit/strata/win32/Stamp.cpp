@@ -13,121 +13,132 @@ namespace Strata
 namespace
 {
 
-constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-class Handle
+HANDLE FileOf(intptr_t file)
 {
-public:
-    explicit Handle(HANDLE handle) : m_handle(handle == INVALID_HANDLE_VALUE ? nullptr : handle) {}
-    Handle(Handle&& other) noexcept : m_handle(std::exchange(other.m_handle, nullptr)) {}
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-    ~Handle()
-    {
-        if (m_handle != nullptr)
-            CloseHandle(m_handle);
-    }
-    HANDLE Get() const { return m_handle; }
-
-private:
-    HANDLE m_handle;
-};
-
-Handle OpenFile(const std::wstring& path, DWORD access, DWORD disposition)
-{
-    return Handle(CreateFileW(path.c_str(), access, ShareAll, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    return reinterpret_cast<HANDLE>(file);
 }
 
-class MappedStamp final : public Stamp
+intptr_t OpenOwn(const std::wstring& path, DWORD access, DWORD disposition)
 {
-public:
-    MappedStamp(std::wstring path, Handle file, Handle mapping, void* view, bool writable)
-        : m_path(std::move(path)), m_file(std::move(file)), m_mapping(std::move(mapping)),
-          m_word(static_cast<volatile LONG*>(view)), m_writable(writable)
-    {}
-    ~MappedStamp() override { UnmapViewOfFile(const_cast<LONG*>(m_word)); }
+    constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    constexpr DWORD NotThroughLinks = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT;
+    return reinterpret_cast<intptr_t>(
+        CreateFileW(path.c_str(), access, ShareAll, nullptr, disposition, NotThroughLinks, nullptr));
+}
 
-    uint32_t Word() const override
-    {
-        const LONG word = *m_word;
-        MemoryBarrier();
-        return static_cast<uint32_t>(word);
-    }
+/// Whether writing to the file changes no other one.
+bool IsOnlyOurs(intptr_t file)
+{
+    constexpr DWORD Others = FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY;
+    BY_HANDLE_FILE_INFORMATION status = {};
+    return GetFileInformationByHandle(FileOf(file), &status) != FALSE && (status.dwFileAttributes & Others) == 0 &&
+           status.nNumberOfLinks == 1;
+}
 
-    void Publish(uint32_t word) override
-    {
-        if (!m_writable)
-            return;
-        InterlockedExchange(m_word, static_cast<LONG>(word));
-        // Those who watch the folder are told of a write when its handle is closed.
-        const Handle stamped = OpenFile(m_path, GENERIC_WRITE, OPEN_EXISTING);
-        DWORD written = 0;
-        WriteFile(stamped.Get(), &word, sizeof word, &written, nullptr);
-    }
-
-private:
-    std::wstring m_path;
-    Handle m_file;
-    Handle m_mapping;
-    volatile LONG* m_word;
-    bool m_writable;
-};
+intptr_t OpenForWriting(const std::wstring& path)
+{
+    const intptr_t there = OpenOwn(path, GENERIC_WRITE, OPEN_ALWAYS);
+    if (FileOf(there) != INVALID_HANDLE_VALUE && IsOnlyOurs(there))
+        return there;
+    if (FileOf(there) != INVALID_HANDLE_VALUE)
+        CloseHandle(FileOf(there));
+    DeleteFileW(path.c_str());
+    return OpenOwn(path, GENERIC_WRITE, CREATE_NEW);
+}
 
 /// The system watches folders, not files: Wait also returns for writes to the store itself.
 class FolderWatch final : public StampWatch
 {
 public:
-    explicit FolderWatch(const std::wstring& folder)
-        : m_wake(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
-          m_change(FindFirstChangeNotificationW(folder.c_str(), FALSE, FILE_NOTIFY_CHANGE_LAST_WRITE))
-    {}
+    explicit FolderWatch(std::wstring folder)
+        : m_folder(std::move(folder)), m_wake(CreateEventW(nullptr, FALSE, FALSE, nullptr))
+    {
+        Watch();
+    }
     ~FolderWatch() override
     {
-        if (m_change != INVALID_HANDLE_VALUE)
+        if (IsWatching())
             FindCloseChangeNotification(m_change);
+        CloseHandle(m_wake);
     }
 
     void Wait() override
     {
-        constexpr DWORD Unwatched = 10; // ms between two looks at the word
-        const bool watching = m_change != INVALID_HANDLE_VALUE;
-        const HANDLE sources[] = {m_wake.Get(), m_change};
-        const DWORD reason = WaitForMultipleObjects(watching ? 2 : 1, sources, FALSE, watching ? INFINITE : Unwatched);
-        if (reason == WAIT_OBJECT_0 + 1)
-            FindNextChangeNotification(m_change);
+        constexpr DWORD Unwatched = 10; // ms between two looks
+        if (!IsWatching() && Watch())
+            return; // what happened before is not told
+        const HANDLE sources[] = {m_wake, m_change};
+        const DWORD reason =
+            WaitForMultipleObjects(IsWatching() ? 2 : 1, sources, FALSE, IsWatching() ? INFINITE : Unwatched);
+        if (reason == WAIT_OBJECT_0 + 1 && FindNextChangeNotification(m_change) == FALSE)
+        {
+            FindCloseChangeNotification(m_change);
+            m_change = INVALID_HANDLE_VALUE;
+        }
     }
 
-    void Wake() override { SetEvent(m_wake.Get()); }
+    void Wake() override { SetEvent(m_wake); }
 
 private:
-    Handle m_wake;
-    HANDLE m_change;
+    bool IsWatching() const { return m_change != INVALID_HANDLE_VALUE; }
+
+    bool Watch()
+    {
+        constexpr DWORD Stamped = FILE_NOTIFY_CHANGE_LAST_WRITE | FILE_NOTIFY_CHANGE_FILE_NAME;
+        m_change = FindFirstChangeNotificationW(m_folder.c_str(), FALSE, Stamped);
+        return IsWatching();
+    }
+
+    const std::wstring m_folder;
+    const HANDLE m_wake;
+    HANDLE m_change = INVALID_HANDLE_VALUE;
 };
 
 } // namespace
 
-std::unique_ptr<Stamp> Stamp::Open(const std::string& path)
+static_assert(sizeof(intptr_t) == sizeof(HANDLE), "a handle in a number; INVALID_HANDLE_VALUE is -1");
+
+Stamp::Stamp(const std::string& path, Use use)
+    : m_file(use == Use::Writing ? OpenForWriting(Platform::FromUtf8(path))
+                                 : OpenOwn(Platform::FromUtf8(path), GENERIC_READ, OPEN_EXISTING))
+{}
+
+Stamp::Stamp(Stamp&& other) noexcept : m_file(std::exchange(other.m_file, None)) {}
+
+Stamp& Stamp::operator=(Stamp&& other) noexcept
 {
-    const std::wstring widePath = Platform::FromUtf8(path);
-    Handle writableFile = OpenFile(widePath, GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS);
-    const bool writable = writableFile.Get() != nullptr;
-    Handle file = writable ? std::move(writableFile) : OpenFile(widePath, GENERIC_READ, OPEN_EXISTING);
-    if (file.Get() == nullptr)
-        return nullptr;
-    // Makes the file as long as the word; a shorter one that may not be written cannot be mapped.
-    Handle mapping(
-        CreateFileMappingW(file.Get(), nullptr, writable ? PAGE_READWRITE : PAGE_READONLY, 0, sizeof(LONG), nullptr));
-    void* view = mapping.Get() == nullptr
-                     ? nullptr
-                     : MapViewOfFile(mapping.Get(), writable ? FILE_MAP_WRITE : FILE_MAP_READ, 0, 0, sizeof(LONG));
-    return view == nullptr
-               ? nullptr
-               : std::make_unique<MappedStamp>(widePath, std::move(file), std::move(mapping), view, writable);
+    std::swap(m_file, other.m_file);
+    return *this;
 }
 
-std::unique_ptr<StampWatch> StampWatch::Open(const std::string& path)
+void Stamp::Close()
 {
-    const std::wstring folder = Platform::ParentFolder(Platform::FromUtf8(path));
+    if (m_file != None)
+        CloseHandle(FileOf(std::exchange(m_file, None)));
+}
+
+bool Stamp::Read(int64_t& revision) const
+{
+    FILE_STANDARD_INFO status = {};
+    OVERLAPPED start = {};
+    DWORD size = 0;
+    return m_file != None &&
+           GetFileInformationByHandleEx(FileOf(m_file), FileStandardInfo, &status, sizeof status) != FALSE &&
+           status.DeletePending == FALSE && status.NumberOfLinks != 0 &&
+           ReadFile(FileOf(m_file), &revision, sizeof revision, &size, &start) != FALSE && size == sizeof revision;
+}
+
+bool Stamp::Write(int64_t revision)
+{
+    OVERLAPPED start = {};
+    DWORD size = 0;
+    return m_file != None && WriteFile(FileOf(m_file), &revision, sizeof revision, &size, &start) != FALSE &&
+           size == sizeof revision;
+}
+
+std::unique_ptr<StampWatch> StampWatch::Open(const std::string& stampPath)
+{
+    const std::wstring folder = Platform::ParentFolder(Platform::FromUtf8(stampPath));
     return std::make_unique<FolderWatch>(folder.empty() ? L"." : folder);
 }
 

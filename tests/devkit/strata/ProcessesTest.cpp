@@ -32,7 +32,7 @@ TEST_F(Processes, ChangesOfAnotherProcessComeInOrderOnceEach)
     for (int i = 0; i < Count; ++i)
     {
         expected.push_back("kobject0 changed {\"n\":" + std::to_string(i) + "}");
-        expected.push_back("k" + std::to_string(i) + " changed");
+        expected.push_back("k" + std::to_string(i) + " changed " + std::to_string(i));
     }
     EXPECT_EQ(writer->ExitCode(), 0); // reads what the writer says, which would wait for it otherwise
     EXPECT_EQ(heard.WaitFor(expected.size()), expected);
@@ -123,7 +123,7 @@ TEST_F(Processes, SubscriberThatFellFarBehindHearsWhatIsDifferentThen)
     entered.get_future().wait();
     EXPECT_EQ(Start({"hammer", "12000"})->Line(), "done");
     release.set_value();
-    EXPECT_THAT(heard.Take(), testing::ElementsAre("hammered changed", "doomed removed", "hammered changed"));
+    EXPECT_THAT(heard.Take(), testing::ElementsAre("hammered changed 0", "doomed removed", "hammered changed 12000"));
     EXPECT_EQ(OrbStrata_GetInt32(reader, L"hammered", 0, nullptr), 12000);
 }
 

@@ -24,7 +24,7 @@ OrbStrataSubscription Deliveries::Subscribe(OrbStrataHandle handle, const wchar_
 
 OrbStrataSubscription Deliveries::Watch(OrbStrataHandle handle, const wchar_t* prefix)
 {
-    return OrbStrataControl_Watch(handle, prefix, OnChange, this, nullptr);
+    return OrbStrataControl_Watch(handle, prefix, OnWatched, this, nullptr);
 }
 
 std::vector<std::string> Deliveries::Take()
@@ -52,6 +52,12 @@ void Deliveries::OnChange(void* context, const wchar_t* key, int32_t changeType,
     }
     if (self.onDelivery)
         self.onDelivery();
+}
+
+void Deliveries::OnWatched(void* context, int32_t changeType, const OrbStrataEntry* entry)
+{
+    const bool isInt = changeType == ORB_STRATA_CHANGED && entry->type == ORB_STRATA_TYPE_INT32;
+    OnChange(context, entry->key, changeType, isInt ? std::to_string(entry->number).c_str() : entry->text);
 }
 
 StoreFixture::StoreFixture()

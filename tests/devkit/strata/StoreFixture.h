@@ -39,8 +39,9 @@ private:
     OrbStrataHandle m_handle = nullptr;
 };
 
-/// Keeps what subscriptions deliver, as "key type text". Stands before the handle that it subscribes with, so as to
-/// outlive it: until that is closed something may still come.
+/// Keeps what subscriptions deliver, as "key type text", and "key type number" where a 32-bit number was watched.
+/// Stands before the handle that it subscribes with, so as to outlive it: until that is closed something may still
+/// come.
 class Deliveries
 {
 public:
@@ -55,6 +56,8 @@ public:
 
 private:
     static void NL_SUITE_CALL OnChange(void* context, const wchar_t* key, int32_t changeType, const char* text);
+
+    static void NL_SUITE_CALL OnWatched(void* context, int32_t changeType, const OrbStrataEntry* entry);
 
     std::mutex m_mutex;
     std::condition_variable m_arrived;
