@@ -3,7 +3,7 @@
 #include "handlers/MainGuiHandler.h"
 #include "handlers/SaveController.h"
 #include "logging/FunctionLog.h"
-#include "util/UrlUtil.h"
+#include "url/UrlUtil.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "util/Punycode.h"
+#include "url/Punycode.h"
 
 #include <algorithm>
 #include <cstdint>

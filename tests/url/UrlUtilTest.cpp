@@ -1,9 +1,12 @@
-#include "util/UrlUtil.h"
+#include "url/UrlUtil.h"
 
+#include "platform/Text.h"
 #include "tests/support/LogCapture.h"
-#include "util/Punycode.h"
+#include "url/Punycode.h"
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
 
 namespace
 {
@@ -37,6 +40,37 @@ TEST(PunycodeUrl, ConvertsTheHostLabelByLabel)
     EXPECT_EQ(GetPunycodeUrl(L"http://\u0430\u0062\u4E2D.de").rfind("http://xn--", 0), 0U);
     EXPECT_EQ(GetPunycodeUrl(L"http://\U0001D6A8\u03B2.gr"), GetPunycodeUrl(L"http://\u03B1\u03B2.gr"));
     EXPECT_EQ(GetPunycodeUrl(L"http://\U0001F600.ws"), "http://xn--e28h.ws");
+}
+
+/// As browsers look them up, and refuse them; more of them, beside ICU, are in posix/BrowserHostTest.cpp.
+TEST(PunycodeUrl, FollowsTheRulesOfInternationalisedNames)
+{
+    const auto host = [](const std::wstring& text) { return GetPunycodeUrl(L"https://" + text + L"/").substr(8); };
+    EXPECT_EQ(host(L"\u2764\uFE0F.ws"), "xn--qei.ws/"); // with its variation selector
+    EXPECT_EQ(host(L"so\u00ADft\u200B.de"), "soft.de/");
+    EXPECT_EQ(host(L"\u03C3\u03AF\u03C3\u03C5\u03C6\u03BF\u03C2.gr"), "xn--kxa6ajbbmh.gr/"); // with a final sigma
+    EXPECT_EQ(host(L"\u0915\u094D\u200D\u0937"), "xn--11b2ezcw70k/");                        // a joiner behind a virama
+    EXPECT_EQ(host(L"\u0646\u0627\u0645\u0647\u200C\u0627\u06CC.ir"),
+              "xn--mgba3gch31f060k.ir/"); // one between letters that join
+    EXPECT_EQ(host(L"\u05D0\u05D1.com"), "xn--4dbc.com/");
+    EXPECT_EQ(host(L"!\u00FC~.de"), "xn--!~-xka.de/");
+
+    for (const wchar_t* const refused : {
+             L"\u0301a",            // begins with a combining mark
+             L"a\uE000",            // private use
+             L"a\u2028b",           // a separator
+             L"a\u200Db",           // a joiner that joins nothing
+             L"a\u05D0",            // from left to right and from right to left
+             L"1a.\u05D0\u05D1",    // in a host with a label from right to left no other begins with a digit
+             L"\u05D0\u0661\u0031", // digits of two kinds
+             L"\u00AD",             // no host
+             L"a b.\u00FC",         // what no host may hold
+             L"\uFF58n--a",         // becomes the prefix
+         })
+    {
+        LogCapture::Expect(2, "UrlUtil::GetPunycodeUrl: Punycode encoding failed");
+        EXPECT_EQ(host(refused), Platform::ToUtf8(std::wstring(refused) + L"/"));
+    }
 }
 
 TEST(PunycodeUrl, LeavesAllButTheHostAlone)
@@ -81,8 +115,13 @@ TEST(PunycodeUrl, TakesTextsOfAnyLength)
     constexpr std::size_t kLength = 0x10000;
     const std::wstring path = L"/" + std::wstring(kLength, L'\u00FC');
     EXPECT_EQ(GetPunycodeUrl(L"http://b\u00FCcher.de" + path).size(), 25U - 3U + 1U + 2U * kLength + 1U);
-    LogCapture::Expect(2, "UrlUtil::GetPunycodeUrl: Punycode encoding failed");
-    EXPECT_EQ(GetPunycodeUrl(L"http://" + std::wstring(kLength, L'\u00FC')).size(), 7U + 2U * kLength);
+    std::wstring unordered(kLength, L'\u0301');
+    std::fill(unordered.begin() + kLength / 2, unordered.end(), L'\u0323');
+    for (const std::wstring& host : {std::wstring(kLength, L'\u00FC'), L"a" + unordered})
+    {
+        LogCapture::Expect(2, "UrlUtil::GetPunycodeUrl: Punycode encoding failed");
+        EXPECT_EQ(GetPunycodeUrl(L"http://" + host).size(), 7U + Platform::ToUtf8(host).size());
+    }
     EXPECT_EQ(GetPunycodeUrl(L"http://b\u00FC" + std::wstring(kLength, L'.')).rfind("http://xn--b-eha.", 0), 0U);
 }
 

@@ -1,0 +1,73 @@
+#include "url/UrlUtil.h"
+
+#include "logging/FunctionLog.h"
+#include "platform/Text.h"
+#include "url/Idna.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace UrlUtil
+{
+
+namespace
+{
+
+constexpr FunctionLog g_log(L"UrlUtil::GetPunycodeUrl");
+
+struct Range
+{
+    std::size_t begin;
+    std::size_t end;
+};
+
+Range HostOf(std::wstring_view url)
+{
+    constexpr const wchar_t* Ends = L"/\\?#"; // browsers take a backslash for a slash
+    const auto scheme = url.find(L"://");
+    std::size_t begin = scheme < url.find_first_of(Ends) ? scheme + 3 : 0; // else it is part of the path or query
+    const std::size_t authorityEnd = std::min(url.find_first_of(Ends, begin), url.size());
+    const auto userInfo = url.substr(0, authorityEnd).rfind(L'@');
+    if (userInfo != std::wstring_view::npos && userInfo >= begin)
+        begin = userInfo + 1;
+    if (url.substr(begin, 1) == L"[") // an IPv6 address, which has nothing to convert
+        return {begin, begin};
+    return {begin, std::min(url.find(L':', begin), authorityEnd)};
+}
+
+bool IsAscii(std::wstring_view text)
+{
+    return std::all_of(
+        text.begin(), text.end(), [](wchar_t character) { return static_cast<char32_t>(character) < 0x80; });
+}
+
+/// Whether the text is made of characters, and not of surrogates out of place.
+bool IsWellFormed(const std::wstring& text)
+{
+    return Platform::FromUtf8(Platform::ToUtf8(text)) == text;
+}
+
+} // namespace
+
+std::string GetPunycodeUrl(const std::wstring& url)
+{
+    const Range host = HostOf(url);
+    const std::wstring_view text = url;
+    const std::wstring_view hostText = text.substr(host.begin, host.end - host.begin);
+    if (IsAscii(hostText))
+        return Platform::ToUtf8(url);
+    if (!IsWellFormed(url))
+    {
+        LOG(g_log, 2, L"%s: Conversion from unicode to wide string failed");
+        return Platform::ToUtf8(url);
+    }
+    const auto ascii = HostToAscii(hostText);
+    if (!ascii)
+    {
+        LOG(g_log, 2, L"%s: Punycode encoding failed");
+        return Platform::ToUtf8(url);
+    }
+    return Platform::ToUtf8(text.substr(0, host.begin)) + *ascii + Platform::ToUtf8(text.substr(host.end));
+}
+
+} // namespace UrlUtil
