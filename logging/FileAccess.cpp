@@ -92,22 +92,20 @@ void FileAccess::Write(const void* data, std::uint32_t bytes)
                                         static_cast<std::uint32_t>(result)));
         return;
     }
-    if (EnsureOpen())
-    {
-        m_file->SeekToEnd();
-        if (!NeedsRotation() || Rotate())
-            m_file->Write(data, bytes);
-    }
-    m_mutex.Unlock();
+    const NamedMutex::Unlocker unlocker(m_mutex);
+    if (!EnsureOpen())
+        return;
+    m_file->SeekToEnd();
+    if (!NeedsRotation() || Rotate())
+        m_file->Write(data, bytes);
 }
 
 void FileAccess::Flush()
 {
-    if (m_mutex.IsOpen() && IsHeldAfter(m_mutex.Lock(MutexTimeoutMs)))
-    {
-        m_file->Flush();
-        m_mutex.Unlock();
-    }
+    if (!m_mutex.IsOpen() || !IsHeldAfter(m_mutex.Lock(MutexTimeoutMs)))
+        return;
+    const NamedMutex::Unlocker unlocker(m_mutex);
+    m_file->Flush();
 }
 
 bool FileAccess::Rotate()

@@ -29,7 +29,7 @@ enum Flags : unsigned
 };
 
 /// A log. Formats have the meanings of Platform::Format(). Any thread may call any operation but the destructor.
-/// Nothing fails toward the caller, and the thread's last error is left as it was.
+/// Nothing fails toward the caller, nothing is thrown, and the thread's last error is left as it was.
 class Logger
 {
 public:

@@ -30,6 +30,20 @@ constexpr std::uint32_t UnknownSession = 0xDEADBEEF;
 constexpr int UnknownOffset = 3599;
 constexpr auto ExitWait = std::chrono::milliseconds(500);
 
+/// Runs what must not disturb its caller: nothing is thrown, and the thread's last error stays as it was. Without
+/// memory the line is lost, or the session begins with a later one.
+template <class Operation>
+void Undisturbing(Operation operation) noexcept
+{
+    const LastErrorGuard guard;
+    try
+    {
+        operation();
+    }
+    catch (...)
+    {}
+}
+
 /// Hands `take` the formatted message. False: it is longer than any buffer.
 template <class Char, class Take>
 bool FormatMessage(const Char* format, va_list arguments, Take take)
@@ -65,41 +79,42 @@ LoggerWin::~LoggerWin()
 
 void LoggerWin::InitializeA(const char* component, const char* module, int defaultLevel, unsigned flags)
 {
-    const LastErrorGuard guard;
-    Initialize(Platform::FromAnsi(component).c_str(), Platform::FromAnsi(module).c_str(), defaultLevel, flags);
+    Undisturbing([=] {
+        Initialize(Platform::FromAnsi(component).c_str(), Platform::FromAnsi(module).c_str(), defaultLevel, flags);
+    });
 }
 
 void LoggerWin::Initialize(const wchar_t* component, const wchar_t* module, int defaultLevel, unsigned flags)
 {
-    const LastErrorGuard guard;
-    {
-        const std::lock_guard lock(m_lock);
-        if (m_file)
-            return;
-        m_config = {component, module, defaultLevel, flags};
-        m_flags = flags;
-        m_dirty = true;
-        if ((flags & DeferredInit) != 0)
+    Undisturbing([=] {
+        const bool deferred = (flags & DeferredInit) != 0;
         {
+            const std::lock_guard lock(m_lock);
+            if (m_file)
+                return;
+            m_config = {component, module, defaultLevel, flags};
+            m_flags = flags;
+            m_dirty = true;
             m_debugOutput = false;
-            m_threshold = Verbose;
-            return;
+            m_threshold = deferred ? Verbose : defaultLevel; // lines that pass it configure what could not be before
         }
-    }
-    Reconfigure();
+        if (!deferred)
+            Reconfigure();
+    });
 }
 
 void LoggerWin::Shutdown()
 {
-    const LastErrorGuard guard;
-    Log(BannerLevel(m_flags), L"***  LOGGING ENDED  ***");
-    const std::lock_guard lock(m_lock);
-    m_threshold = 0;
-    m_debugOutput = false;
-    m_dirty = false;
-    m_file.reset();
-    LoggerConfig().Swap(m_config); // gives the memory back, too: this object is never destroyed
-    m_flags = 0;
+    Undisturbing([this] {
+        Log(BannerLevel(m_flags), L"***  LOGGING ENDED  ***");
+        const std::lock_guard lock(m_lock);
+        m_threshold = 0;
+        m_debugOutput = false;
+        m_dirty = false;
+        m_file.reset();
+        LoggerConfig().Swap(m_config); // gives the memory back, too: this object is never destroyed
+        m_flags = 0;
+    });
 }
 
 void LoggerWin::ShutdownAtExit()
@@ -117,33 +132,36 @@ void LoggerWin::ShutdownAtExit()
 
 void LoggerWin::Flush()
 {
-    const LastErrorGuard guard;
-    const std::lock_guard lock(m_lock);
-    if (m_file)
-        m_file->Flush();
+    Undisturbing([this] {
+        const std::lock_guard lock(m_lock);
+        if (m_file)
+            m_file->Flush();
+    });
 }
 
 void LoggerWin::LogV(int level, const wchar_t* format, va_list arguments)
 {
     if (IsFiltered(level))
         return;
-    const LastErrorGuard guard;
-    const auto write = [=](const wchar_t* text, std::size_t length) { FormatLine(level, text, length); };
-    if (!FormatMessage(format, arguments, write))
-        Log(Error, L"NL_ORB_LOG failure: too large message. Format: %s", format);
+    Undisturbing([&] {
+        const auto write = [=](const wchar_t* text, std::size_t length) { FormatLine(level, text, length); };
+        if (!FormatMessage(format, arguments, write))
+            Log(Error, L"NL_ORB_LOG failure: too large message. Format: %s", format);
+    });
 }
 
 void LoggerWin::LogVA(int level, const char* format, va_list arguments)
 {
     if (IsFiltered(level))
         return;
-    const LastErrorGuard guard;
-    const auto write = [=](const char* text, std::size_t length) {
-        const std::wstring wide = Platform::FromAnsi({text, length});
-        FormatLine(level, wide.data(), wide.size());
-    };
-    if (!FormatMessage(format, arguments, write))
-        Log(Error, L"NL_ORB_LOG failure: too large message. Format: %hs", format);
+    Undisturbing([&] {
+        const auto write = [=](const char* text, std::size_t length) {
+            const std::wstring wide = Platform::FromAnsi({text, length});
+            FormatLine(level, wide.data(), wide.size());
+        };
+        if (!FormatMessage(format, arguments, write))
+            Log(Error, L"NL_ORB_LOG failure: too large message. Format: %hs", format);
+    });
 }
 
 std::unique_ptr<FileLowLevel> LoggerWin::CreateFileLowLevel()

@@ -42,6 +42,19 @@ public:
     Wait Lock(std::uint32_t timeoutMs);
     void Unlock(); ///< By the thread that holds it.
 
+    /// Unlocks a mutex that the thread holds, however the scope is left.
+    class Unlocker
+    {
+    public:
+        explicit Unlocker(NamedMutex& mutex) : m_mutex(mutex) {}
+        ~Unlocker() { m_mutex.Unlock(); }
+        Unlocker(const Unlocker&) = delete;
+        Unlocker& operator=(const Unlocker&) = delete;
+
+    private:
+        NamedMutex& m_mutex;
+    };
+
 private:
     class Object;
     std::unique_ptr<Object> m_object;

@@ -2,6 +2,7 @@
 
 #include "logging/FileAccess.h"
 #include "logging/FileUtilsWin32.h"
+#include "tests/support/FailingAllocation.h"
 
 #include <QDir>
 #include <QFile>
@@ -189,6 +190,30 @@ TEST_F(Rotation, DeleteNamesAreTakenInTurnAndTheLastOneEvenIfTaken)
     m_orders.stuckDeleteNames = 99;
     Write(L"c");
     EXPECT_THAT(m_orders.deleted, ElementsAre(L"Veridan.log__delete_8", L"Veridan.log__delete_99"));
+}
+
+TEST_F(Rotation, WithoutMemoryALineIsLostAndNothingElse)
+{
+    bool failed = true;
+    for (std::size_t allocations = 0; failed; ++allocations)
+    {
+        SetLimits(0, 1);
+        m_logger = std::make_unique<RefusingLogger>(m_orders);
+        m_debugOutput.Take();
+        {
+            const FailingAllocation failure(allocations);
+            EXPECT_NO_THROW(Initialize());
+            EXPECT_NO_THROW(m_logger->Log(4, L"%s %hs", L"first", "\xC3\xA4"));
+            EXPECT_NO_THROW(m_logger->LogA(4, "%s", "second, which rotates"));
+            EXPECT_NO_THROW(m_logger->Flush());
+            failed = failure.HasFailed();
+        }
+        if (!m_logger->IsEnabled(4))
+            Initialize(); // its names could not be kept
+        m_logger->Log(4, L"after");
+        ASSERT_EQ(Messages().back(), L"after") << allocations;
+        ASSERT_THAT(m_debugOutput.Take(), IsEmpty()) << allocations;
+    }
 }
 
 TEST_F(Rotation, AnotherProcessesRotationIsFollowedNotRepeated)
