@@ -220,8 +220,8 @@ void FamilyRulesHandler::LoadSwitches(const VdnSettings& settings)
     m_variables.Set(kWeekendBedtime, settings.time.curfews.weekends.enabled.Get());
     m_variables.Set(kShowPage, settings.webFiltering.activated.Get() || settings.timeLimits.activated.Get() ||
                                    settings.searchResultFilter.activated.Get());
-    m_variables.Set(kAdminWarning,
-                    Platform::Get<Platform::Token>().IsMemberOfBuiltinGroup(nullptr, Platform::Token::Administrators));
+    m_variables.Set(kAdminWarning, Platform::Get<Platform::Token>().IsUserMemberOfBuiltinGroup(
+                                       nullptr, Platform::Token::Administrators));
 }
 
 void FamilyRulesHandler::LoadAllowances(const Settings::Quotas& quotas)

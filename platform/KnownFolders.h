@@ -13,6 +13,9 @@ namespace Platform
 std::wstring CommonAppData();
 std::wstring LocalAppData();
 
+/// The value of an environment variable; empty when it is not set.
+std::wstring EnvironmentVariable(const std::wstring& name);
+
 /// The text with each %NAME% replaced by the environment variable of that name; empty when one is not set. ProgramData
 /// and LOCALAPPDATA are the folders above.
 std::wstring ExpandEnvironment(const std::wstring& text);

@@ -1,7 +1,5 @@
 #include "util/Users.h"
 
-#include "platform/Token.h"
-
 #include <vector>
 
 using Platform::Sessions;
@@ -67,9 +65,4 @@ bool CurrentUser::GetSid(std::wstring& sid) const
         return false;
     sid = std::move(text);
     return true;
-}
-
-bool IsGroupMember(Platform::KernelHandle token, std::uint32_t relativeId)
-{
-    return Platform::Get<Platform::Token>().IsMemberOfBuiltinGroup(token, relativeId);
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/KernelHandle.h"
 #include "platform/Sessions.h"
 #include "util/Sid.h"
 
@@ -54,7 +53,3 @@ private:
     std::uint32_t m_session = Platform::Sessions::Invalid;
     Sid m_sid;
 };
-
-/// Whether a token belongs to the group S-1-5-32-`relativeId`, such as Platform::Token::Administrators. Null: the token
-/// of this process.
-bool IsGroupMember(Platform::KernelHandle token, std::uint32_t relativeId);

@@ -21,7 +21,7 @@ std::string UserSid()
 
 std::string DefaultStoreFile()
 {
-    std::wstring file = Platform::ExpandEnvironment(L"%ORB_STRATA_STORE%");
+    std::wstring file = Platform::EnvironmentVariable(L"ORB_STRATA_STORE");
     if (file.empty())
     {
         file = Platform::CommonAppData();

@@ -127,7 +127,7 @@ ExitCode WatchChanges(StoreScope& scope, const Arguments& arguments)
 std::string StoreFile(const Arguments& arguments)
 {
     std::wstring file = arguments.data ? Platform::JoinPath(Platform::FromUtf8(*arguments.data), L"store.db")
-                                       : Platform::ExpandEnvironment(L"%ORB_STRATA_STORE%");
+                                       : Platform::EnvironmentVariable(L"ORB_STRATA_STORE");
     if (file.empty())
         file = Platform::JoinPath(Platform::JoinPath(Platform::LocalAppData(), L"veridan"), L"store.db");
     return Platform::ToUtf8(file);

@@ -10,11 +10,15 @@ namespace Platform
 namespace
 {
 
-constexpr std::int64_t Quarter = 15 * 60;
 constexpr std::int64_t Day = 24 * 60 * 60;
 
+std::atomic<std::int64_t> g_cache{-1}; // a second since 1970 and its biased offset
+
+/// The seconds that local time is ahead of UTC, in the zone that the system has now.
 bool OffsetAt(std::time_t time, std::int64_t& seconds)
 {
+    g_cache.store(-1, std::memory_order_relaxed); // the zone may be another
+    ::tzset();
     std::tm local{};
     if (::localtime_r(&time, &local) == nullptr)
         return false;
@@ -22,22 +26,18 @@ bool OffsetAt(std::time_t time, std::int64_t& seconds)
     return true;
 }
 
-/// The seconds that local time is ahead of UTC. They change at quarters of an hour only, so that one look-up serves a
-/// quarter; besides, the system's look-up takes a lock that a process forked meanwhile would find held for ever.
-std::int64_t CachedOffset(std::int64_t time)
+/// The same for the present second, which each log line asks for: the system is asked once a second. It takes a lock to
+/// answer, which a process forked meanwhile would find held for ever.
+std::int64_t OffsetOfNow(std::int64_t now)
 {
     constexpr int OffsetBits = 20;
     constexpr std::int64_t OffsetBias = std::int64_t{1} << (OffsetBits - 1);
-    static std::atomic<std::int64_t> s_cache{-1}; // the quarter's number, and the biased offset
-
-    const std::int64_t quarter = time / Quarter;
-    const std::int64_t cached = s_cache.load(std::memory_order_relaxed);
-    if (cached >= 0 && cached >> OffsetBits == quarter)
+    const std::int64_t cached = g_cache.load(std::memory_order_relaxed);
+    if (cached >= 0 && cached >> OffsetBits == now)
         return (cached & ((std::int64_t{1} << OffsetBits) - 1)) - OffsetBias;
-    ::tzset();
     std::int64_t offset = 0;
-    OffsetAt(static_cast<std::time_t>(time), offset);
-    s_cache.store((quarter << OffsetBits) | (offset + OffsetBias), std::memory_order_relaxed);
+    OffsetAt(static_cast<std::time_t>(now), offset);
+    g_cache.store((now << OffsetBits) | (offset + OffsetBias), std::memory_order_relaxed);
     return offset;
 }
 
@@ -84,12 +84,11 @@ public:
     CalendarTime LocalTime() override
     {
         const timespec now = Now();
-        return Calendar(now.tv_sec + CachedOffset(now.tv_sec), static_cast<int>(now.tv_nsec / 1000000));
+        return Calendar(now.tv_sec + OffsetOfNow(now.tv_sec), static_cast<int>(now.tv_nsec / 1000000));
     }
 
     bool UtcOffset(int& minutes) override
     {
-        ::tzset();
         std::int64_t seconds = 0;
         if (!OffsetAt(Now().tv_sec, seconds))
             return false;

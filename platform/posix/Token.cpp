@@ -16,6 +16,11 @@ public:
         return token == nullptr && group == Administrators && ::geteuid() == 0;
     }
 
+    bool IsUserMemberOfBuiltinGroup(KernelHandle token, std::uint32_t group) override
+    {
+        return IsMemberOfBuiltinGroup(token, group);
+    }
+
     bool IsLowIntegrity() override { return false; }
 };
 

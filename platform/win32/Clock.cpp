@@ -2,7 +2,7 @@
 
 #include "platform/win32/Win32.h"
 
-#include <ctime>
+#include <limits>
 
 namespace Platform
 {
@@ -45,20 +45,20 @@ public:
 
     std::uint32_t ToLocal(std::int64_t secondsSinceEpoch, CalendarTime& local) override
     {
-        const __time64_t time = secondsSinceEpoch;
-        std::tm result{};
-        const auto error = static_cast<std::uint32_t>(::_localtime64_s(&result, &time));
-        if (error == 0)
-        {
-            local = {result.tm_year + 1900,
-                     result.tm_mon + 1,
-                     result.tm_mday,
-                     result.tm_hour,
-                     result.tm_min,
-                     result.tm_sec,
-                     0};
-        }
-        return error;
+        constexpr std::int64_t epoch = 11'644'473'600; // in seconds since 1601, where the system's count begins
+        constexpr std::int64_t ticksPerSecond = 10'000'000;
+        constexpr std::int64_t latest = std::numeric_limits<std::int64_t>::max() / ticksPerSecond - epoch;
+        if (secondsSinceEpoch < -epoch || secondsSinceEpoch > latest)
+            return ERROR_INVALID_PARAMETER;
+        const auto ticks = static_cast<std::uint64_t>((secondsSinceEpoch + epoch) * ticksPerSecond);
+        const FILETIME time{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+        SYSTEMTIME utc;
+        SYSTEMTIME result;
+        // Not the C library, which keeps the zone that it has read first.
+        if (!::FileTimeToSystemTime(&time, &utc) || !::SystemTimeToTzSpecificLocalTime(nullptr, &utc, &result))
+            return ::GetLastError();
+        local = Calendar(result);
+        return 0;
     }
 };
 

@@ -33,15 +33,17 @@ std::wstring LocalAppData()
     return Folder(FOLDERID_LocalAppData);
 }
 
-std::wstring ExpandEnvironment(const std::wstring& text)
+std::wstring EnvironmentVariable(const std::wstring& name)
 {
-    const DWORD size = ::ExpandEnvironmentStringsW(text.c_str(), nullptr, 0);
-    if (size == 0)
-        return {};
-    std::wstring expanded(size, L'\0');
-    expanded.resize(::ExpandEnvironmentStringsW(text.c_str(), expanded.data(), size) - 1);
-    // The system leaves a variable that is not set as it stands.
-    return expanded.find(L'%') == std::wstring::npos ? expanded : std::wstring();
+    std::wstring value;
+    DWORD length = ::GetEnvironmentVariableW(name.c_str(), nullptr, 0);
+    while (length > value.size()) // another thread may have made it longer
+    {
+        value.resize(length);
+        length = ::GetEnvironmentVariableW(name.c_str(), value.data(), length);
+    }
+    value.resize(length);
+    return value;
 }
 
 } // namespace Platform

@@ -1,5 +1,6 @@
 #include "platform/SharedLibrary.h"
 
+#include "platform/LastError.h"
 #include "platform/Path.h"
 #include "platform/win32/Win32.h"
 
@@ -8,6 +9,33 @@
 namespace Platform
 {
 
+namespace
+{
+
+/// As long as it lives, the system answers this thread's failures and shows the user no box for them, which would wait
+/// on the thread for somebody to close it. The last error stays what the failure made it.
+class ErrorBoxesOff
+{
+public:
+    ErrorBoxesOff()
+    {
+        constexpr DWORD off = SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX;
+        ::SetThreadErrorMode(::GetThreadErrorMode() | off, &m_before);
+    }
+    ~ErrorBoxesOff()
+    {
+        const LastErrorGuard guard;
+        ::SetThreadErrorMode(m_before, nullptr);
+    }
+    ErrorBoxesOff(const ErrorBoxesOff&) = delete;
+    ErrorBoxesOff& operator=(const ErrorBoxesOff&) = delete;
+
+private:
+    DWORD m_before = 0;
+};
+
+} // namespace
+
 std::uint32_t SharedLibrary::Load(const std::wstring& path)
 {
     Unload();
@@ -15,6 +43,7 @@ std::uint32_t SharedLibrary::Load(const std::wstring& path)
         return ErrorBadPathname;
     // What it imports comes from its own folder, the program's or the system's: never from the current folder or PATH.
     constexpr DWORD searchedFolders = LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS;
+    const ErrorBoxesOff errorBoxesOff;
     m_module = ::LoadLibraryExW(path.c_str(), nullptr, searchedFolders);
     return m_module != nullptr ? 0 : ::GetLastError();
 }

@@ -1,9 +1,9 @@
 #include "handlers/FamilyRulesHandler.h"
 #include "platform/LastError.h"
 #include "platform/ProcessLauncher.h"
-#include "platform/Token.h"
 #include "tests/handlers/HandlerTest.h"
 #include "tests/support/FakeClock.h"
+#include "tests/support/PlatformFakes.h"
 
 #include <QLocale>
 #include <QTimer>
@@ -42,18 +42,6 @@ public:
     }
 
     std::vector<std::wstring> m_started;
-};
-
-class FakeToken : public Platform::Token
-{
-public:
-    bool IsMemberOfBuiltinGroup(Platform::KernelHandle token, std::uint32_t group) override
-    {
-        return m_administrator && token == nullptr && group == 544;
-    }
-    bool IsLowIntegrity() override { return false; }
-
-    bool m_administrator = false;
 };
 
 class FamilyRulesTest : public HandlerTest
@@ -278,11 +266,11 @@ TEST_F(FamilyRulesTest, MissingSettingsAreReportedAndLeaveThePage)
 TEST_F(FamilyRulesTest, AdministratorsAreWarned)
 {
     FakeToken token;
-    const Platform::ServiceReplacement<Platform::Token> replacement(token);
+    token.administrator = false; // of the process; who uses it may be one, unelevated
     Start();
     for (const bool administrator : {true, false})
     {
-        token.m_administrator = administrator;
+        token.unelevatedAdministrator = administrator;
         m_host.PageFires(kLoadData);
         EXPECT_EQ(QVariant(administrator), m_host.Value("@FamilyRules\\AdminWarning:enabled"));
     }

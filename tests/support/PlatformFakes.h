@@ -60,11 +60,16 @@ class FakeToken : public FakeService<Platform::Token>
 {
 public:
     bool administrator = true;
+    bool unelevatedAdministrator = false;
     bool lowIntegrity = false;
 
     bool IsMemberOfBuiltinGroup(Platform::KernelHandle, std::uint32_t group) override
     {
         return administrator && group == Administrators;
+    }
+    bool IsUserMemberOfBuiltinGroup(Platform::KernelHandle, std::uint32_t group) override
+    {
+        return (administrator || unelevatedAdministrator) && group == Administrators;
     }
     bool IsLowIntegrity() override { return lowIntegrity; }
 };

@@ -90,15 +90,39 @@ TEST(Token, MembershipIsTheSystemsAnswer)
     EXPECT_FALSE(token.IsLowIntegrity());
 }
 
+TEST(Token, APrimaryOneAndOneOfAnUnelevatedAdministratorAreAnswered)
+{
+    constexpr std::uint32_t kAdministrators = Platform::Token::Administrators;
+    Platform::Token& token = Platform::Get<Platform::Token>();
+    HANDLE own = nullptr;
+    ASSERT_TRUE(::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY | TOKEN_DUPLICATE, &own));
+    EXPECT_EQ(token.IsMemberOfBuiltinGroup(own, kAdministrators), ::IsUserAnAdmin() != FALSE);
+    EXPECT_FALSE(token.IsUserMemberOfBuiltinGroup(own, 9999));
+
+    // The token that this process would have without elevation; Wine leaves the group in it.
+    TOKEN_LINKED_TOKEN unelevated{};
+    DWORD size = sizeof(unelevated);
+    if (::IsUserAnAdmin() && ::GetTokenInformation(own, TokenLinkedToken, &unelevated, size, &size))
+    {
+        SID_AND_ATTRIBUTES group{};
+        HANDLE limited = nullptr;
+        ASSERT_TRUE(::ConvertStringSidToSidW(L"S-1-5-32-544", &group.Sid));
+        ASSERT_TRUE(::CreateRestrictedToken(unelevated.LinkedToken, 0, 1, &group, 0, nullptr, 0, nullptr, &limited));
+        EXPECT_FALSE(token.IsMemberOfBuiltinGroup(limited, kAdministrators));
+        EXPECT_TRUE(token.IsUserMemberOfBuiltinGroup(limited, kAdministrators));
+        ::LocalFree(group.Sid);
+        ::CloseHandle(limited);
+        ::CloseHandle(unelevated.LinkedToken);
+    }
+    ::CloseHandle(own);
+}
+
 TEST(KnownFolders, AreTheOnesThatTheShellLists)
 {
     constexpr const wchar_t* key = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
     Platform::Registry& registry = Platform::Get<Platform::Registry>();
     EXPECT_EQ(registry.ReadString(Platform::RegistryRoot::Machine, key, L"Common AppData"), Platform::CommonAppData());
     EXPECT_EQ(registry.ReadString(Platform::RegistryRoot::User, key, L"Local AppData"), Platform::LocalAppData());
-    EXPECT_EQ(Platform::ExpandEnvironment(L"%ProgramData%"), Platform::CommonAppData());
-    EXPECT_EQ(Platform::ExpandEnvironment(L"%LOCALAPPDATA%\\x"), Platform::LocalAppData() + L"\\x");
-    EXPECT_EQ(Platform::ExpandEnvironment(L"%NOT_SET_ANYWHERE%\\x"), L"");
 }
 
 TEST(SharedLibrary, OnlyAnAbsolutePathIsLoaded)
@@ -119,6 +143,24 @@ TEST(SharedLibrary, OnlyAnAbsolutePathIsLoaded)
     EXPECT_EQ(Platform::SharedLibrary::PathOf(module), path);
     library.Unload();
     EXPECT_EQ(::GetModuleHandleW(L"TarnTypes.dll"), nullptr);
+}
+
+TEST(SharedLibrary, ALoadFailsWithoutABoxForTheUser)
+{
+    const QDir folder(QCoreApplication::applicationDirPath());
+    const auto path = [&folder](const char* name) {
+        return QDir::toNativeSeparators(folder.filePath(QString::fromLatin1(name))).toStdWString();
+    };
+    ASSERT_TRUE(::SetThreadErrorMode(0, nullptr));
+    Platform::SharedLibrary library;
+    ASSERT_EQ(library.Load(path("ErrorModeProbe.dll")), 0U);
+    const auto modeOnLoad = reinterpret_cast<DWORD (*)()>(library.Find("ErrorModeOnLoad"));
+    ASSERT_NE(modeOnLoad, nullptr);
+    EXPECT_EQ(modeOnLoad() & SEM_FAILCRITICALERRORS, DWORD{SEM_FAILCRITICALERRORS});
+
+    EXPECT_EQ(library.Load(path("defaults.json")), DWORD{ERROR_BAD_EXE_FORMAT});
+    EXPECT_EQ(::GetLastError(), DWORD{ERROR_BAD_EXE_FORMAT});
+    EXPECT_EQ(::GetThreadErrorMode(), 0U);
 }
 
 TEST(ProcessLauncher, RunsAProgramOfTheSystemFolder)
