@@ -36,6 +36,15 @@ std::wstring PathOfLibrary(const std::wstring& fileName)
     return Platform::JoinPath(Platform::ParentFolder(SharedLibrary::PathOf(here)), fileName);
 }
 
+/// Without the blanks around it.
+std::wstring_view WithoutBlanks(std::wstring_view text)
+{
+    constexpr const wchar_t* blanks = L" \t";
+    const auto begin = text.find_first_not_of(blanks);
+    return begin == std::wstring_view::npos ? std::wstring_view()
+                                            : text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
+}
+
 std::vector<std::wstring> DependenciesOf(const std::wstring& fileName)
 {
     const auto list = Platform::Get<Platform::Registry>().ReadString(Platform::RegistryRoot::Machine, DependenciesKey,
@@ -45,8 +54,9 @@ std::vector<std::wstring> DependenciesOf(const std::wstring& fileName)
     while (!rest.empty())
     {
         const auto length = std::min(rest.find(L';'), rest.size());
-        if (length != 0)
-            paths.emplace_back(rest.substr(0, length));
+        const std::wstring_view path = WithoutBlanks(rest.substr(0, length));
+        if (!path.empty())
+            paths.emplace_back(path);
         rest.remove_prefix(std::min(length + 1, rest.size()));
     }
     return paths;
@@ -89,7 +99,7 @@ private:
     {
         error.fileName = std::string(m_name) + SharedLibrary::Suffix();
         error.function = nullptr;
-        std::uint32_t code = LoadFiles(Platform::FromUtf8(error.fileName));
+        std::uint32_t code = LoadFiles(error.fileName);
         if (code == 0)
         {
             Table table = UnloadedTable<Table>();
@@ -106,17 +116,22 @@ private:
         return false;
     }
 
-    /// The dependencies, and the library after them. Returns the first error, else 0.
-    std::uint32_t LoadFiles(const std::wstring& fileName)
+    /// The dependencies, and the library after them. Returns the first error, else 0; a dependency that fails takes the
+    /// library's place in `fileName`.
+    std::uint32_t LoadFiles(std::string& fileName)
     {
-        std::vector<std::wstring> paths = DependenciesOf(fileName);
-        paths.push_back(PathOfLibrary(fileName));
+        const std::wstring name = Platform::FromUtf8(fileName);
+        std::vector<std::wstring> paths = DependenciesOf(name);
+        paths.push_back(PathOfLibrary(name));
         m_files = new std::vector<SharedLibrary>(paths.size());
         for (std::size_t i = 0; i < paths.size(); ++i)
         {
             const std::uint32_t code = (*m_files)[i].Load(paths[i]);
-            if (code != 0)
-                return code;
+            if (code == 0)
+                continue;
+            if (i + 1 < paths.size())
+                fileName = Platform::ToAnsi(paths[i]);
+            return code;
         }
         return 0;
     }

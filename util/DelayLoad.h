@@ -7,7 +7,7 @@
 struct DelayLoadError
 {
     std::int32_t code = 0;          ///< The system's error number.
-    std::string fileName;           ///< The library's file name, without a folder.
+    std::string fileName;           ///< The library's file name; of one that it depends on the path, as listed.
     const char* function = nullptr; ///< The name of a function that the library lacks, else null.
 };
 
@@ -17,8 +17,8 @@ struct DelayLoadError
 ///
 /// The file comes from the machine's registry, key "Software\Norlane\ORB\Delay Loading": the value named as the file
 /// is its full path; the sub-key "NLDelayLoadDependencies" has, under the same name, the full paths of libraries that
-/// are loaded first, separated by ";". Without a value it is the file of that name beside the one that holds this code.
-/// A path that is not absolute is refused.
+/// are loaded first, separated by ";" with or without blanks. Without a value it is the file of that name beside the
+/// one that holds this code. A path that is not absolute is refused.
 bool OrbStrata_DelayLoadInitialize(int reserved, DelayLoadError* error);
 bool OrbDpApi_DelayLoadInitialize(int reserved, DelayLoadError* error);
 bool NlFlyerApiDelayLoadInitialize(int reserved, DelayLoadError* error);

@@ -35,10 +35,11 @@ protected:
                              QString::fromLatin1(module) + QLatin1Char('/') + QString::fromStdString(FileName(module));
         return QDir::toNativeSeparators(path).toStdWString();
     }
-    static std::string Failure(const char* library, int code)
+    static std::string FailureOf(const std::string& file, int code)
     {
-        return "ModuleHandler::LoadDll: Failed to load " + FileName(library) + ". Error code: " + std::to_string(code);
+        return "ModuleHandler::LoadDll: Failed to load " + file + ". Error code: " + std::to_string(code);
     }
+    static std::string Failure(const char* library, int code) { return FailureOf(FileName(library), code); }
 
     void SetPath(const char* library, const std::wstring& path)
     {
@@ -116,20 +117,20 @@ TEST_F(DelayLoad, LoadsDependenciesFirst)
         LogCapture::Expect(2, Failure(kMetrics, kModuleNotFound));
         EXPECT_FALSE(modules.LoadDll());
     }
-    SetDependencies(kMetrics, L";" + ModulePath("Helper") + L";;");
+    SetDependencies(kMetrics, L"; \t" + ModulePath("Helper") + L" ; ;");
     ModuleHandler modules;
     EXPECT_TRUE(modules.LoadDll());
     EXPECT_EQ(OrbDpApi_MetricsRecordEvent(600, "x"), 4711);
 }
 
-TEST_F(DelayLoad, AMissingDependencyIsAFailureOfTheLibrary)
+TEST_F(DelayLoad, AMissingDependencyIsAFailureOfTheLibraryAndNamed)
 {
-    SetDependencies(kFlyer, ModulePath("Helper") + L";" + ModulePath("Nowhere"));
+    SetDependencies(kFlyer, ModulePath("Helper") + L"; " + ModulePath("Nowhere"));
     ModuleHandler modules;
-    LogCapture::Expect(2, Failure(kFlyer, kModuleNotFound));
+    LogCapture::Expect(2, FailureOf(Platform::ToAnsi(ModulePath("Nowhere")), kModuleNotFound));
     EXPECT_FALSE(modules.LoadDll());
     SetDependencies(kFlyer, L"Helper");
-    LogCapture::Expect(2, Failure(kFlyer, 161));
+    LogCapture::Expect(2, FailureOf("Helper", 161));
     EXPECT_FALSE(modules.LoadDll());
 }
 
