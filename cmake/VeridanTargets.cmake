@@ -21,12 +21,7 @@ else()
   set(VERIDAN_PLATFORM posix)
 endif()
 
-add_library(veridan_warnings INTERFACE)
-target_compile_options(veridan_warnings INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wformat=2 -Wundef -Werror
-  $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi>)
-target_compile_definitions(veridan_warnings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII
-  QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+include(VeridanCompiler)
 
 set(VERIDAN_SANITIZE "" CACHE STRING "Sanitizers, as in -fsanitize=")
 if(VERIDAN_SANITIZE)
@@ -43,18 +38,18 @@ function(veridan_library name)
   target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} veridan_warnings)
 endfunction()
 
-# veridan_module(NAME SOURCES ... [PRIVATE ...] [EXPORTS ...]): a shared library without a "lib" prefix, as the suite
-# names them. EXPORTS lists its symbols ("OrbStrata_*" for several) and hides all others on ELF systems. Hidden
+# veridan_module(NAME SOURCES ... [PRIVATE ...] [DESCRIPTION text] [EXPORTS ...]): a shared library without a "lib" prefix, as the suite
+# names them. DESCRIPTION is what Windows shows of the file, the name by default. EXPORTS lists its symbols ("OrbStrata_*" for several) and hides all others on ELF systems. Hidden
 # visibility alone leaves the standard library's templates exported, and its unique symbols keep a library from ever
 # being unloaded.
 function(veridan_module name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;PRIVATE;EXPORTS" ${ARGN})
+  cmake_parse_arguments(ARG "" "DESCRIPTION" "SOURCES;PRIVATE;EXPORTS" ${ARGN})
   add_library(${name} SHARED ${ARG_SOURCES})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/interfaces)
   target_link_libraries(${name} PRIVATE ${ARG_PRIVATE} veridan_warnings)
   set_target_properties(${name} PROPERTIES PREFIX "")
   if(WIN32)
-    veridan_version_resource(${name} ${name}.dll VFT_DLL)
+    veridan_resources(${name} ${name}.dll VFT_DLL "${ARG_DESCRIPTION}")
   elseif(NOT VERIDAN_SANITIZE)
     target_link_options(${name} PRIVATE -Wl,--no-undefined -Wl,--as-needed)
   endif()
@@ -66,14 +61,14 @@ function(veridan_module name)
   endif()
 endfunction()
 
-# veridan_program(NAME SOURCES ... [PRIVATE ...])
+# veridan_program(NAME SOURCES ... [PRIVATE ...] [DESCRIPTION text])
 function(veridan_program name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;PRIVATE" ${ARGN})
+  cmake_parse_arguments(ARG "" "DESCRIPTION" "SOURCES;PRIVATE" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/interfaces)
   target_link_libraries(${name} PRIVATE ${ARG_PRIVATE} veridan_warnings)
   if(WIN32)
-    veridan_version_resource(${name} ${name}.exe VFT_APP)
+    veridan_resources(${name} ${name}.exe VFT_APP "${ARG_DESCRIPTION}")
   endif()
 endfunction()
 

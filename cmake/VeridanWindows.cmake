@@ -1,16 +1,28 @@
-# What only the Windows build needs: the API's level, protections of the image, a version resource, and the libraries
-# that have to stand beside each program.
+# What only the Windows build needs: the API's level, protections of the image, its resources, and the libraries that
+# have to stand beside each program.
 
 enable_language(RC)
 
 add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN WINVER=0x0601 _WIN32_WINNT=0x0601)
 # Relocatable to random addresses, no execution of data; and a loader that finds an image without symbols.
-add_link_options(-Wl,--dynamicbase -Wl,--nxcompat $<$<CONFIG:Release>:-s>)
+if(MSVC)
+  add_link_options(/DYNAMICBASE /NXCOMPAT)
+else()
+  add_link_options(-Wl,--dynamicbase -Wl,--nxcompat $<$<CONFIG:Release>:-s>)
+endif()
 
-# veridan_version_resource(TARGET FILE_NAME VFT_APP|VFT_DLL)
-function(veridan_version_resource target file_name file_type)
+# veridan_resources(TARGET FILE_NAME VFT_APP|VFT_DLL DESCRIPTION): the version, and a program's manifest: without one
+# Windows sends what a program may not write to a private copy of the file. MSVC's linker makes the same manifest.
+function(veridan_resources target file_name file_type description)
+  if(NOT description)
+    set(description ${target})
+  endif()
+  set(manifest "")
+  if(file_type STREQUAL VFT_APP AND NOT MSVC)
+    set(manifest "1 24 \"${PROJECT_SOURCE_DIR}/cmake/program.manifest\"")
+  endif()
   string(REPLACE . , version_numbers ${PROJECT_VERSION}.0)
-  configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc @ONLY)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/resources.rc.in ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc @ONLY)
   target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
 endfunction()
 

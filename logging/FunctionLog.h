@@ -41,7 +41,7 @@ public:
 #define LOG(log, level, ...)                                                                                           \
     do                                                                                                                 \
     {                                                                                                                  \
-        static_assert(NlOrbLogging::FormatCheck::Matches(NL_LOG_FIRST(__VA_ARGS__, ~),                                 \
+        static_assert(NlOrbLogging::FormatCheck::Matches(NL_LOG_EXPAND(NL_LOG_FIRST(__VA_ARGS__, ~)),                  \
                                                          decltype(NlOrbLogging::FormatCheck::TypesOf(__VA_ARGS__)){}), \
                       "the arguments are not those of the format");                                                    \
         if (NlOrbLogging::IsEnabled(level))                                                                            \
@@ -52,3 +52,6 @@ public:
     } while (false)
 
 #define NL_LOG_FIRST(first, ...) first
+
+/// MSVC hands __VA_ARGS__ on to another macro as one argument, and takes it apart when it reads the result again.
+#define NL_LOG_EXPAND(text) text
