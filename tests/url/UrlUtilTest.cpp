@@ -115,6 +115,10 @@ TEST(PunycodeUrl, TakesTextsOfAnyLength)
     constexpr std::size_t kLength = 0x10000;
     const std::wstring path = L"/" + std::wstring(kLength, L'\u00FC');
     EXPECT_EQ(GetPunycodeUrl(L"http://b\u00FCcher.de" + path).size(), 25U - 3U + 1U + 2U * kLength + 1U);
+    std::wstring apart;
+    for (int left = 40; left > 0; --left)
+        apart += L"u\u0308\u0304";
+    EXPECT_EQ(GetPunycodeUrl(L"http://" + apart), GetPunycodeUrl(L"http://" + std::wstring(40, L'\u01D6')));
     std::wstring unordered(kLength, L'\u0301');
     std::fill(unordered.begin() + kLength / 2, unordered.end(), L'\u0323');
     for (const std::wstring& host : {std::wstring(kLength, L'\u00FC'), L"a" + unordered})
