@@ -1,7 +1,7 @@
 #pragma once
 
-#include "util/ModuleHandler.h"
-#include "util/OrbStrataApi.h"
+#include "delay_load/ModuleHandler.h"
+#include "delay_load/OrbStrataApi.h"
 
 #include <map>
 #include <string>

@@ -1,11 +1,11 @@
 #include "handlers/DeviceLockHandler.h"
 
+#include "delay_load/NlFlyerApi.h"
+#include "delay_load/OrbDpApi.h"
 #include "handlers/LocalTime.h"
 #include "logging/FunctionLog.h"
 #include "platform/ElevationOwner.h"
 #include "settings/binding/StoreHandle.h"
-#include "util/NlFlyerApi.h"
-#include "util/OrbDpApi.h"
 
 #include <QLocale>
 

@@ -1,6 +1,6 @@
 #include "handlers/Metrics.h"
 
-#include "util/OrbDpApi.h"
+#include "delay_load/OrbDpApi.h"
 
 namespace
 {

@@ -1,9 +1,7 @@
 #include "handlers/RemainingTime.h"
 
 #include "handlers/LocalTime.h"
-#include "logging/FunctionLog.h"
-#include "platform/Clock.h"
-#include "util/TimeUtil.h"
+#include "handlers/TimeUtil.h"
 
 #include <algorithm>
 
@@ -25,22 +23,6 @@ Seconds Remaining(Seconds allowance, const Settings::TimeLimitTrackingData& mode
 }
 
 } // namespace
-
-Seconds TimeUtil::DayOfWeek(const Settings::Time& settings, TimePoint time)
-{
-    constexpr FunctionLog log(L"TimeUtil::DayOfWeek");
-    if (time == TimePoint() || !settings.quotas.enabled.Get())
-        return kWholeDay;
-    Platform::CalendarTime local{};
-    const auto seconds = std::chrono::floor<std::chrono::seconds>(time.time_since_epoch()).count();
-    if (const std::uint32_t error = Platform::Get<Platform::Clock>().ToLocal(seconds, local); error != 0)
-    {
-        LOG(log, 2, L"%s: localtime_s returned %d", error);
-        return kWholeDay;
-    }
-    const int day = QDate(local.year, local.month, local.day).dayOfWeek() % Settings::kDaysInWeek; // Sunday is 7 in Qt
-    return settings.quotas.days[static_cast<std::size_t>(day)].Duration.Get();
-}
 
 std::optional<int> MinutesRemaining(const Settings::Time& settings, const Settings::Internal& tracking, TimePoint now)
 {

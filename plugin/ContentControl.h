@@ -1,8 +1,8 @@
 #pragma once
 
+#include "delay_load/ModuleHandler.h"
 #include "handlers/SettingsControllers.h"
 #include "tarn/IPlugIn.h"
-#include "util/ModuleHandler.h"
 
 #include <QObject>
 

@@ -1,4 +1,4 @@
-#include "util/ModuleHandler.h"
+#include "delay_load/ModuleHandler.h"
 
 #include <benchmark/benchmark.h>
 

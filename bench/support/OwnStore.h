@@ -1,7 +1,7 @@
 #pragma once
 
+#include "delay_load/OrbStrataApi.h"
 #include "devkit/strata/OrbStrataControl.h"
-#include "util/OrbStrataApi.h"
 
 #include <QString>
 #include <QTemporaryDir>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "delay_load/OrbStrataApi.h"
 #include "logging/FunctionLog.h"
 #include "settings/binding/Key.h"
-#include "util/OrbStrataApi.h"
 
 #include <atomic>
 #include <cstdint>

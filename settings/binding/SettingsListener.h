@@ -1,7 +1,7 @@
 #pragma once
 
+#include "delay_load/OrbStrataApi.h"
 #include "logging/FunctionLog.h"
-#include "util/OrbStrataApi.h"
 
 #include <cstdint>
 #include <string>

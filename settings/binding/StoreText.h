@@ -1,6 +1,6 @@
 #pragma once
 
-#include "util/OrbStrataApi.h"
+#include "delay_load/OrbStrataApi.h"
 
 #include <memory>
 

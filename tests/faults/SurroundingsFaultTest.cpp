@@ -1,7 +1,7 @@
 // Days on which metrics, flyers or the people at the elevation prompt refuse.
 
+#include "delay_load/NlFlyerApi.h"
 #include "tests/faults/FaultyDay.h"
-#include "util/NlFlyerApi.h"
 
 using testing::IsEmpty;
 

@@ -1,8 +1,8 @@
+#include "delay_load/NlFlyerApi.h"
+#include "delay_load/OrbDpApi.h"
 #include "handlers/DeviceLockHandler.h"
 #include "tests/handlers/HandlerTest.h"
 #include "tests/support/FakeClock.h"
-#include "util/NlFlyerApi.h"
-#include "util/OrbDpApi.h"
 
 #include <QLocale>
 #include <QTimer>

@@ -1,4 +1,5 @@
 #include "handlers/RemainingTime.h"
+#include "handlers/TimeUtil.h"
 #include "settings/model/VdnSettings.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/LogCapture.h"

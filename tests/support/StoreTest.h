@@ -1,10 +1,10 @@
 #pragma once
 
+#include "delay_load/ModuleHandler.h"
+#include "delay_load/OrbStrataApi.h"
+#include "delay_load/SuiteTable.h"
 #include "devkit/datapipeline/OrbDpControl.h"
 #include "devkit/strata/OrbStrataControl.h"
-#include "util/ModuleHandler.h"
-#include "util/OrbStrataApi.h"
-#include "util/SuiteTable.h"
 
 #include <gmock/gmock.h>
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 
 /// Tables of a suite library's functions, made from the list in the library's header. Product code calls the functions
-/// under their own names, which util/OrbStrataApi.h and its siblings define as references to the entries of the table;
-/// loading the library (util/DelayLoad.h) fills the table, a test may put functions of its own there.
+/// under their own names, which delay_load/OrbStrataApi.h and its siblings define as references to the entries of the
+/// table; loading the library (delay_load/DelayLoad.h) fills the table, a test may put functions of its own there.
 ///
 /// A function whose library is not loaded does nothing: it returns false, 0 or null, an error number where its result
 /// is one; a result parameter receives ORB_STRATA_INVALID_HANDLE, and a read of a number returns its default.

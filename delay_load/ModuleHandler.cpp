@@ -1,7 +1,7 @@
-#include "util/ModuleHandler.h"
+#include "delay_load/ModuleHandler.h"
 
+#include "delay_load/DelayLoad.h"
 #include "logging/FunctionLog.h"
-#include "util/DelayLoad.h"
 
 namespace
 {

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "delay_load/SuiteTable.h"
 #include "suite/OrbDpApi.h"
-#include "util/SuiteTable.h"
 
-/// The metrics functions under their own names. See util/SuiteTable.h.
+/// The metrics functions under their own names. See delay_load/SuiteTable.h.
 struct OrbDpTable
 {
     NL_ORB_DP_API_FUNCTIONS(NL_SUITE_ENTRY)

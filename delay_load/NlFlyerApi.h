@@ -1,9 +1,9 @@
 #pragma once
 
+#include "delay_load/SuiteTable.h"
 #include "suite/NlFlyer.h"
-#include "util/SuiteTable.h"
 
-/// The flyer functions under their own names. See util/SuiteTable.h.
+/// The flyer functions under their own names. See delay_load/SuiteTable.h.
 struct NlFlyerTable
 {
     NL_FLYER_FUNCTIONS(NL_SUITE_ENTRY)

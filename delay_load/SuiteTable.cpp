@@ -1,7 +1,7 @@
+#include "delay_load/NlFlyerApi.h"
+#include "delay_load/OrbDpApi.h"
+#include "delay_load/OrbStrataApi.h"
 #include "platform/SharedLibrary.h"
-#include "util/NlFlyerApi.h"
-#include "util/OrbDpApi.h"
-#include "util/OrbStrataApi.h"
 
 #include <type_traits>
 

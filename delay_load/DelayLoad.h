@@ -11,9 +11,9 @@ struct DelayLoadError
     const char* function = nullptr; ///< The name of a function that the library lacks, else null.
 };
 
-/// Each loads one library with what it depends on and fills its table (util/SuiteTable.h) with its functions. A library
-/// that is loaded is counted once more. `reserved` is 100. False: nothing is loaded, the reason is in `error`. Any
-/// thread.
+/// Each loads one library with what it depends on and fills its table (delay_load/SuiteTable.h) with its functions. A
+/// library that is loaded is counted once more. `reserved` is 100. False: nothing is loaded, the reason is in `error`.
+/// Any thread.
 ///
 /// The file comes from the machine's registry, key "Software\Norlane\ORB\Delay Loading": the value named as the file
 /// is its full path; the sub-key "NLDelayLoadDependencies" has, under the same name, the full paths of libraries that

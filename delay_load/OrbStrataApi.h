@@ -1,9 +1,9 @@
 #pragma once
 
+#include "delay_load/SuiteTable.h"
 #include "suite/OrbStrata.h"
-#include "util/SuiteTable.h"
 
-/// The settings store's functions under their own names. See util/SuiteTable.h.
+/// The settings store's functions under their own names. See delay_load/SuiteTable.h.
 struct OrbStrataTable
 {
     NL_ORB_STRATA_FUNCTIONS(NL_SUITE_ENTRY)

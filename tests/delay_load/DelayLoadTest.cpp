@@ -1,11 +1,11 @@
+#include "delay_load/ModuleHandler.h"
+#include "delay_load/NlFlyerApi.h"
+#include "delay_load/OrbDpApi.h"
+#include "delay_load/OrbStrataApi.h"
 #include "platform/SharedLibrary.h"
 #include "platform/Text.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/PlatformFakes.h"
-#include "util/ModuleHandler.h"
-#include "util/NlFlyerApi.h"
-#include "util/OrbDpApi.h"
-#include "util/OrbStrataApi.h"
 
 #include <gmock/gmock.h>
 

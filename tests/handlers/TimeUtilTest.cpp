@@ -1,4 +1,4 @@
-#include "util/TimeUtil.h"
+#include "handlers/TimeUtil.h"
 
 #include "tests/support/FakeClock.h"
 #include "tests/support/LogCapture.h"

@@ -1,12 +1,12 @@
-#include "util/DelayLoad.h"
+#include "delay_load/DelayLoad.h"
 
+#include "delay_load/NlFlyerApi.h"
+#include "delay_load/OrbDpApi.h"
+#include "delay_load/OrbStrataApi.h"
 #include "platform/Path.h"
 #include "platform/Registry.h"
 #include "platform/SharedLibrary.h"
 #include "platform/Text.h"
-#include "util/NlFlyerApi.h"
-#include "util/OrbDpApi.h"
-#include "util/OrbStrataApi.h"
 
 #include <algorithm>
 #include <mutex>
