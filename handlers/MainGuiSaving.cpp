@@ -27,7 +27,7 @@ void MainGuiHandler::SaveFeatureSwitch(const VariableIdentifier& id)
     if (move != QLatin1String("MoveOn") && move != QLatin1String("MoveOff"))
         return; // a settled value, which this handler wrote itself
     if (!m_adminHandle)
-        return LoadUserData();
+        return;
 
     VdnSettings& settings = m_adminHandle->WritableSettings();
     const bool on = move == QLatin1String("MoveOn");
