@@ -87,8 +87,10 @@ bool DeviceLockHandler::Initialize(IPlugInManager* manager)
         return true;
     }
     m_registration = m_userSettings->Subscribe(
-        m_userSettings->Settings().internal.timeLimitTrigger,
-        [this](const std::wstring& key) { Q_EMIT TimeLockTriggered(QString::fromStdWString(key).toStdString()); });
+        m_userSettings->Settings().internal.timeLimitTrigger, [this](const std::wstring& key) {
+            if (Trigger() != m_trigger) // else told of something else, such as a new constraint
+                Q_EMIT TimeLockTriggered(QString::fromStdWString(key).toStdString());
+        });
     return true;
 }
 
@@ -124,8 +126,9 @@ void DeviceLockHandler::OnTimeLockExtend()
     if (minutes == Minutes(0))
         return ResumeTimeLock();
     ReleaseTimeLock();
-    if (!StoreExtension(minutes))
-        OnTimeLockTrigger(); // the service does not know: what it asked for is still in force
+    m_trigger.reset(); // the same value again would be a new lock
+    if (!StoreExtension(minutes) && m_userSettings)
+        LockAsTold(Trigger()); // the service does not know of it: its lock is still in force
 }
 
 void DeviceLockHandler::OnTimeLockExtendCancel()
@@ -167,31 +170,49 @@ void DeviceLockHandler::OnTimeLockTrigger()
     const FunctionLog log(L"DeviceLockHandler::OnTimeLockTrigger");
     if (!m_userSettings)
         return;
-    const int trigger = m_userSettings->Settings().internal.timeLimitTrigger.Get();
+    const int trigger = Trigger();
     LOG(log, 5, L"%s: Trigger %d", trigger);
+    m_trigger = trigger;
     if (trigger >= 0)
         ReleaseTimeLock();
-    if (trigger < 0)
-    {
-        TriggerTimeLock(trigger == kLockedOpenEnded ? 0 : -static_cast<std::int64_t>(trigger));
+    if (LockAsTold(trigger))
         SendBlockMetrics();
-    }
     if (trigger > 0)
         ShowFlyer(trigger);
+}
+
+int DeviceLockHandler::Trigger() const
+{
+    return m_userSettings->Settings().internal.timeLimitTrigger.Get();
+}
+
+bool DeviceLockHandler::LockAsTold(int trigger)
+{
+    if (trigger >= 0)
+        return false;
+    TriggerTimeLock(trigger == kLockedOpenEnded ? 0 : -static_cast<std::int64_t>(trigger));
+    return true;
 }
 
 void DeviceLockHandler::TriggerTimeLock(std::int64_t nextAllowedTime)
 {
     const FunctionLog log(L"DeviceLockHandler::TriggerTimeLock");
     LOG(log, 5, L"%s: Block dialog, next allowed time: %I64d", nextAllowedTime);
-    m_variables.Set(kBlockDescription, nextAllowedTime != 0
-                                           ? Filled(String(kDescriptionUntil), DayAndTime(nextAllowedTime))
-                                           : String(kDescriptionOpenEnded));
+    m_nextAllowedTime = nextAllowedTime;
+    DescribeTimeLock();
     const bool shown = m_variables.Fire(kShowBlockDialog);
     const bool grabbed = m_variables.Fire(kGrabShortcuts);
     if (!m_paused) // the extend dialog is open: the lock is re-asserted when it closes
         m_timer.start();
     LOG(log, 5, L"%s: %d/%d", shown ? 1 : 0, grabbed ? 1 : 0);
+}
+
+void DeviceLockHandler::DescribeTimeLock()
+{
+    m_describedOn = LocalTime::Today();
+    m_variables.Set(kBlockDescription, m_nextAllowedTime != 0
+                                           ? Filled(String(kDescriptionUntil), DayAndTime(m_nextAllowedTime))
+                                           : String(kDescriptionOpenEnded));
 }
 
 void DeviceLockHandler::ReleaseTimeLock()
@@ -208,6 +229,8 @@ void DeviceLockHandler::ReassertTimeLock()
 {
     if (!m_timer.isActive())
         return;
+    if (LocalTime::Today() != m_describedOn) // "tomorrow" has become "today"
+        DescribeTimeLock();
     m_variables.Fire(kShowBlockDialog);
     m_variables.Fire(kGrabShortcuts);
 }

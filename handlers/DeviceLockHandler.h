@@ -3,10 +3,12 @@
 #include "handlers/SettingsControllers.h"
 #include "handlers/UiVariables.h"
 
+#include <QDate>
 #include <QObject>
 #include <QTimer>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 /// Puts the computer-time limit into force on screen: warns with a flyer, blocks the desktop and releases it, as the
@@ -41,7 +43,12 @@ public Q_SLOTS:
 
 private:
     void OnTimeLockTrigger();
+    int Trigger() const;
+
+    /// Locks if the trigger's value says so.
+    bool LockAsTold(int trigger);
     void TriggerTimeLock(std::int64_t nextAllowedTime);
+    void DescribeTimeLock();
     void ReleaseTimeLock();
     void ReassertTimeLock();
     void PauseTimeLock();
@@ -56,6 +63,9 @@ private:
 
     QTimer m_timer{this}; // re-asserts the lock
     bool m_paused = false;
+    std::optional<int> m_trigger;       // as it was last carried out
+    std::int64_t m_nextAllowedTime = 0; // of the lock; 0: none is known
+    QDate m_describedOn;
     UiVariables m_variables{*this};
     const std::shared_ptr<UserSettings> m_userSettings;
     const std::shared_ptr<SystemSettings> m_systemSettings;

@@ -120,6 +120,9 @@ void SafeBankingHandler::BankingSessionStatusChanged(const std::wstring& key)
     if (!system || !m_variables)
         return;
     const bool open = system->Settings().internal.bankingSessionOpen.Get();
+    if (key != kInitializing && open == m_sessionOpen)
+        return; // told of something else, such as a new constraint
+    m_sessionOpen = open;
     LOG(log, 5, L"%s: BankingSessionOpen changed to %d", open ? 1 : 0);
     if (open)
         return OpenFlyer();

@@ -47,5 +47,6 @@ private:
     const std::weak_ptr<UserSettings> m_userSettings;
     UiVariables m_variables{*this};
     bool m_initializing = false; // until the page has echoed the initial state
+    bool m_sessionOpen = false;  // as the flyer was last brought to
     SystemSettings::Registration m_registration;
 };

@@ -196,6 +196,32 @@ TEST_F(DeviceLockTest, ALocksEndIsToldInTheTimeThatHoldsThen)
     EXPECT_EQ("Until Tomorrow 23:30", m_host.Text(kDescription));
 }
 
+TEST_F(DeviceLockTest, ALocksTextFollowsTheDate)
+{
+    m_clock.Set("2026-03-05T23:59:59");
+    Start();
+    ServiceTriggers(static_cast<int>(-FakeClock::Seconds("2026-03-06T07:00:00")));
+    EXPECT_EQ("Until Tomorrow 07:00", m_host.Text(kDescription));
+    m_clock.Advance(1);
+    Elapse(m_handler->findChild<QTimer*>(), 1500);
+    EXPECT_EQ("Until Today 07:00", m_host.Text(kDescription));
+}
+
+TEST_F(DeviceLockTest, AConstraintAloneNeitherWarnsNorLocks)
+{
+    Start();
+    for (const int trigger : {5, -1})
+    {
+        ServiceTriggers(trigger);
+        m_host.Forget();
+        m_flyers.calls.clear();
+        Constrain(kUser, kTrigger, trigger > 0 ? ORB_STRATA_CONSTRAINT_ENFORCED : 0);
+        Settle();
+        EXPECT_THAT(m_host.Take("trigger"), IsEmpty());
+        EXPECT_THAT(m_flyers.calls, IsEmpty());
+    }
+}
+
 TEST_F(DeviceLockTest, EachLockIsRecorded)
 {
     static std::vector<std::wstring> s_payloads;
@@ -212,6 +238,12 @@ TEST_F(DeviceLockTest, EachLockIsRecorded)
     EXPECT_THAT(s_payloads, ElementsAre(L"{\"type\":\"TL_Devicelock\"}"));
     LogCapture::Expect(2, "DeviceLockHandler::SendBlockMetrics: OrbDpApi_MetricsRecordMajorEvent failed with error: 4");
     ServiceTriggers(std::numeric_limits<int>::min());
+    EXPECT_EQ(2u, s_payloads.size());
+
+    m_host.PageSets(kIndex, 0);
+    Fail("OrbStrata_SetInt64", kExtension, 31, 1);
+    LogCapture::Expect(1, kNotStored);
+    m_host.PageFires(kExtend); // shows the same lock again
     EXPECT_EQ(2u, s_payloads.size());
 }
 
@@ -316,6 +348,13 @@ TEST_F(DeviceLockTest, AnExtensionThatCannotBeStoredLeavesTheLock)
     EXPECT_THAT(m_host.Take("trigger"),
                 ElementsAre("close_block_dialog", "release_shortcuts", "show_block_dialog", "grab_shortcuts"));
     EXPECT_TRUE(IsReasserting());
+
+    ServiceTriggers(5); // a warning that was seen is not repeated
+    m_flyers.calls.clear();
+    Fail("OrbStrata_SetInt64", kExtension, 31, 1);
+    LogCapture::Expect(1, kNotStored);
+    m_host.PageFires(kExtend);
+    EXPECT_THAT(m_flyers.calls, IsEmpty());
 }
 
 TEST_F(DeviceLockTest, WithoutTheUsersSettingsItIsDeafAndSaysSo)

@@ -126,6 +126,26 @@ TEST_F(SafeBankingTest, AFlyerIsCollapsedOnceAndTheSettingCleared)
     EXPECT_EQ(2u, MetricEvents().size());
 }
 
+TEST_F(SafeBankingTest, AConstraintAloneNeitherOpensNorEndsASession)
+{
+    StartSettled();
+    m_host.PageSets(kGate, true);
+    for (const bool open : {true, false})
+    {
+        SwitchSession(open);
+        m_host.Forget();
+        m_clipboard.m_emptied = 0;
+        Constrain(kSystem, kSessionOpen, open ? ORB_STRATA_CONSTRAINT_ENFORCED : 0);
+        Settle();
+        EXPECT_THAT(m_host.Take("trigger"), IsEmpty());
+        EXPECT_EQ(0, m_clipboard.m_emptied);
+    }
+    Erase(kSystem, kSessionOpen); // no session, as before
+    Settle();
+    EXPECT_EQ(0, m_clipboard.m_emptied);
+    EXPECT_EQ(1u, MetricEvents().size());
+}
+
 TEST_F(SafeBankingTest, ClosingTheFlyerSignalsTheService)
 {
     const RAII::Handle event(Platform::Get<Platform::NamedEvents>().Create(L"Veridan test banking close"));
