@@ -47,7 +47,8 @@ const VariableIdentifier kDigiParentingData("@Hearth:DigiparentingData");
 constexpr std::size_t kTuesday = 2;
 constexpr std::size_t kSaturday = 6;
 
-constexpr int kRefreshInterval = 60'000; // ms
+constexpr int kRefreshInterval = 60'000;                                  // ms
+constexpr std::chrono::milliseconds kLongestWait = std::chrono::hours(1); // midnight moves when the clock is set
 constexpr std::uint32_t kDetachedProcess = 8;
 constexpr Seconds kDay = std::chrono::hours(24);
 
@@ -57,19 +58,26 @@ QString TimeText(Seconds sinceMidnight)
     return QLocale().toString(QTime(0, 0).addSecs(seconds), QLocale::ShortFormat);
 }
 
-/// A night's forbidden time: from the range that reaches midnight until the end of the one that begins there; where the
-/// day has no such range, as the option says.
+/// A night's forbidden time: from where the ranges reach midnight, taken together where they touch or overlap, until
+/// the end of those that begin there; where the day has no such range, as the option says.
 struct Bedtime
 {
     Bedtime(const std::set<Settings::Curfew>& ranges, const Settings::CurfewOption& option)
         : start(option.rangeFrom.Get()), stop(option.rangeUntil.Get())
     {
-        for (const Settings::Curfew& range : ranges)
+        Seconds from(-1);
+        Seconds until(-1);
+        for (const Settings::Curfew& range : ranges) // in the order of their begin
         {
-            if (range.Until == kDay)
-                start = range.From;
-            if (range.From == Seconds(0))
-                stop = range.Until;
+            if (range.From < Seconds(0) || range.From >= range.Until || range.Until > kDay)
+                continue; // no time of the day
+            if (range.From > until)
+                from = range.From;
+            until = std::max(until, range.Until);
+            if (from == Seconds(0))
+                stop = until;
+            if (until == kDay)
+                start = from;
         }
     }
 
@@ -89,6 +97,8 @@ FamilyRulesHandler::FamilyRulesHandler(const std::shared_ptr<SystemSettings>& sy
     : m_systemSettings(systemSettings), m_userSettings(userSettings)
 {
     connect(&m_timer, SIGNAL(timeout()), this, SLOT(OnRefreshQuotasRemaining()));
+    connect(&m_nextDay, SIGNAL(timeout()), this, SLOT(OnRefreshQuotasRemaining()));
+    m_nextDay.setSingleShot(true);
     const EntryLog log(L"FamilyRulesHandler::FamilyRulesHandler");
 }
 
@@ -253,10 +263,12 @@ void FamilyRulesHandler::OnRefreshQuotasRemaining()
         return;
     const VdnSettings& settings = m_userSettings->Settings();
     const std::optional<int> minutes = MinutesRemaining(settings.time, settings.internal, LocalTime::Now());
+    m_timer.stop();
+    m_nextDay.stop();
     if (minutes != 0)
         m_timer.start(kRefreshInterval);
     else
-        m_timer.stop();
+        m_nextDay.start(std::min(LocalTime::UntilMidnight(), kLongestWait));
     m_variables.Set(kMinutesRemaining, minutes ? QVariant(*minutes) : QVariant(UiText("unlimited")));
 }
 

@@ -47,7 +47,8 @@ private:
     void LoadAllowances(const Settings::Quotas& quotas);
     void LoadBedtimes(const Settings::Curfews& curfews);
 
-    QTimer m_timer{this};
+    QTimer m_timer{this};   // while minutes remain
+    QTimer m_nextDay{this}; // else, until there may be some again
     UiVariables m_variables{*this};
     const std::shared_ptr<SystemSettings> m_systemSettings;
     const std::shared_ptr<UserSettings> m_userSettings;

@@ -28,6 +28,12 @@ QDate Today()
     return Naive(Platform::Get<Platform::Clock>().LocalTime()).date();
 }
 
+std::chrono::milliseconds UntilMidnight()
+{
+    const QDateTime now = Naive(Platform::Get<Platform::Clock>().LocalTime());
+    return std::chrono::milliseconds(now.msecsTo(QDateTime(now.date().addDays(1), QTime(0, 0), Qt::UTC)));
+}
+
 QDateTime At(StrataSettings::TimePoint time)
 {
     Platform::CalendarTime local{};

@@ -154,6 +154,11 @@ TEST_F(FamilyRulesTest, BedtimesComeFromTheRangesThatTouchMidnightElseFromTheOpt
     EXPECT_EQ(ShortTime(7, 0), m_host.Text("@TimeLimit\\Data:bedtime_weekday_stop"));
     EXPECT_EQ(ShortTime(23, 0), m_host.Text("@TimeLimit\\Data:bedtime_weekend_start"));
     EXPECT_EQ(ShortTime(8, 30), m_host.Text("@TimeLimit\\Data:bedtime_weekend_stop"));
+
+    PutRanges(L"tuesday", R"([{"from":0,"until":3600},{"from":3600,"until":21600},{"from":18000,"until":19800},
+                              {"from":77400,"until":82800},{"from":79200,"until":86400}])"); // touch or overlap
+    EXPECT_EQ(ShortTime(21, 30), m_host.Text("@TimeLimit\\Data:bedtime_weekday_start"));
+    EXPECT_EQ(ShortTime(6, 0), m_host.Text("@TimeLimit\\Data:bedtime_weekday_stop"));
 }
 
 TEST_F(FamilyRulesTest, OnlyTuesdaysAndSaturdaysKeysReloadThePage)
@@ -200,6 +205,26 @@ TEST_F(FamilyRulesTest, MinutesCountDownEachMinuteAndStopAtNone)
         EXPECT_EQ(QVariant(left), m_host.Value(kRemaining));
     }
     EXPECT_FALSE(m_handler->findChild<QTimer*>()->isActive());
+}
+
+TEST_F(FamilyRulesTest, UsedUpTimeComesBackAtMidnight)
+{
+    Put(kUser, kQuotas, true);
+    PutInt64(kTuesdayQuota, 0);
+    PutInt64(L"common.time.quota.wednesday.duration", 1800);
+    m_clock.Set("2026-03-03T22:59:59");
+    Start();
+    m_host.PageFires(kLoadData);
+    QTimer* const nextDay = m_handler->findChildren<QTimer*>().back();
+    Elapse(nextDay, 3'600'000);
+    EXPECT_EQ(QVariant(0), m_host.Value(kRemaining));
+    m_clock.Advance(3599);
+    Elapse(nextDay, 3'600'000);
+    EXPECT_EQ(QVariant(0), m_host.Value(kRemaining));
+    m_clock.Advance(2);
+    Elapse(nextDay, 2'000);
+    EXPECT_EQ(QVariant(30), m_host.Value(kRemaining));
+    EXPECT_FALSE(nextDay->isActive());
 }
 
 TEST_F(FamilyRulesTest, UnlimitedTimeIsFollowed)
