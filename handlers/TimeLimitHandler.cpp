@@ -81,8 +81,9 @@ void TimeLimitHandler::Load()
     if (!user)
         return;
     const Settings::Time& time = user->Settings().time;
-    m_variables.Set(kTimeSlots, QString::fromStdString(time.curfews.ToLegacyUiString()));
-    m_variables.Set(kWeekdayHours, HoursOf(time.quotas.days[kTuesday].Duration.Get()));
+    m_given = {HoursOf(time.quotas.days[kTuesday].Duration.Get()), time.curfews.ToLegacyUiString()};
+    m_variables.Set(kTimeSlots, QString::fromStdString(m_given.timeSlots));
+    m_variables.Set(kWeekdayHours, m_given.hours);
 }
 
 void TimeLimitHandler::Save()
@@ -106,22 +107,19 @@ void TimeLimitHandler::Save()
         LOG(log, 3, L"%s: incorrect number of hours: %ls", limit.toString().toStdWString().c_str());
         return;
     }
-    const auto user = m_userSettings.lock();
-    SaveDailyTimeLimits(saveController->WritableSettings().time, hours, timeSlots,
-                        user ? &user->Settings().time : nullptr);
+    SaveDailyTimeLimits(saveController->WritableSettings().time, {hours, timeSlots});
     saveController->Save();
 }
 
-void TimeLimitHandler::SaveDailyTimeLimits(Settings::Time& time, int hours, const std::string& timeSlots,
-                                           const Settings::Time* shown)
+void TimeLimitHandler::SaveDailyTimeLimits(Settings::Time& time, const Page& page)
 {
     const EntryLog log(L"TimeLimitHandler::SaveDailyTimeLimits");
-    const auto* const shownLimit = shown ? &shown->quotas.days[kTuesday].Duration : nullptr;
-    if (!shownLimit || !shownLimit->ReadFailed() || HoursOf(shownLimit->Get()) != hours)
+    if (page.hours != m_given.hours)
         for (Settings::Quota& quota : time.quotas.days)
-            quota.Duration.Set(LimitOf(hours));
-    if (timeSlots.empty())
+            quota.Duration.Set(LimitOf(page.hours));
+    if (page.timeSlots.empty())
         LOG(log, 3, L"%s: No data to parse");
-    else if (!time.curfews.FromLegacyUiString(timeSlots, shown ? &shown->curfews : nullptr))
-        LOG(log, 2, L"%s: Failed to parse %hs", timeSlots.c_str());
+    else if (!time.curfews.FromLegacyUiString(page.timeSlots, m_given.timeSlots))
+        LOG(log, 2, L"%s: Failed to parse %hs", page.timeSlots.c_str());
+    m_given = page;
 }

@@ -30,11 +30,18 @@ public Q_SLOTS:
 private:
     static const NotifyRule<TimeLimitHandler> kNotifyRules[];
 
-    /// Leaves what the page, loaded from `shown`, only shows for want of settings that could not be read.
-    static void SaveDailyTimeLimits(Settings::Time& time, int hours, const std::string& timeSlots,
-                                    const Settings::Time* shown);
+    struct Page
+    {
+        int hours;
+        std::string timeSlots;
+    };
+
+    /// Takes what was chosen, which is what differs from what the page was given. The page shows whole hours and one
+    /// limit for all days, so that taking the rest, too, would coarsen it.
+    void SaveDailyTimeLimits(Settings::Time& time, const Page& page);
 
     const std::weak_ptr<UserSettings> m_userSettings;
     const std::weak_ptr<MainGuiHandler> m_mainGui;
     UiVariables m_variables{*this};
+    Page m_given{-1, {}}; // what the page shows without anybody's choice
 };

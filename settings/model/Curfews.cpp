@@ -61,7 +61,7 @@ std::string Curfews::ToLegacyUiString() const
     return week;
 }
 
-bool Curfews::FromLegacyUiString(const std::string& week, const Curfews* shown)
+bool Curfews::FromLegacyUiString(const std::string& week, const std::string& given)
 {
     if (!IsWeek(week))
         return false;
@@ -71,7 +71,7 @@ bool Curfews::FromLegacyUiString(const std::string& week, const Curfews* shown)
         const int number = kWeekFromMonday[block];
         const auto day = static_cast<std::size_t>(number);
         const std::string hours = week.substr(block * kHoursInDay, kHoursInDay);
-        if (shown && shown->days[day].ReadFailed() && HoursOf(shown->days[day].Get()) == hours)
+        if (given.size() == week.size() && given.compare(block * kHoursInDay, kHoursInDay, hours) == 0)
             continue;
         days[day].Clear();
         std::size_t from = hours.find(kForbidden);

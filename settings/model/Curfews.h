@@ -27,9 +27,9 @@ public:
     std::string ToLegacyUiString() const;
 
     /// Replaces the ranges of every day that is not enforced by those of such a text: one for each longest run of "0"
-    /// within a day. A day that says what `shown` (may be null) says for want of ranges that could not be read stays as
-    /// it is. False, with nothing changed, for a text of any other form.
-    bool FromLegacyUiString(const std::string& week, const Curfews* shown = nullptr);
+    /// within a day. A day that says the same in `given`, where that is a week, too, stays as it is. False, with
+    /// nothing changed, for a text of any other form.
+    bool FromLegacyUiString(const std::string& week, const std::string& given = {});
 
     Property<bool> enabled{this, L"common.time.curfew.enabled", false};
     Days days = MakeDays(std::make_index_sequence<kDaysInWeek>()); // Sunday = 0 to Saturday = 6

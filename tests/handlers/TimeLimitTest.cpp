@@ -98,6 +98,31 @@ TEST_F(TimeLimitTest, SavesExactlyWhatChanged)
     EXPECT_EQ(slots, m_host.Text(kTimeSlots));
 }
 
+TEST_F(TimeLimitTest, WhatThePageWasGivenIsNoChoice)
+{
+    Start();
+    const wchar_t* const tuesdayCurfew = L"common.time.curfew.tuesday.ranges";
+    const std::string evening = R"([{"from":77400,"until":86400}])";
+    Put(kUser, kTuesdayQuota, Stored{ORB_STRATA_TYPE_INT64, 5400, {}, 0});
+    Put(kUser, tuesdayCurfew, Stored{ORB_STRATA_TYPE_OBJECT, 0, evening, 0});
+    Settle();
+    OpenSettings();
+    Put(kUser, L"common.time.quota.monday.duration", Stored{ORB_STRATA_TYPE_INT64, 7200, {}, 0}); // meanwhile
+    Settle();
+    m_host.PageFires(kSave);
+    EXPECT_THAT(WrittenKeys(), IsEmpty());
+
+    std::string slots = m_host.Text(kTimeSlots);
+    slots[0] = '0'; // on Monday
+    Save(slots, 1);
+    EXPECT_THAT(WrittenKeys(), ElementsAre(kMondayCurfew));
+    Save(slots, 3);
+    EXPECT_EQ(7u, WrittenKeys().size());
+    Save(slots, 1); // the first choice taken back
+    EXPECT_EQ(3600, Find(kUser, kTuesdayQuota).number);
+    EXPECT_EQ(evening, Find(kUser, tuesdayCurfew).text);
+}
+
 TEST_F(TimeLimitTest, BadInputSavesNothingOfThePage)
 {
     Start();
