@@ -19,6 +19,8 @@ const VariableIdentifier kDeniedWebsites("@ContentControl\\WebsiteRestrictions:d
 const VariableIdentifier kAllowedActionItem("@ContentControl\\WebsiteRestrictions:allowed_action_item");
 const VariableIdentifier kDeniedActionItem("@ContentControl\\WebsiteRestrictions:denied_action_item");
 const VariableIdentifier kShowWebsiteList("@ContentControl\\Triggers:show_website_list");
+const VariableIdentifier kCloseWebsiteList("@ContentControl\\Triggers:close_website_list");
+const VariableIdentifier kLoadData("@Veridan\\Settings\\Triggers:load_data");
 const VariableIdentifier kClearAllowedList("@ContentControl\\Triggers:clear_allowed_list");
 const VariableIdentifier kClearDeniedList("@ContentControl\\Triggers:clear_denied_list");
 const VariableIdentifier kAdminEntry("@Veridan\\Websites\\Strings:admin_entry");
@@ -40,6 +42,8 @@ const NotifyRule<WebsiteListHandler> WebsiteListHandler::kNotifyRules[] = {
     {kShowWebsiteList, &WebsiteListHandler::OnShowWebsiteList},
     {kAllowedActionItem, &WebsiteListHandler::HandleAllowedActionItem},
     {kClearAllowedList, &WebsiteListHandler::ClearAllowed},
+    {kCloseWebsiteList, &WebsiteListHandler::OnCloseWebsiteList},
+    {kLoadData, &WebsiteListHandler::OnLoadData},
 };
 
 /// Subscribed only while the denied tab is enabled.
@@ -145,7 +149,20 @@ void WebsiteListHandler::OnNotify(VariableIdentifier identifier)
 
 void WebsiteListHandler::OnShowWebsiteList()
 {
+    m_pageOpen = true;
     Load({});
+}
+
+void WebsiteListHandler::OnCloseWebsiteList()
+{
+    m_pageOpen = false;
+}
+
+/// The web filtering page, which is notified first, has shown its own list in the table of allowed websites.
+void WebsiteListHandler::OnLoadData()
+{
+    if (m_pageOpen)
+        Load({});
 }
 
 void WebsiteListHandler::RefreshAllowedWebsitesList()
@@ -174,21 +191,22 @@ void WebsiteListHandler::ClearDenied()
 void WebsiteListHandler::Clear(const VariableIdentifier& table, bool allowed)
 {
     m_variables.Set(table, QVariantList());
-    const auto saveController = GetSaveController();
-    if (!saveController || !RemoveAll(saveController->WritableSettings().internal.sites.list, allowed) ||
-        !saveController->Save())
-        Load({}); // nothing was cleared: show what holds
+    if (!RemoveAll(allowed))
+        Load({}); // the store will tell of nothing: show what holds
 }
 
-bool WebsiteListHandler::RemoveAll(StrataSettings::PropertySet<Settings::Site>& list, bool allowed)
+bool WebsiteListHandler::RemoveAll(bool allowed)
 {
-    const auto result = list.ChangeStored([allowed](Sites& sites) {
+    const auto saveController = GetSaveController();
+    if (!saveController)
+        return false;
+    const auto result = saveController->WritableSettings().internal.sites.list.ChangeStored([allowed](Sites& sites) {
         const std::size_t before = sites.size();
         for (auto site = sites.begin(); site != sites.end();)
             site = site->allowed == allowed ? sites.erase(site) : std::next(site);
         return sites.size() != before;
     });
-    return result == SetResult::Stored || result == SetResult::Unchanged;
+    return saveController->Save() && result == SetResult::Stored;
 }
 
 void WebsiteListHandler::HandleAllowedActionItem()
@@ -225,18 +243,28 @@ void WebsiteListHandler::HandleActionItem(const FunctionLog& log, const Variable
 
 void WebsiteListHandler::AddNewItem(const QString& url, bool allowed)
 {
+    if (const std::string address = NewAddress(url); !address.empty())
+        Add(address, allowed);
+}
+
+std::string WebsiteListHandler::NewAddress(const QString& url)
+{
     const FunctionLog log(L"WebsiteListHandler::AddNewItem");
-    if (url.isEmpty())
-    {
+    const QString text = url.trimmed();
+    std::string address = text.isEmpty() ? std::string() : UrlUtil::GetPunycodeUrl(text.toStdWString());
+    if (address.empty())
         LOG(log, 2, L"%s: New item empty");
-        return;
-    }
-    const std::string address = UrlUtil::GetPunycodeUrl(url.toStdWString());
-    if (!Settings::Site::IsAddress(address))
+    else if (!Settings::Site::IsAddress(address))
     {
         LOG(log, 2, L"%s: New item is no address");
-        return;
+        address.clear();
     }
+    return address;
+}
+
+void WebsiteListHandler::Add(const std::string& address, bool allowed)
+{
+    const FunctionLog log(L"WebsiteListHandler::AddNewItem");
     LOG(log, 5, L"%s: Adding url, punycoded format: %hs", address.c_str());
     const auto saveController = GetSaveController();
     if (!saveController)
@@ -245,7 +273,8 @@ void WebsiteListHandler::AddNewItem(const QString& url, bool allowed)
     saveController->Save();
 }
 
-/// Removing and adding are one change of the list: it is saved once, so that no failure comes between.
+/// Removing and adding are one change of the list: it is saved once, so that no failure comes between, and not begun
+/// without something to add.
 void WebsiteListHandler::EditOldItem(const QVariant& edit, bool allowed)
 {
     const EntryLog log(L"WebsiteListHandler::EditOldItem");
@@ -253,15 +282,16 @@ void WebsiteListHandler::EditOldItem(const QVariant& edit, bool allowed)
         return;
     const QVariantMap change = edit.toMap();
     const QString original = change.value(UiText("old")).toString();
-    const QString url = change.value(UiText("new")).toString();
     if (original.isEmpty())
     {
         LOG(log, 2, L"%s: Edited item's original is empty");
         return;
     }
-    if (Settings::Site::IsAddress(url.toStdString())) // else the original stays, and adding tells why
-        Remove(original);
-    AddNewItem(url, allowed);
+    const std::string address = NewAddress(change.value(UiText("new")).toString());
+    if (address.empty())
+        return;
+    Remove(original);
+    Add(address, allowed);
 }
 
 void WebsiteListHandler::RemoveItem(const QString& url)

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QVariant>
 
+#include <string>
 #include <vector>
 
 class MainGuiHandler;
@@ -60,12 +61,18 @@ private:
 
     void FollowSettings();
     void OnShowWebsiteList();
+    void OnCloseWebsiteList();
+    void OnLoadData();
     void ClearAllowed();
     void ClearDenied();
     void Clear(const VariableIdentifier& table, bool allowed);
 
-    /// False when the list refuses to change.
-    static bool RemoveAll(StrataSettings::PropertySet<Settings::Site>& list, bool allowed);
+    /// Whether any was removed, and the removal saved.
+    bool RemoveAll(bool allowed);
+
+    /// What is stored for a URL that the page sent; empty, after a log line, when it is no address.
+    static std::string NewAddress(const QString& url);
+    void Add(const std::string& address, bool allowed);
     void HandleActionItem(const FunctionLog& log, const VariableIdentifier& item, bool allowed);
 
     const std::weak_ptr<SystemSettings> m_systemSettings;
@@ -73,5 +80,6 @@ private:
     const std::weak_ptr<MainGuiHandler> m_mainGui;
     UiVariables m_variables{*this};
     bool m_readOnly = false;
+    bool m_pageOpen = false;
     std::vector<UserSettings::Registration> m_registrations;
 };

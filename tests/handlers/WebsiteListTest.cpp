@@ -1,3 +1,4 @@
+#include "handlers/WebFilteringHandler.h"
 #include "handlers/WebsiteListHandler.h"
 #include "tests/handlers/HandlerTest.h"
 
@@ -60,6 +61,7 @@ protected:
 
     std::string StoredSites() { return Find(kUser, kList).text; }
 
+    std::unique_ptr<WebFilteringHandler> m_webFiltering;
     std::unique_ptr<WebsiteListHandler> m_handler;
 };
 
@@ -120,7 +122,7 @@ TEST_F(WebsiteListTest, AddsInAsciiFormEditsAndRemoves)
                                                                         "cher.example/p")}});
     EXPECT_EQ("[" + SiteJson("http://xn--bcher-kva.example/p", true) + "]", StoredSites());
     EXPECT_THAT(WrittenKeys(), ElementsAre(kList));
-    m_host.PageSets(kDeniedItem, QVariantMap{{"new", "b.example"}});
+    m_host.PageSets(kDeniedItem, QVariantMap{{"new", " b.example\n"}});
     m_host.PageSets(kDeniedItem, QVariantMap{{"edit", QVariantMap{{"old", "b.example"}, {"new", "c.example"}}}});
     EXPECT_EQ("[" + SiteJson("c.example", false) + "," + SiteJson("http://xn--bcher-kva.example/p", true) + "]",
               StoredSites());
@@ -165,6 +167,8 @@ TEST_F(WebsiteListTest, BadEditsAreReportedClearedAndLoseNothing)
           Row{{{"edit", "text"}}, "WebsiteListHandler::EditOldItem: Edited item's original is empty"},
           Row{{{"edit", QVariantMap{{"old", "a.example"}, {"new", ""}}}},
               "WebsiteListHandler::AddNewItem: New item empty"},
+          Row{{{"edit", QVariantMap{{"old", "a.example"}, {"new", " \t"}}}},
+              "WebsiteListHandler::AddNewItem: New item empty"},
           Row{{{"new", cutByTheStore}}, "WebsiteListHandler::AddNewItem: New item is no address"},
           Row{{{"edit", QVariantMap{{"old", "a.example"}, {"new", cutByTheStore}}}},
               "WebsiteListHandler::AddNewItem: New item is no address"}})
@@ -190,6 +194,26 @@ TEST_F(WebsiteListTest, ClearingEmptiesTheTableAtOnceAndKeepsTheOtherList)
     EXPECT_EQ("[" + SiteJson("b.example", false) + "]", StoredSites());
     m_host.PageFires("@ContentControl\\Triggers:clear_denied_list");
     EXPECT_EQ("[]", StoredSites());
+
+    PutSites(kSystem, "[" + SiteJson("c.example", true) + "]");
+    m_host.Forget();
+    m_host.PageFires("@ContentControl\\Triggers:clear_allowed_list"); // of which the user has none
+    EXPECT_EQ("allowed_websites", m_host.Take("set").front());
+    EXPECT_THAT(Table(kAllowed), ElementsAre("[c.example]"));
+}
+
+TEST_F(WebsiteListTest, AnOpenPageKeepsItsRowsWhenTheSettingsPagesLoad)
+{
+    m_webFiltering = std::make_unique<WebFilteringHandler>(m_system, m_user);
+    ASSERT_TRUE(m_webFiltering->Initialize(&m_host, nullptr));
+    Start();
+    PutSites(kSystem, "[" + SiteJson("a.example", true) + "]");
+    OpenPage();
+    m_host.PageFires(kLoadData);
+    EXPECT_THAT(Table(kAllowed), ElementsAre("[a.example]"));
+    m_host.PageFires("@ContentControl\\Triggers:close_website_list");
+    m_host.PageFires(kLoadData); // the table is the web filtering page's again
+    EXPECT_THAT(Table(kAllowed), IsEmpty());
 }
 
 TEST_F(WebsiteListTest, AnEnforcedListKeepsWhatItShows)
