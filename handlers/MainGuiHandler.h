@@ -58,7 +58,7 @@ public:
 
 Q_SIGNALS:
     void ReloadAllowedWebsitesList();
-    void SelectedUserChanged(const QString& userId);
+    void SelectedUserChanged(const QString& userId); ///< For a page that shows another user; there is none yet.
     void Save(const std::shared_ptr<ElevatedSettings>& settings);
 
 public Q_SLOTS:

@@ -25,9 +25,9 @@ std::string_view WithoutSchemeAndTrailingSlashes(std::string_view address)
 
 } // namespace
 
-Sites::Sites(Model* parent, const std::wstring& keyBase, bool enabledByDefault, bool allowUnknownByDefault)
-    : Group(parent), enabled(this, keyBase + L".enabled", enabledByDefault),
-      allowUnknown(this, keyBase + L".allow_unknown", allowUnknownByDefault), list(this, keyBase + L".list")
+Sites::Sites(Model* parent, const std::wstring& keyBase)
+    : Group(parent), enabled(this, keyBase + L".enabled", true), allowUnknown(this, keyBase + L".allow_unknown", false),
+      list(this, keyBase + L".list")
 {}
 
 void Sites::Add(const Site& site)

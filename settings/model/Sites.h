@@ -10,8 +10,7 @@ namespace Settings
 class Sites : public Group
 {
 public:
-    Sites(Model* parent, const std::wstring& keyBase) : Sites(parent, keyBase, true, false) {}
-    Sites(Model* parent, const std::wstring& keyBase, bool enabledByDefault, bool allowUnknownByDefault);
+    Sites(Model* parent, const std::wstring& keyBase);
 
     /// Adds the site, or replaces the one with the same address.
     void Add(const Site& site);
