@@ -77,6 +77,7 @@ Findings Exploration::Explore()
     tree.Settings().ForEachProperty([](StrataSettings::PropertyBase& property) { ChangeToAnotherValue(property); });
     EXPECT_TRUE(tree.Save());
     const Entries others = Contents(kUser);
+    TakeWrites();
 
     Entries moved = defaults; // every switch, and an allowance of an hour
     for (auto& [key, entry] : moved)
@@ -127,9 +128,29 @@ Findings Exploration::Explore()
             return entry.number == 3'600 && toOther(setting, entry);
         });
     }
+    TrySelectors(defaults, others);
     TryVariables(defaults);
     TryVariables(moved);
     return m_found;
+}
+
+void Exploration::TrySelectors(const Entries& defaults, const Entries& others)
+{
+    std::set<Setting> shown;
+    for (const auto& [id, variable] : m_found.variables)
+        shown.insert(variable.shows.begin(), variable.shows.end());
+    for (std::size_t bit = 1; bit < defaults.size(); bit <<= 1)
+    {
+        Entries some = defaults;
+        std::size_t number = 0;
+        for (auto& [key, entry] : some)
+            if ((number++ & bit) != 0 && entry.type == ORB_STRATA_TYPE_BOOL)
+                entry = others.at(key);
+        TrySettings(some, [&](const Setting& setting, Stored& entry) {
+            entry.number = entry.number == 0 ? 1 : 0;
+            return entry.type == ORB_STRATA_TYPE_BOOL && shown.count(setting) == 0;
+        });
+    }
 }
 
 Exploration::Life Exploration::Live(const Play& play)
@@ -157,6 +178,7 @@ Exploration::Life Exploration::Live(const Play& play)
     for (const WrittenKey& write : TakeWrites())
     {
         life.written.emplace(write.sid, write.key);
+        m_found.saved.emplace(write.sid, write.key);
         Put(write.sid.c_str(), write.key, m_present.at(write.key));
     }
     return life;
@@ -177,7 +199,7 @@ void Exploration::TrySettings(const Entries& present, const Change& change)
     const Life before = Live(look);
     for (auto value = before.values.begin(); value != before.values.end(); ++value)
         if (value->isValid())
-            m_found.variables[value.key()].type = value->typeName();
+            m_found.variables[value.key()].types.insert(value->typeName());
 
     for (const char* sid : kScopes)
     {
@@ -195,7 +217,6 @@ void Exploration::TrySettings(const Entries& present, const Change& change)
             ids.merge(Without(after.fired, before.fired));
             for (const QString& id : ids)
                 m_found.variables[id].shows.emplace(sid, key);
-            m_found.saved.merge(Without(after.written, before.written));
         }
     }
 }
@@ -231,9 +252,7 @@ void Exploration::TryVariables(const Entries& present)
                 save(host);
             }
         });
-        const std::set<Setting> written = Without(after.written, before.written);
-        m_found.variables[id].saves.insert(written.begin(), written.end());
-        m_found.saved.insert(written.begin(), written.end());
+        m_found.variables[id].saves.merge(Without(after.written, before.written));
     }
 }
 

@@ -21,7 +21,7 @@ struct Findings
 {
     struct Variable
     {
-        std::string type; ///< Of its values, as Qt names it; empty when it never had one.
+        std::set<std::string> types; ///< Of its values, as Qt names them.
         std::set<Setting> shows;
         std::set<Setting> saves;
     };
@@ -66,6 +66,10 @@ private:
 
     /// Notes what looks different when one setting is, for each that `change` changes in a store like this.
     void TrySettings(const Entries& present, const Change& change);
+
+    /// Tries each switch that made no difference yet in stores in which any two other switches are once different: one
+    /// that selects between them makes a difference there.
+    void TrySelectors(const Entries& defaults, const Entries& others);
 
     /// Notes what is written when a page writes a variable and saves, for each that a handler could read.
     void TryVariables(const Entries& present);

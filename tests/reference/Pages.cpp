@@ -149,7 +149,10 @@ QByteArray Pages::UiVariables(const Findings& findings)
             const auto found = findings.variables.find(id);
             const Findings::Variable variable =
                 found != findings.variables.end() ? found->second : Findings::Variable();
-            page += Row({Code(id), QString::fromStdString(variable.type), UseNames(uses), Lines(variable.shows),
+            QStringList types;
+            for (const std::string& type : variable.types)
+                types.append(QString::fromStdString(type));
+            page += Row({Code(id), types.join(QLatin1String(" or ")), UseNames(uses), Lines(variable.shows),
                          Lines(variable.saves)});
         }
     }

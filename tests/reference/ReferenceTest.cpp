@@ -34,6 +34,10 @@ class ReferenceTest : public Exploration
 TEST_F(ReferenceTest, ThePagesSayWhatThePlugInDoes)
 {
     const Findings findings = Explore();
+    // Of what is easily missed: a selector, and what is written with any page.
+    EXPECT_EQ(1u, findings.variables.at(QStringLiteral("@SafeSearch\\Data:safe_search_state"))
+                      .shows.count({kSystem, L"common.digiparenting.activated"}));
+    EXPECT_EQ(1u, findings.saved.count({kUser, L"windows.browsing_protection.internal.statistics.daily_counters"}));
     ExpectGeneratedFile(kSources + QStringLiteral("/docs/ui-variables.md"), Pages::UiVariables(findings));
     ExpectGeneratedFile(kSources + QStringLiteral("/docs/settings.md"), Pages::SettingsTree(findings));
 
