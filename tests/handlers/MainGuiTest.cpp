@@ -6,30 +6,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
 
-TEST_F(MainGuiTest, DeclaresItsVariablesInOrder)
+TEST_F(MainGuiTest, TellsTheLogOfItsStart)
 {
-    m_mainGui = std::make_shared<MainGuiHandler>(m_system, m_user);
-    ASSERT_TRUE(m_mainGui->Initialize(&m_host));
-    EXPECT_THAT(m_host.Take("register"),
-                ElementsAre("browsing_protection_status", "browsing_protection_state",
-                            "browsing_protection_state_readonly", "current_user_web_page_filter_status",
-                            "time_limit_status", "safe_search_status", "banking_protection_status",
-                            "banking_protection_state_readonly", "banking_protection_state", "status_level",
-                            "main_status", "sub_status", "browser_extension_disabled", "default_browser_type",
-                            "visible", "request_show_settings_ui", "show_settings_ui", "save"));
-}
-
-TEST_F(MainGuiTest, PublishesUserThenSystemDataAtStart)
-{
-    m_mainGui = std::make_shared<MainGuiHandler>(m_system, m_user);
-    ASSERT_TRUE(m_mainGui->Initialize(&m_host));
-    EXPECT_THAT(SetsBesideStatus(),
-                ElementsAre("time_limit_state", "time_limit_status", "current_user_web_page_filter_switch_state",
-                            "current_user_web_page_filter_status", "safe_search_state", "safe_search_status",
-                            "browser_extension_disabled", "default_browser_type", "browsing_protection_state",
-                            "browsing_protection_state_readonly", "browsing_protection_status",
-                            "banking_protection_state", "banking_protection_state_readonly",
-                            "banking_protection_status"));
+    StartMainGui();
     EXPECT_THAT(LogCapture::Take(5),
                 testing::IsSupersetOf({LogLine{5, "MainGuiHandler::Initialize: MainGuiHandler logon"},
                                        LogLine{5, "MainGuiHandler::Initialize: MainGuiHandler variables wired"},
@@ -146,16 +125,6 @@ TEST_F(MainGuiTest, AChangedBrowserExtensionReloadsEveryPage)
     Settle();
     EXPECT_EQ(QVariant(true), m_host.Value("@ContentControl\\Status:browser_extension_disabled"));
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("load_data"));
-}
-
-TEST_F(MainGuiTest, LoadDataPublishesSystemThenUser)
-{
-    StartMainGui();
-    m_host.PageFires(kLoadData);
-    const auto set = SetsBesideStatus();
-    ASSERT_EQ(14u, set.size());
-    EXPECT_EQ("browsing_protection_state", set.front());
-    EXPECT_EQ("default_browser_type", set.back());
 }
 
 TEST_F(MainGuiTest, VisibilityIsKeptInTheUsersSettings)

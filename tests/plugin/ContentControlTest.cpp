@@ -1,5 +1,6 @@
 #include "tarn/IPlugIn.h"
 #include "tests/plugin/ThreadCount.h"
+#include "tests/support/GeneratedFile.h"
 #include "tests/support/LeakCheck.h"
 #include "tests/support/OwnRegistry.h"
 #include "tests/support/RecordingHost.h"
@@ -155,6 +156,26 @@ TEST_F(ContentControlTest, AHandlerWithoutADataPeerStopsTheStart)
         EXPECT_THAT(Log(), Contains(order[given] + "Handler::Initialize: The host gives no data peer"));
     }
     EXPECT_THAT(Log(), Not(Contains("ContentControl::Initialize: GUI handlers initialized")));
+}
+
+TEST_F(ContentControlTest, DeclaresAndPublishesInItsOrder)
+{
+    QByteArray orders = "What the plug-in does with UI variables, in its order.\n";
+    const auto add = [&](const char* when) {
+        orders += QByteArray("\n# ") + when + '\n';
+        for (const std::string& entry : m_host.TakeChanges())
+            orders += QByteArray::fromStdString(entry) + '\n';
+    };
+    ASSERT_TRUE(Load()->Initialize(&m_host));
+    add("Initialize");
+    for (const char* trigger :
+         {"@Veridan\\Settings\\Triggers:load_data", "@ContentControl\\Triggers:request_show_website_list",
+          "@Veridan\\Settings\\Triggers:load_data", "@Veridan\\Settings\\Triggers:save"})
+    {
+        m_host.PageFires(trigger);
+        add(trigger);
+    }
+    ExpectGeneratedFile(QStringLiteral(VERIDAN_SOURCE_FOLDER "/tests/plugin/orders.txt"), orders);
 }
 
 TEST_F(ContentControlTest, AnAllowedUrlIsHandedOnToTheWebsiteList)

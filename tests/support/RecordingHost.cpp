@@ -106,6 +106,16 @@ RecordingHost::Record RecordingHost::Take(const std::string& kind)
     return taken;
 }
 
+RecordingHost::Record RecordingHost::TakeChanges()
+{
+    Record taken;
+    for (const auto& [what, text] : m_record)
+        if (what != "get")
+            taken.push_back(what + ' ' + text);
+    Forget();
+    return taken;
+}
+
 IDataPeer* RecordingHost::GetDataPeer()
 {
     if (m_peersLeft == 0)

@@ -20,7 +20,7 @@
 class RecordingHost : public IPlugInManager
 {
 public:
-    /// "set NAME", "trigger NAME", "register NAME", "kept NAME", "subscribe NAME SLOT": names without the package.
+    /// Of "set NAME", "trigger NAME", "register NAME", "kept NAME", "subscribe NAME SLOT": names without the package.
     using Record = std::vector<std::string>;
 
     /// The page writes a variable or fires a trigger; subscribers are notified.
@@ -33,6 +33,9 @@ public:
 
     /// What was done since the last call, only entries that begin with `kind` ("set", "trigger", ...).
     Record Take(const std::string& kind);
+
+    /// The same of everything but reading, each with its kind.
+    Record TakeChanges();
     void Forget() { m_record.clear(); }
 
     /// What was done with each variable: "set", "get", "trigger", "register", "kept", "subscribe".
