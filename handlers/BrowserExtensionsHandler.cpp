@@ -2,19 +2,26 @@
 
 #include "handlers/MainGuiHandler.h"
 #include "handlers/Metrics.h"
+#include "handlers/SharedVariables.h"
 #include "logging/FunctionLog.h"
 
 #include <limits>
 
+using namespace SharedVariables;
+
 namespace
 {
 
-const VariableIdentifier kForceExtensions("@BrowserExtensions\\Data:force_extensions");
-const VariableIdentifier kForceExtensionsReadOnly("@BrowserExtensions\\Data:force_extensions_readonly");
 const VariableIdentifier kReinstall("@BrowserExtensions\\Triggers:reinstall");
-const VariableIdentifier kLoadData("@Veridan\\Settings\\Triggers:load_data");
-const VariableIdentifier kSave("@Veridan\\Settings\\Triggers:save");
 const VariableIdentifier kShowReinstallDialog("@BrowserExtensions\\Triggers:show_reinstall_dialog");
+
+constexpr auto kOptions = &VdnSettings::browsingProtection;
+constexpr auto kSkipActivation = &Settings::BrowsingProtection::skipActivateExtensions;
+
+constexpr ShownVariable kShown[] = {
+    {"@BrowserExtensions\\Data:force_extensions", Value<kOptions, kSkipActivation>},
+    {"@BrowserExtensions\\Data:force_extensions_readonly", ReadOnly<kOptions, kSkipActivation>},
+};
 
 /// The next value of a counter of which only the change matters; it starts anew where it cannot grow.
 int Next(int counter)
@@ -24,15 +31,15 @@ int Next(int counter)
 
 } // namespace
 
-const NotifyRule<BrowserExtensionsHandler> BrowserExtensionsHandler::kNotifyRules[] = {
+const NotifyRule BrowserExtensionsHandler::kNotifyRules[] = {
     {kReinstall, &BrowserExtensionsHandler::ReinstallExtensions},
     {kLoadData, &BrowserExtensionsHandler::Load},
-    NotifyRule<BrowserExtensionsHandler>(kSave),
+    NotifyRule(kSave),
 };
 
 BrowserExtensionsHandler::BrowserExtensionsHandler(const std::shared_ptr<UserSettings>& userSettings,
                                                    const std::shared_ptr<MainGuiHandler>& mainGui)
-    : m_userSettings(userSettings), m_mainGui(mainGui)
+    : Handler(L"BrowserExtensionsHandler::OnNotify"), m_userSettings(userSettings), m_mainGui(mainGui)
 {
     const EntryLog log(L"BrowserExtensionsHandler::BrowserExtensionsHandler");
 }
@@ -47,8 +54,8 @@ bool BrowserExtensionsHandler::Initialize(IPlugInManager* manager)
     const EntryLog log(L"BrowserExtensionsHandler::Initialize");
     if (!m_variables.Obtain(log, manager))
         return false;
-    m_variables.Register({kForceExtensions, kForceExtensionsReadOnly});
-    m_variables.SubscribeRules(kNotifyRules);
+    m_variables.Register(kShown);
+    Follow(kNotifyRules);
     return true;
 }
 
@@ -61,16 +68,7 @@ void BrowserExtensionsHandler::Load()
         LOG(log, 2, L"%s: UserSettingsController doesn't exist!");
         return;
     }
-    const auto& skipActivation = user->Settings().browsingProtection.skipActivateExtensions;
-    m_variables.Set(kForceExtensions, skipActivation.Get());
-    m_variables.Set(kForceExtensionsReadOnly, skipActivation.IsEnforced());
-}
-
-void BrowserExtensionsHandler::OnNotify(VariableIdentifier identifier)
-{
-    const FunctionLog log(L"BrowserExtensionsHandler::OnNotify");
-    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
-    Dispatch(*this, kNotifyRules, identifier);
+    m_variables.Show(kShown, user->Settings());
 }
 
 void BrowserExtensionsHandler::ReinstallExtensions()

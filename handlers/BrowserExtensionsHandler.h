@@ -1,14 +1,11 @@
 #pragma once
 
-#include "handlers/SettingsControllers.h"
-#include "handlers/UiVariables.h"
-
-#include <QObject>
+#include "handlers/Handler.h"
 
 class MainGuiHandler;
 
 /// Shows whether the browser extensions are forced, and has them installed again. UI thread only.
-class BrowserExtensionsHandler : public QObject
+class BrowserExtensionsHandler : public Handler
 {
     Q_OBJECT
 
@@ -25,13 +22,9 @@ public:
     /// Asks the user to agree, then raises the counter whose change has the service install the extensions again.
     void ReinstallExtensions();
 
-public Q_SLOTS:
-    void OnNotify(VariableIdentifier identifier);
-
 private:
-    static const NotifyRule<BrowserExtensionsHandler> kNotifyRules[];
+    static const NotifyRule kNotifyRules[];
 
     const std::weak_ptr<UserSettings> m_userSettings;
     const std::weak_ptr<MainGuiHandler> m_mainGui;
-    UiVariables m_variables{*this};
 };

@@ -1,34 +1,42 @@
 #include "handlers/BrowsingProtectionHandler.h"
 
+#include "handlers/SharedVariables.h"
 #include "logging/FunctionLog.h"
 #include "settings/model/Addresses.h"
 
 #include <QDesktopServices>
 #include <QUrl>
 
+using namespace SharedVariables;
+
 namespace
 {
 
-const VariableIdentifier kSuspicious("@BrowsingProtection\\Data:suspicious_sites_protection");
-const VariableIdentifier kIllegal("@BrowsingProtection\\Data:illegal_sites_protection");
-const VariableIdentifier kRating("@BrowsingProtection\\Data:show_searchengines_rating");
-const VariableIdentifier kSuspiciousReadOnly("@BrowsingProtection\\Data:suspicious_sites_protection_readonly");
-const VariableIdentifier kIllegalReadOnly("@BrowsingProtection\\Data:illegal_sites_protection_readonly");
-const VariableIdentifier kRatingReadOnly("@BrowsingProtection\\Data:show_searchengines_rating_readonly");
-const VariableIdentifier kLoadData("@Veridan\\Settings\\Triggers:load_data");
-const VariableIdentifier kSave("@Veridan\\Settings\\Triggers:save");
 const VariableIdentifier kOpenChromeWebStore("@Veridan\\Settings\\Triggers:open_chrome_web_store");
+
+using Options = Settings::BrowsingProtection;
+constexpr auto kOptions = &VdnSettings::browsingProtection;
+
+constexpr ShownVariable kShown[] = {
+    {"@BrowsingProtection\\Data:suspicious_sites_protection", Value<kOptions, &Options::blockSuspiciousWebsites>},
+    {"@BrowsingProtection\\Data:illegal_sites_protection", Value<kOptions, &Options::blockIllegalWebsites>},
+    {"@BrowsingProtection\\Data:show_searchengines_rating", Value<kOptions, &Options::showLinkReputations>},
+    {"@BrowsingProtection\\Data:suspicious_sites_protection_readonly",
+     ReadOnly<kOptions, &Options::blockSuspiciousWebsites>},
+    {"@BrowsingProtection\\Data:illegal_sites_protection_readonly", ReadOnly<kOptions, &Options::blockIllegalWebsites>},
+    {"@BrowsingProtection\\Data:show_searchengines_rating_readonly", ReadOnly<kOptions, &Options::showLinkReputations>},
+};
 
 } // namespace
 
-const NotifyRule<BrowsingProtectionHandler> BrowsingProtectionHandler::kNotifyRules[] = {
+const NotifyRule BrowsingProtectionHandler::kNotifyRules[] = {
     {kLoadData, &BrowsingProtectionHandler::Load},
-    NotifyRule<BrowsingProtectionHandler>(kSave),
+    NotifyRule(kSave),
     {kOpenChromeWebStore, &BrowsingProtectionHandler::OpenChromeWebStore},
 };
 
 BrowsingProtectionHandler::BrowsingProtectionHandler(const std::shared_ptr<SystemSettings>& systemSettings)
-    : m_systemSettings(systemSettings)
+    : Handler(L"BrowsingProtectionHandler::OnNotify"), m_systemSettings(systemSettings)
 {
     const EntryLog log(L"BrowsingProtectionHandler::BrowsingProtectionHandler");
 }
@@ -43,8 +51,8 @@ bool BrowsingProtectionHandler::Initialize(IPlugInManager* manager)
     const EntryLog log(L"BrowsingProtectionHandler::Initialize");
     if (!m_variables.Obtain(log, manager))
         return false;
-    m_variables.Register({kSuspicious, kIllegal, kRating, kSuspiciousReadOnly, kIllegalReadOnly, kRatingReadOnly});
-    m_variables.SubscribeRules(kNotifyRules);
+    m_variables.Register(kShown);
+    Follow(kNotifyRules);
     return true;
 }
 
@@ -57,20 +65,7 @@ void BrowsingProtectionHandler::Load()
         LOG(log, 2, L"%s: Can't load settings: system settings manager is not set");
         return;
     }
-    const Settings::BrowsingProtection& settings = system->Settings().browsingProtection;
-    m_variables.Set(kSuspicious, settings.blockSuspiciousWebsites.Get());
-    m_variables.Set(kIllegal, settings.blockIllegalWebsites.Get());
-    m_variables.Set(kRating, settings.showLinkReputations.Get());
-    m_variables.Set(kSuspiciousReadOnly, settings.blockSuspiciousWebsites.IsEnforced());
-    m_variables.Set(kIllegalReadOnly, settings.blockIllegalWebsites.IsEnforced());
-    m_variables.Set(kRatingReadOnly, settings.showLinkReputations.IsEnforced());
-}
-
-void BrowsingProtectionHandler::OnNotify(VariableIdentifier identifier)
-{
-    const FunctionLog log(L"BrowsingProtectionHandler::OnNotify");
-    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
-    Dispatch(*this, kNotifyRules, identifier);
+    m_variables.Show(kShown, system->Settings());
 }
 
 void BrowsingProtectionHandler::OpenChromeWebStore()

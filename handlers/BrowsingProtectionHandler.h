@@ -1,12 +1,9 @@
 #pragma once
 
-#include "handlers/SettingsControllers.h"
-#include "handlers/UiVariables.h"
-
-#include <QObject>
+#include "handlers/Handler.h"
 
 /// Shows the options of browsing protection and opens the page of the browser extension. UI thread only.
-class BrowsingProtectionHandler : public QObject
+class BrowsingProtectionHandler : public Handler
 {
     Q_OBJECT
 
@@ -20,12 +17,8 @@ public:
     void Load();
     void OpenChromeWebStore();
 
-public Q_SLOTS:
-    void OnNotify(VariableIdentifier identifier);
-
 private:
-    static const NotifyRule<BrowsingProtectionHandler> kNotifyRules[];
+    static const NotifyRule kNotifyRules[];
 
     const std::weak_ptr<SystemSettings> m_systemSettings;
-    UiVariables m_variables{*this};
 };

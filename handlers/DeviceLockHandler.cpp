@@ -58,7 +58,7 @@ QString Filled(QString text, const QString& value)
 
 DeviceLockHandler::DeviceLockHandler(const std::shared_ptr<SystemSettings>& systemSettings,
                                      const std::shared_ptr<UserSettings>& userSettings)
-    : m_userSettings(userSettings), m_systemSettings(systemSettings)
+    : Handler(L"DeviceLockHandler::OnNotify"), m_userSettings(userSettings), m_systemSettings(systemSettings)
 {
     m_timer.setInterval(kReassertInterval);
     connect(&m_timer, &QTimer::timeout, this, &DeviceLockHandler::ReassertTimeLock);
@@ -86,11 +86,10 @@ bool DeviceLockHandler::Initialize(IPlugInManager* manager)
         LOG(log, 5, L"%s: user settings controller missing. UI is blind to time lock changes");
         return true;
     }
-    m_registration = m_userSettings->Subscribe(
-        m_userSettings->Settings().internal.timeLimitTrigger, [this](const std::wstring& key) {
-            if (Trigger() != m_trigger) // else told of something else, such as a new constraint
-                Q_EMIT TimeLockTriggered(QString::fromStdWString(key).toStdString());
-        });
+    Follow(*m_userSettings, m_userSettings->Settings().internal.timeLimitTrigger, [this](const std::wstring& key) {
+        if (Trigger() != m_trigger) // else told of something else, such as a new constraint
+            Q_EMIT TimeLockTriggered(QString::fromStdWString(key).toStdString());
+    });
     return true;
 }
 

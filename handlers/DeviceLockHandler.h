@@ -1,10 +1,8 @@
 #pragma once
 
-#include "handlers/SettingsControllers.h"
-#include "handlers/UiVariables.h"
+#include "handlers/Handler.h"
 
 #include <QDate>
-#include <QObject>
 #include <QTimer>
 
 #include <cstdint>
@@ -13,7 +11,7 @@
 
 /// Puts the computer-time limit into force on screen: warns with a flyer, blocks the desktop and releases it, as the
 /// service's trigger value says, and lets a parent extend the time. UI thread only.
-class DeviceLockHandler : public QObject
+class DeviceLockHandler : public Handler
 {
     Q_OBJECT
 
@@ -66,8 +64,6 @@ private:
     std::optional<int> m_trigger;       // as it was last carried out
     std::int64_t m_nextAllowedTime = 0; // of the lock; 0: none is known
     QDate m_describedOn;
-    UiVariables m_variables{*this};
     const std::shared_ptr<UserSettings> m_userSettings;
     const std::shared_ptr<SystemSettings> m_systemSettings;
-    UserSettings::Registration m_registration;
 };

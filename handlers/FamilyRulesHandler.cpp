@@ -3,6 +3,7 @@
 #include "handlers/LocalTime.h"
 #include "handlers/MainGuiHandler.h"
 #include "handlers/RemainingTime.h"
+#include "handlers/SharedVariables.h"
 #include "logging/FunctionLog.h"
 #include "platform/LastError.h"
 #include "platform/Token.h"
@@ -16,6 +17,8 @@
 #include <algorithm>
 
 using StrataSettings::Seconds;
+
+using namespace SharedVariables;
 
 namespace
 {
@@ -38,7 +41,6 @@ const VariableIdentifier kWeekdayBedtimeStop("@TimeLimit\\Data:bedtime_weekday_s
 const VariableIdentifier kWeekendBedtime("@TimeLimit\\Data:bedtime_weekend_enabled");
 const VariableIdentifier kWeekendBedtimeStart("@TimeLimit\\Data:bedtime_weekend_start");
 const VariableIdentifier kWeekendBedtimeStop("@TimeLimit\\Data:bedtime_weekend_stop");
-const VariableIdentifier kLoadData("@Veridan\\Settings\\Triggers:load_data");
 const VariableIdentifier kActivateLegacyParenting("@Veridan\\Settings\\Triggers:activate_legacy_parenting");
 const VariableIdentifier kLinkClicked("@FamilyRules\\AdminWarning:LinkClicked");
 const VariableIdentifier kDigiParentingData("@Hearth:DigiparentingData");
@@ -87,14 +89,14 @@ struct Bedtime
 
 } // namespace
 
-const NotifyRule<FamilyRulesHandler> FamilyRulesHandler::kNotifyRules[] = {
+const NotifyRule FamilyRulesHandler::kNotifyRules[] = {
     {kLoadData, &FamilyRulesHandler::Load},
     {kActivateLegacyParenting, &FamilyRulesHandler::ActivateLegacyParenting},
 };
 
 FamilyRulesHandler::FamilyRulesHandler(const std::shared_ptr<SystemSettings>& systemSettings,
                                        const std::shared_ptr<UserSettings>& userSettings)
-    : m_systemSettings(systemSettings), m_userSettings(userSettings)
+    : Handler(L"FamilyRulesHandler::OnNotify"), m_systemSettings(systemSettings), m_userSettings(userSettings)
 {
     connect(&m_timer, SIGNAL(timeout()), this, SLOT(OnRefreshQuotasRemaining()));
     connect(&m_nextDay, SIGNAL(timeout()), this, SLOT(OnRefreshQuotasRemaining()));
@@ -117,7 +119,7 @@ bool FamilyRulesHandler::Initialize(IPlugInManager* manager, const std::shared_p
                           kQuotasEnabled, kWeekdayHours, kWeekdayMinutes, kWeekendHours, kWeekendMinutes,
                           kMinutesRemaining, kCurfewsEnabled, kWeekdayBedtime, kWeekdayBedtimeStart,
                           kWeekdayBedtimeStop, kWeekendBedtime, kWeekendBedtimeStart, kWeekendBedtimeStop});
-    m_variables.SubscribeRules(kNotifyRules);
+    Follow(kNotifyRules);
     m_variables.Subscribe({kLinkClicked}, "1OnLinkClicked()");
     if (mainGui)
         connect(mainGui.get(), &MainGuiHandler::SelectedUserChanged, this, &FamilyRulesHandler::OnReload);
@@ -143,7 +145,7 @@ void FamilyRulesHandler::SetupReloads()
     for (const StrataSettings::PropertyBase* property : std::initializer_list<const StrataSettings::PropertyBase*>{
              &time.quotas.days[kTuesday].Duration, &time.quotas.days[kSaturday].Duration, &time.curfews.days[kTuesday],
              &time.curfews.days[kSaturday]})
-        m_registrations.push_back(m_userSettings->Subscribe(*property, reload));
+        Follow(*m_userSettings, *property, reload);
 }
 
 bool FamilyRulesHandler::IsLegacyMode() const
@@ -184,13 +186,6 @@ QVariantMap FamilyRulesHandler::ReadDigiParentingData() const
         LOG(log, 4, L"%s: %hs",
             QJsonDocument(QJsonObject::fromVariantMap(data)).toJson(QJsonDocument::Compact).constData());
     return data;
-}
-
-void FamilyRulesHandler::OnNotify(VariableIdentifier identifier)
-{
-    const FunctionLog log(L"FamilyRulesHandler::OnNotify");
-    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
-    Dispatch(*this, kNotifyRules, identifier);
 }
 
 void FamilyRulesHandler::OnReload()

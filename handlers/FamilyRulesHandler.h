@@ -1,19 +1,15 @@
 #pragma once
 
-#include "handlers/SettingsControllers.h"
-#include "handlers/UiVariables.h"
+#include "handlers/Handler.h"
 
-#include <QObject>
 #include <QTimer>
 #include <QVariant>
-
-#include <vector>
 
 class MainGuiHandler;
 
 /// Feeds the family-rules overview: which rules are on, the allowances, the bedtimes and the minutes left today, which
 /// count down once a minute. UI thread only.
-class FamilyRulesHandler : public QObject
+class FamilyRulesHandler : public Handler
 {
     Q_OBJECT
 
@@ -29,13 +25,12 @@ public:
     void Load();
 
 public Q_SLOTS:
-    void OnNotify(VariableIdentifier identifier);
     void OnLinkClicked();
     void OnRefreshQuotasRemaining();
     void OnReload();
 
 private:
-    static const NotifyRule<FamilyRulesHandler> kNotifyRules[];
+    static const NotifyRule kNotifyRules[];
 
     void SetupReloads();
     void CheckTurnOnPCPageNecessity();
@@ -49,9 +44,7 @@ private:
 
     QTimer m_timer{this};   // while minutes remain
     QTimer m_nextDay{this}; // else, until there may be some again
-    UiVariables m_variables{*this};
     const std::shared_ptr<SystemSettings> m_systemSettings;
     const std::shared_ptr<UserSettings> m_userSettings;
     bool m_initialised = false;
-    std::vector<UserSettings::Registration> m_registrations;
 };

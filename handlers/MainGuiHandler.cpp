@@ -24,7 +24,7 @@ enum UnusedUI : std::uint32_t
 
 } // namespace
 
-const NotifyRule<MainGuiHandler> MainGuiHandler::kNotifyRules[] = {
+const NotifyRule MainGuiHandler::kNotifyRules[] = {
     {kLoadData, &MainGuiHandler::OnLoadData},
     {kMainGuiVisible, &MainGuiHandler::OnVisibilityChanged},
     {kWebFilterState, &MainGuiHandler::OnSwitchMoved},
@@ -46,7 +46,7 @@ const NotifyRule<MainGuiHandler> MainGuiHandler::kNotifyRules[] = {
     {kSettingsClosed, &MainGuiHandler::OnSettingsClosed},
     {kSecuritySettingsClosed, &MainGuiHandler::OnSettingsClosed},
     {kSettingsSave, &MainGuiHandler::OnSettingsSave},
-    NotifyRule<MainGuiHandler>(kLaunchSupportTool),
+    NotifyRule(kLaunchSupportTool),
 };
 
 /// A request to show an elevated page.
@@ -70,7 +70,7 @@ const MainGuiHandler::ShowRule MainGuiHandler::kShowRules[] = {
 
 MainGuiHandler::MainGuiHandler(const std::shared_ptr<SystemSettings>& systemSettings,
                                const std::shared_ptr<UserSettings>& userSettings)
-    : m_systemSettings(systemSettings), m_userSettings(userSettings)
+    : Handler(L"MainGuiHandler::OnNotify"), m_systemSettings(systemSettings), m_userSettings(userSettings)
 {
     const EntryLog log(L"MainGuiHandler::MainGuiHandler");
     if (userSettings)
@@ -108,7 +108,7 @@ void MainGuiHandler::DeclareVariables()
                           kBrowserExtensionDisabled, kDefaultBrowserType, kMainGuiVisible, kRequestShowSettings,
                           kShowSettings, kSave});
 
-    m_variables.SubscribeRules(kNotifyRules);
+    Follow(kNotifyRules);
     for (const ShowRule& rule : kShowRules)
         m_variables.Subscribe({rule.request}, kOnRequestShow);
     m_variables.Subscribe({kShowMainWindow}, kOnRequestShow);
@@ -124,10 +124,8 @@ void MainGuiHandler::FollowSettings()
     else
     {
         const VdnSettings& settings = user->Settings();
-        if (auto registration =
-                user->Subscribe(settings.internal.defaultBrowserExtensionDisabled,
-                                [this](const std::wstring& key) { BrowsingProtectionSTRATAChanged(key); }))
-            m_registrations.push_back(std::move(registration));
+        Follow(*user, settings.internal.defaultBrowserExtensionDisabled,
+               [this](const std::wstring& key) { BrowsingProtectionSTRATAChanged(key); });
         RepublishOnChange(*user, settings.categories.enabled, settings.time.enabled,
                           settings.searchResultFilter.enabled, settings.categories.safeSearchEnabled,
                           settings.internal.defaultBrowserType);
@@ -149,14 +147,7 @@ void MainGuiHandler::RepublishOnChange(Controller& controller, const Properties&
         LoadSystemWideData();
         LoadUserData();
     };
-    (m_registrations.push_back(controller.Subscribe(properties, republish)), ...);
-}
-
-void MainGuiHandler::OnNotify(VariableIdentifier identifier)
-{
-    LOG(kNotifyLog, 5, L"%s: %ls", LogText(identifier).c_str());
-
-    Dispatch(*this, kNotifyRules, identifier);
+    (Follow(controller, properties, republish), ...);
 }
 
 void MainGuiHandler::OnLoadData()

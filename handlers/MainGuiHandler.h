@@ -1,20 +1,17 @@
 #pragma once
 
-#include "handlers/SettingsControllers.h"
-#include "handlers/UiVariables.h"
+#include "handlers/Handler.h"
 
-#include <QObject>
 #include <QString>
 
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <vector>
 
 /// Owns the main page's status and switches and the settings pages' life cycle. Turns switch moves into settings,
 /// saves a URL that the user allows from a block page, and holds the elevated settings that every settings page saves
 /// through. Those exist exactly as long as a page that needs them is open. UI thread only.
-class MainGuiHandler : public QObject
+class MainGuiHandler : public Handler
 {
     Q_OBJECT
 
@@ -62,7 +59,6 @@ Q_SIGNALS:
     void Save(const std::shared_ptr<ElevatedSettings>& settings);
 
 public Q_SLOTS:
-    void OnNotify(VariableIdentifier identifier);
     void OnNotifyRequestShow(VariableIdentifier identifier);
     void OnUserInfoChanged();
     void OnLocalizationUpdated(VariableIdentifier identifier);
@@ -71,7 +67,7 @@ public Q_SLOTS:
 
 private:
     struct ShowRule;
-    static const NotifyRule<MainGuiHandler> kNotifyRules[];
+    static const NotifyRule kNotifyRules[];
     static const ShowRule kShowRules[];
 
     void DeclareVariables();
@@ -97,8 +93,6 @@ private:
     const std::weak_ptr<SystemSettings> m_systemSettings;
     const std::weak_ptr<UserSettings> m_userSettings;
     std::shared_ptr<ElevatedSettings> m_adminHandle;
-    UiVariables m_variables{*this};
     std::string m_userSid;
     std::uint32_t m_unusedUI = 0; // the elevated pages that are open
-    std::vector<UserSettings::Registration> m_registrations;
 };

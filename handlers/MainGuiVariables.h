@@ -1,10 +1,12 @@
 #pragma once
 
-#include "tarn/VariableIdentifier.h"
+#include "handlers/SharedVariables.h"
 
 /// The UI variables of the main page and of the settings pages' life cycle.
 namespace MainGuiVariables
 {
+
+using namespace SharedVariables;
 
 inline const VariableIdentifier kBrowsingProtectionState("@BrowsingProtection\\Data:browsing_protection_state");
 inline const VariableIdentifier
@@ -26,8 +28,6 @@ inline const VariableIdentifier kBrowserExtensionDisabled("@ContentControl\\Stat
 inline const VariableIdentifier kDefaultBrowserType("@ContentControl\\Status:default_browser_type");
 inline const VariableIdentifier kMainGuiVisible("@Veridan\\MainGUI:visible");
 
-inline const VariableIdentifier kShowWebsiteList("@ContentControl\\Triggers:show_website_list");
-inline const VariableIdentifier kCloseWebsiteList("@ContentControl\\Triggers:close_website_list");
 inline const VariableIdentifier kShowAddWebsites("@ContentControl\\Triggers:show_add_websites_from_browser");
 inline const VariableIdentifier kCloseAddWebsites("@ContentControl\\Triggers:close_add_websites_from_browser");
 inline const VariableIdentifier kLaunchSupportTool("@ContentControl\\Triggers:launch_support_tool");
@@ -51,14 +51,11 @@ inline const VariableIdentifier kShowBrowserExtensions("@Veridan\\Settings\\Trig
 inline const VariableIdentifier kShowSecuritySettings("@Triggers\\Settings:security");
 inline const VariableIdentifier kSettingsClosed("@Veridan\\Settings\\Triggers:settings_ui_closed");
 inline const VariableIdentifier kSecuritySettingsClosed("@CompSec\\Settings\\Triggers:ui_closed");
-inline const VariableIdentifier kLoadData("@Veridan\\Settings\\Triggers:load_data");
-inline const VariableIdentifier kSave("@Veridan\\Settings\\Triggers:save");
 
 inline const VariableIdentifier kSettingsSave("@VDNSettings:save");
 inline const VariableIdentifier kSaveResult("@VDNSettings:saveResult");
 inline const VariableIdentifier kSaveResultReceiver("@VDNSettings:saveResultReceiver");
 inline const VariableIdentifier kSaveResultNotifier("@VDNSettings:saveResultNotifier");
 inline const VariableIdentifier kShowMainWindow("@Triggers\\Windows:show_main_window");
-inline const VariableIdentifier kLocalizationUpdated("@Localization\\MetaData\\Localization:updated");
 
 } // namespace MainGuiVariables

@@ -1,10 +1,13 @@
 #include "handlers/SafeBankingHandler.h"
 
 #include "handlers/Metrics.h"
+#include "handlers/SharedVariables.h"
 #include "platform/Clipboard.h"
 #include "platform/LastError.h"
 #include "platform/NamedEvents.h"
 #include "util/Handle.h"
+
+using namespace SharedVariables;
 
 namespace
 {
@@ -21,8 +24,6 @@ const VariableIdentifier kMoreInfoUrl("@SafeBanking\\Customizable\\Strings:more_
 const VariableIdentifier kClearClipboard("@Product\\Customization:ClearClipboardAfterBanking");
 const VariableIdentifier kCloseBankingSession("@SafeBanking\\Triggers:closeBankingSession");
 const VariableIdentifier kHideFlyerDetails("@SafeBanking\\Triggers:hideFlyerDetails");
-const VariableIdentifier kLoadData("@Veridan\\Settings\\Triggers:load_data");
-const VariableIdentifier kSave("@Veridan\\Settings\\Triggers:save");
 const VariableIdentifier kFlyerOpen("@SafeBanking\\Triggers:flyerOpen");
 const VariableIdentifier kFlyerClose("@SafeBanking\\Triggers:flyerClose");
 const VariableIdentifier kFlyerHide("@SafeBanking\\Triggers:flyerHide");
@@ -39,22 +40,21 @@ QString Link(const QString& text, const QString& url)
 
 } // namespace
 
-const NotifyRule<SafeBankingHandler> SafeBankingHandler::kNotifyRules[] = {
+const NotifyRule SafeBankingHandler::kNotifyRules[] = {
     {kLoadData, &SafeBankingHandler::Load},
-    NotifyRule<SafeBankingHandler>(kSave),
+    NotifyRule(kSave),
     {kHideFlyerDetails, &SafeBankingHandler::OnFlyerDetailsHidden},
     {kCloseBankingSession, &SafeBankingHandler::OnSessionClosed},
 };
 
 SafeBankingHandler::SafeBankingHandler(const std::shared_ptr<SystemSettings>& systemSettings,
                                        const std::shared_ptr<UserSettings>& userSettings)
-    : m_systemSettings(systemSettings), m_userSettings(userSettings)
+    : Handler(L"SafeBankingHandler::OnNotify"), m_systemSettings(systemSettings), m_userSettings(userSettings)
 {
     const EntryLog log(L"SafeBankingHandler::SafeBankingHandler");
     if (systemSettings)
-        m_registration =
-            systemSettings->Subscribe(systemSettings->Settings().internal.bankingSessionOpen,
-                                      [this](const std::wstring& key) { BankingSessionStatusChanged(key); });
+        Follow(*systemSettings, systemSettings->Settings().internal.bankingSessionOpen,
+               [this](const std::wstring& key) { BankingSessionStatusChanged(key); });
 }
 
 SafeBankingHandler::~SafeBankingHandler()
@@ -72,7 +72,7 @@ bool SafeBankingHandler::Initialize(IPlugInManager* manager)
     m_variables.Set(kFeatureEnableReadOnly, false);
     m_variables.Register({kCloseBankingSession, kBaseDescription, kMoreInfoUrl, kMoreInfoText, kDescription,
                           kNoConnectionCut, kNoConnectionCutReadOnly, kNoClipboardClear, kClearClipboard});
-    m_variables.SubscribeRules(kNotifyRules);
+    Follow(kNotifyRules);
     m_initializing = true;
     BankingSessionStatusChanged(kInitializing);
     return true;
@@ -90,13 +90,6 @@ void SafeBankingHandler::Load()
     m_variables.Set(kFeatureEnableReadOnly, settings.activated.IsEnforced());
     m_variables.Set(kNoConnectionCutReadOnly, settings.allowAllInternetConnections.IsEnforced());
     m_variables.Set(kNoClipboardClear, !settings.clearClipboardAfterSession.Get());
-}
-
-void SafeBankingHandler::OnNotify(VariableIdentifier identifier)
-{
-    const FunctionLog log(L"SafeBankingHandler::OnNotify");
-    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
-    Dispatch(*this, kNotifyRules, identifier);
 }
 
 void SafeBankingHandler::OnFlyerDetailsHidden()

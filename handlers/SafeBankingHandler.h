@@ -1,16 +1,13 @@
 #pragma once
 
-#include "handlers/SettingsControllers.h"
-#include "handlers/UiVariables.h"
+#include "handlers/Handler.h"
 #include "logging/FunctionLog.h"
-
-#include <QObject>
 
 #include <string>
 
 /// Links banking protection to the page: publishes its options, follows the machine's banking session with the flyer,
 /// tells the service when the user ends the session, and clears the clipboard after it. UI thread only.
-class SafeBankingHandler : public QObject
+class SafeBankingHandler : public Handler
 {
     Q_OBJECT
 
@@ -31,11 +28,8 @@ public:
     void OnBankingFlyerClosed();
     void ClearClipboard();
 
-public Q_SLOTS:
-    void OnNotify(VariableIdentifier identifier);
-
 private:
-    static const NotifyRule<SafeBankingHandler> kNotifyRules[];
+    static const NotifyRule kNotifyRules[];
 
     void OnFlyerDetailsHidden();
     void OnSessionClosed();
@@ -45,8 +39,6 @@ private:
 
     const std::weak_ptr<SystemSettings> m_systemSettings;
     const std::weak_ptr<UserSettings> m_userSettings;
-    UiVariables m_variables{*this};
     bool m_initializing = false; // until the page has echoed the initial state
     bool m_sessionOpen = false;  // as the flyer was last brought to
-    SystemSettings::Registration m_registration;
 };

@@ -1,16 +1,17 @@
 #include "handlers/StatisticsHandler.h"
 
 #include "handlers/LocalTime.h"
+#include "handlers/SharedVariables.h"
 #include "logging/FunctionLog.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
+using namespace SharedVariables;
+
 namespace
 {
-
-const VariableIdentifier kLocalizationUpdated("@Localization\\MetaData\\Localization:updated");
 
 constexpr const char* kJson = "@Veridan\\Statistics:json";
 constexpr const char* kCounterDescription = "@Localization\\ValueBar\\CounterDescription:";
@@ -62,7 +63,8 @@ VariableIdentifier DescriptionVariable(const Counter& counter, std::uint32_t cou
 
 } // namespace
 
-StatisticsHandler::StatisticsHandler(const std::shared_ptr<UserSettings>& userSettings) : m_userSettings(userSettings)
+StatisticsHandler::StatisticsHandler(const std::shared_ptr<UserSettings>& userSettings)
+    : Handler(L"StatisticsHandler::OnNotify"), m_userSettings(userSettings)
 {
     const EntryLog log(L"StatisticsHandler::StatisticsHandler");
 }

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "handlers/SettingsControllers.h"
-#include "handlers/UiVariables.h"
+#include "handlers/Handler.h"
 
 #include <QDate>
-#include <QObject>
 
 /// Publishes the counts of protective work over several periods, as JSON texts for the statistics views and the value
 /// bar, and again when the localisation or the date changes. UI thread only.
-class StatisticsHandler : public QObject
+class StatisticsHandler : public Handler
 {
     Q_OBJECT
 
@@ -34,6 +32,5 @@ private:
     QString TextOf(int period, const Settings::CommonStatistics& statistics) const;
 
     const std::shared_ptr<UserSettings> m_userSettings;
-    UiVariables m_variables{*this};
     QDate m_lastUpdate;
 };

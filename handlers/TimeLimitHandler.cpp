@@ -1,9 +1,12 @@
 #include "handlers/TimeLimitHandler.h"
 
 #include "handlers/SaveController.h"
+#include "handlers/SharedVariables.h"
 #include "logging/FunctionLog.h"
 
 #include <algorithm>
+
+using namespace SharedVariables;
 
 namespace
 {
@@ -16,8 +19,6 @@ const VariableIdentifier kDailyHoursMax("@TimeLimit\\Strings:daily_hours_max");
 const VariableIdentifier kDailyHoursMin("@TimeLimit\\Strings:daily_hours_min");
 const VariableIdentifier kDailyHoursSingular("@TimeLimit\\Strings:daily_hours_singular");
 const VariableIdentifier kDailyHoursPlural("@TimeLimit\\Strings:daily_hours_plural");
-const VariableIdentifier kLoadData("@Veridan\\Settings\\Triggers:load_data");
-const VariableIdentifier kSave("@Veridan\\Settings\\Triggers:save");
 
 constexpr std::size_t kHoursInWeek = 168;
 
@@ -39,14 +40,14 @@ int HoursOf(StrataSettings::Seconds limit)
 
 } // namespace
 
-const NotifyRule<TimeLimitHandler> TimeLimitHandler::kNotifyRules[] = {
+const NotifyRule TimeLimitHandler::kNotifyRules[] = {
     {kLoadData, &TimeLimitHandler::Load},
     {kSave, &TimeLimitHandler::Save},
 };
 
 TimeLimitHandler::TimeLimitHandler(const std::shared_ptr<UserSettings>& userSettings,
                                    const std::shared_ptr<MainGuiHandler>& mainGui)
-    : m_userSettings(userSettings), m_mainGui(mainGui)
+    : Handler(L"TimeLimitHandler::OnNotify"), m_userSettings(userSettings), m_mainGui(mainGui)
 {
     const EntryLog log(L"TimeLimitHandler::TimeLimitHandler");
 }
@@ -63,15 +64,8 @@ bool TimeLimitHandler::Initialize(IPlugInManager* manager)
         return false;
     m_variables.Register({kTimeSlots, kWeekdayHours, kWeekdayCaption, kWeekendCaption, kDailyHoursMax, kDailyHoursMin,
                           kDailyHoursSingular, kDailyHoursPlural});
-    m_variables.SubscribeRules(kNotifyRules);
+    Follow(kNotifyRules);
     return true;
-}
-
-void TimeLimitHandler::OnNotify(VariableIdentifier identifier)
-{
-    const FunctionLog log(L"TimeLimitHandler::OnNotify");
-    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
-    Dispatch(*this, kNotifyRules, identifier);
 }
 
 void TimeLimitHandler::Load()

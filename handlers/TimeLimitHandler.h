@@ -1,16 +1,13 @@
 #pragma once
 
-#include "handlers/SettingsControllers.h"
-#include "handlers/UiVariables.h"
-
-#include <QObject>
+#include "handlers/Handler.h"
 
 #include <string>
 
 class MainGuiHandler;
 
 /// Serves the time-limit page: the week's allowed hours, one character each, and the daily limit. UI thread only.
-class TimeLimitHandler : public QObject
+class TimeLimitHandler : public Handler
 {
     Q_OBJECT
 
@@ -24,11 +21,8 @@ public:
     void Load();
     void Save();
 
-public Q_SLOTS:
-    void OnNotify(VariableIdentifier identifier);
-
 private:
-    static const NotifyRule<TimeLimitHandler> kNotifyRules[];
+    static const NotifyRule kNotifyRules[];
 
     struct Page
     {
@@ -42,6 +36,5 @@ private:
 
     const std::weak_ptr<UserSettings> m_userSettings;
     const std::weak_ptr<MainGuiHandler> m_mainGui;
-    UiVariables m_variables{*this};
     Page m_given{-1, {}}; // what the page shows without anybody's choice
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "handlers/ShownVariable.h"
 #include "logging/FunctionLog.h"
 #include "tarn/IDataPeer.h"
 #include "tarn/IPlugInManager.h"
@@ -32,22 +33,28 @@ public:
     void Register(Ids ids);
     void Register(const VariableIdentifier& id) { m_dataPeer->Register(id); }
     void RegisterKept(Ids ids);
+    template <std::size_t Count>
+    void Register(const ShownVariable (&table)[Count])
+    {
+        for (const ShownVariable& variable : table)
+            Register(VariableIdentifier(variable.id));
+    }
 
     /// Has the handler's slot invoked when one of these is notified.
     void Subscribe(Ids ids, const char* slot = kOnNotify);
-
-    /// The same for the ids of a table of rules (see Dispatch()).
-    template <class Rules>
-    void SubscribeRules(const Rules& rules)
-    {
-        for (const auto& rule : rules)
-            Subscribe({rule.id});
-    }
 
     QVariant Get(const VariableIdentifier& id) const { return m_dataPeer->GetValue(id); }
 
     /// Texts become the host's, which may unload this library: they must own their characters (see UiText()).
     void Set(const VariableIdentifier& id, const QVariant& value) { m_dataPeer->SetValue(id, value, 0); }
+
+    /// Sets each variable of the table, in its order.
+    template <std::size_t Count>
+    void Show(const ShownVariable (&table)[Count], const VdnSettings& settings)
+    {
+        for (const ShownVariable& variable : table)
+            Set(VariableIdentifier(variable.id), variable.value(settings));
+    }
 
     /// What the host answered.
     bool Fire(const VariableIdentifier& trigger) { return m_dataPeer->Trigger(trigger, 0); }
@@ -56,39 +63,6 @@ private:
     QObject& m_handler;
     std::shared_ptr<IDataPeer> m_dataPeer;
 };
-
-/// What a notified variable leads to: an operation of the handler, with or without the variable's id, or none.
-template <class Handler>
-struct NotifyRule
-{
-    using Action = void (Handler::*)();
-    using ActionOnId = void (Handler::*)(const VariableIdentifier& id);
-
-    explicit constexpr NotifyRule(const VariableIdentifier& ruleId) : id(ruleId) {}
-    constexpr NotifyRule(const VariableIdentifier& ruleId, Action ruleAction) : id(ruleId), action(ruleAction) {}
-    constexpr NotifyRule(const VariableIdentifier& ruleId, ActionOnId ruleAction) : id(ruleId), actionOnId(ruleAction)
-    {}
-
-    const VariableIdentifier& id;
-    Action action = nullptr;
-    ActionOnId actionOnId = nullptr;
-};
-
-/// Carries out the first rule that the id matches, if there is one.
-template <class Handler, std::size_t Count>
-void Dispatch(Handler& handler, const NotifyRule<Handler> (&rules)[Count], const VariableIdentifier& id)
-{
-    for (const NotifyRule<Handler>& rule : rules)
-    {
-        if (rule.id != id)
-            continue;
-        if (rule.action)
-            (handler.*rule.action)();
-        else if (rule.actionOnId)
-            (handler.*rule.actionOnId)(id);
-        return;
-    }
-}
 
 /// A text for the host, which keeps it: it owns its characters, unlike a QStringLiteral.
 inline QString UiText(const char* ascii)

@@ -1,28 +1,33 @@
 #include "handlers/WebFilteringHandler.h"
 
 #include "handlers/SaveController.h"
+#include "handlers/SharedVariables.h"
 #include "logging/FunctionLog.h"
 
 #include <QDesktopServices>
 #include <QUrl>
 
+using namespace SharedVariables;
+
 namespace
 {
 
-const VariableIdentifier kAllowFragfinn("@ContentControl\\Data:allow_fragfinn_website_state");
-const VariableIdentifier kEnableFragfinnCheckbox("@ContentControl\\Data:enable_checkbox_fragfinn_element");
-const VariableIdentifier kEnableFragfinnLabel("@ContentControl\\Data:enable_label_fragfinn_element");
+constexpr const char* kAllowFragfinn = "@ContentControl\\Data:allow_fragfinn_website_state";
 const VariableIdentifier kCategories("@ContentControl\\Data:current_user_categories");
 const VariableIdentifier kCategoriesConfigured("@ContentControl\\Data:current_user_categories_configured");
-const VariableIdentifier kAllowedWebsites("@ContentControl\\WebsiteRestrictions:allowed_websites");
 const VariableIdentifier kWizardPage("@ContentControl\\WebPageFilterWizard:wpf_wizard_content_index");
 const VariableIdentifier kCategoriesFilter("@ContentControl\\Data:categories_filter");
 const VariableIdentifier kTeenMode("@ContentControl\\Triggers:web_page_filter_teenmode");
 const VariableIdentifier kChildMode("@ContentControl\\Triggers:web_page_filter_childmode");
-const VariableIdentifier kClearAllowedList("@ContentControl\\Triggers:clear_allowed_list");
 const VariableIdentifier kShowFragfinnSites("@ContentControl\\Triggers:show_fragfinn_sites");
-const VariableIdentifier kLoadData("@Veridan\\Settings\\Triggers:load_data");
-const VariableIdentifier kSave("@Veridan\\Settings\\Triggers:save");
+
+constexpr auto kFragfinn = &VdnSettings::fragfinn;
+
+constexpr ShownVariable kShown[] = {
+    {kAllowFragfinn, Value<kFragfinn, &Settings::Fragfinn::enabled>},
+    {"@ContentControl\\Data:enable_checkbox_fragfinn_element", Value<kFragfinn, &Settings::Fragfinn::activated>},
+    {"@ContentControl\\Data:enable_label_fragfinn_element", Value<kFragfinn, &Settings::Fragfinn::activated>},
+};
 
 constexpr int kChildModePage = 1;
 constexpr int kTeenModePage = 0;
@@ -53,10 +58,10 @@ QVariant GroupEntry(const Settings::Category& category, const QVariantMap& entri
 
 } // namespace
 
-const NotifyRule<WebFilteringHandler> WebFilteringHandler::kNotifyRules[] = {
+const NotifyRule WebFilteringHandler::kNotifyRules[] = {
     {kTeenMode, &WebFilteringHandler::OnTeenMode},
     {kChildMode, &WebFilteringHandler::OnChildMode},
-    NotifyRule<WebFilteringHandler>(kClearAllowedList),
+    NotifyRule(kClearAllowedList),
     {kShowFragfinnSites, &WebFilteringHandler::OnShowFragfinn},
     {kLoadData, &WebFilteringHandler::Load},
     {kSave, &WebFilteringHandler::Save},
@@ -64,7 +69,7 @@ const NotifyRule<WebFilteringHandler> WebFilteringHandler::kNotifyRules[] = {
 
 WebFilteringHandler::WebFilteringHandler(const std::shared_ptr<SystemSettings>& systemSettings,
                                          const std::shared_ptr<UserSettings>& userSettings)
-    : m_systemSettings(systemSettings), m_userSettings(userSettings)
+    : Handler(L"WebFilteringHandler::OnNotify"), m_systemSettings(systemSettings), m_userSettings(userSettings)
 {
     const EntryLog log(L"WebFilteringHandler::WebFilteringHandler");
 }
@@ -80,9 +85,9 @@ bool WebFilteringHandler::Initialize(IPlugInManager* manager, const std::shared_
     m_mainGui = mainGui;
     if (!m_variables.Obtain(log, manager))
         return false;
-    m_variables.Register({kAllowFragfinn, kEnableFragfinnCheckbox, kEnableFragfinnLabel, kCategories,
-                          kCategoriesConfigured, kAllowedWebsites, kWizardPage, kCategoriesFilter});
-    m_variables.SubscribeRules(kNotifyRules);
+    m_variables.Register(kShown);
+    m_variables.Register({kCategories, kCategoriesConfigured, kAllowedWebsites, kWizardPage, kCategoriesFilter});
+    Follow(kNotifyRules);
     return true;
 }
 
@@ -95,10 +100,7 @@ void WebFilteringHandler::Load()
         return;
 
     const VdnSettings& settings = user->Settings();
-    m_variables.Set(kAllowFragfinn, settings.fragfinn.enabled.Get());
-    const bool fragfinnActivated = settings.fragfinn.activated.Get();
-    m_variables.Set(kEnableFragfinnCheckbox, fragfinnActivated);
-    m_variables.Set(kEnableFragfinnLabel, fragfinnActivated);
+    m_variables.Show(kShown, settings);
     m_variables.Set(kCategories, LoadCategoriesFromStrata(settings.categories));
     m_variables.Set(kAllowedWebsites, ConvertList(settings.internal.sites.list.Get()));
     const bool childMode = settings.webFiltering.childMode.Get();
@@ -189,13 +191,6 @@ void WebFilteringHandler::SetCategoriesToStrata(Settings::Categories& categories
             category.allowed.Get() ? 1 : 0);
         category.allowed.Set(entry.toBool());
     }
-}
-
-void WebFilteringHandler::OnNotify(VariableIdentifier identifier)
-{
-    const FunctionLog log(L"WebFilteringHandler::OnNotify");
-    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
-    Dispatch(*this, kNotifyRules, identifier);
 }
 
 void WebFilteringHandler::OnChildMode()

@@ -1,16 +1,14 @@
 #pragma once
 
-#include "handlers/SettingsControllers.h"
-#include "handlers/UiVariables.h"
+#include "handlers/Handler.h"
 
-#include <QObject>
 #include <QVariant>
 
 class MainGuiHandler;
 
 /// Serves the web page filter pages: what each category of websites is allowed, the children's mode, and the list of
 /// allowed websites. UI thread only.
-class WebFilteringHandler : public QObject
+class WebFilteringHandler : public Handler
 {
     Q_OBJECT
 
@@ -36,11 +34,8 @@ public:
     /// Table rows {"0": URL}, in list order.
     static QVariantList ConvertList(const std::set<Settings::Site>& sites);
 
-public Q_SLOTS:
-    void OnNotify(VariableIdentifier identifier);
-
 private:
-    static const NotifyRule<WebFilteringHandler> kNotifyRules[];
+    static const NotifyRule kNotifyRules[];
 
     void OnChildMode();
     void OnTeenMode();
@@ -49,5 +44,4 @@ private:
     const std::weak_ptr<SystemSettings> m_systemSettings;
     const std::weak_ptr<UserSettings> m_userSettings;
     std::weak_ptr<MainGuiHandler> m_mainGui;
-    UiVariables m_variables{*this};
 };

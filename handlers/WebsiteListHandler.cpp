@@ -2,6 +2,7 @@
 
 #include "handlers/MainGuiHandler.h"
 #include "handlers/SaveController.h"
+#include "handlers/SharedVariables.h"
 #include "logging/FunctionLog.h"
 #include "url/UrlUtil.h"
 
@@ -9,19 +10,16 @@
 
 using StrataSettings::SetResult;
 
+using namespace SharedVariables;
+
 namespace
 {
 
 const VariableIdentifier kEnableTabList("@ContentControl\\WebsiteRestrictions:enable_tab_list");
 const VariableIdentifier kReadOnlyTable("@ContentControl\\WebsiteRestrictions:readonly_table");
-const VariableIdentifier kAllowedWebsites("@ContentControl\\WebsiteRestrictions:allowed_websites");
 const VariableIdentifier kDeniedWebsites("@ContentControl\\WebsiteRestrictions:denied_websites");
 const VariableIdentifier kAllowedActionItem("@ContentControl\\WebsiteRestrictions:allowed_action_item");
 const VariableIdentifier kDeniedActionItem("@ContentControl\\WebsiteRestrictions:denied_action_item");
-const VariableIdentifier kShowWebsiteList("@ContentControl\\Triggers:show_website_list");
-const VariableIdentifier kCloseWebsiteList("@ContentControl\\Triggers:close_website_list");
-const VariableIdentifier kLoadData("@Veridan\\Settings\\Triggers:load_data");
-const VariableIdentifier kClearAllowedList("@ContentControl\\Triggers:clear_allowed_list");
 const VariableIdentifier kClearDeniedList("@ContentControl\\Triggers:clear_denied_list");
 const VariableIdentifier kAdminEntry("@Veridan\\Websites\\Strings:admin_entry");
 
@@ -38,7 +36,7 @@ struct WebsiteListHandler::RowTexts
     const QString adminEntry; // "URL (admin entry)" is an administrator's tooltip
 };
 
-const NotifyRule<WebsiteListHandler> WebsiteListHandler::kNotifyRules[] = {
+const NotifyRule WebsiteListHandler::kNotifyRules[] = {
     {kShowWebsiteList, &WebsiteListHandler::OnShowWebsiteList},
     {kAllowedActionItem, &WebsiteListHandler::HandleAllowedActionItem},
     {kClearAllowedList, &WebsiteListHandler::ClearAllowed},
@@ -47,7 +45,7 @@ const NotifyRule<WebsiteListHandler> WebsiteListHandler::kNotifyRules[] = {
 };
 
 /// Subscribed only while the denied tab is enabled.
-const NotifyRule<WebsiteListHandler> WebsiteListHandler::kDeniedRules[] = {
+const NotifyRule WebsiteListHandler::kDeniedRules[] = {
     {kDeniedActionItem, &WebsiteListHandler::HandleDeniedActionItem},
     {kClearDeniedList, &WebsiteListHandler::ClearDenied},
 };
@@ -55,7 +53,8 @@ const NotifyRule<WebsiteListHandler> WebsiteListHandler::kDeniedRules[] = {
 WebsiteListHandler::WebsiteListHandler(const std::shared_ptr<SystemSettings>& systemSettings,
                                        const std::shared_ptr<UserSettings>& userSettings,
                                        const std::shared_ptr<MainGuiHandler>& mainGui)
-    : m_systemSettings(systemSettings), m_userSettings(userSettings), m_mainGui(mainGui)
+    : Handler(L"WebsiteListHandler::OnNotify"), m_systemSettings(systemSettings), m_userSettings(userSettings),
+      m_mainGui(mainGui)
 {
     const EntryLog log(L"WebsiteListHandler::WebsiteListHandler");
 }
@@ -72,13 +71,13 @@ bool WebsiteListHandler::Initialize(IPlugInManager* manager)
         return false;
     m_variables.RegisterKept({kEnableTabList, kReadOnlyTable});
     m_variables.Register({kAllowedWebsites, kDeniedWebsites});
-    m_variables.SubscribeRules(kNotifyRules);
+    Follow(kNotifyRules);
     m_variables.Set(kReadOnlyTable, m_readOnly);
 
     const auto user = m_userSettings.lock();
     const bool deniedEnabled = user && user->Settings().internal.sites.enabled.Get();
     if (deniedEnabled)
-        m_variables.SubscribeRules(kDeniedRules);
+        Follow(kDeniedRules);
     m_variables.Set(kEnableTabList, QStringList{UiText("true"), UiText(deniedEnabled ? "true" : "false")});
     FollowSettings();
     return true;
@@ -87,8 +86,7 @@ bool WebsiteListHandler::Initialize(IPlugInManager* manager)
 void WebsiteListHandler::FollowSettings()
 {
     const auto follow = [this](auto& controller) {
-        m_registrations.push_back(controller.Subscribe(controller.Settings().internal.sites.list,
-                                                       [this](const std::wstring& key) { Load(key); }));
+        Follow(controller, controller.Settings().internal.sites.list, [this](const std::wstring& key) { Load(key); });
     };
     if (const auto user = m_userSettings.lock())
         follow(*user);
@@ -137,14 +135,6 @@ QVariantMap WebsiteListHandler::ParseItemIntoMap(const QString& url, bool adminE
     if (adminEntry)
         row.insert(texts.tooltip, UiText("%1 (%2)").arg(url, texts.adminEntry));
     return row;
-}
-
-void WebsiteListHandler::OnNotify(VariableIdentifier identifier)
-{
-    const FunctionLog log(L"WebsiteListHandler::OnNotify");
-    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
-    Dispatch(*this, kNotifyRules, identifier);
-    Dispatch(*this, kDeniedRules, identifier);
 }
 
 void WebsiteListHandler::OnShowWebsiteList()

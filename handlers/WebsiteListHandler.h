@@ -1,19 +1,16 @@
 #pragma once
 
-#include "handlers/SettingsControllers.h"
-#include "handlers/UiVariables.h"
+#include "handlers/Handler.h"
 
-#include <QObject>
 #include <QVariant>
 
 #include <string>
-#include <vector>
 
 class MainGuiHandler;
 
 /// Serves the website restrictions page: the tables of allowed and denied websites, each with the user's own entries
 /// and the administrator's. Applies the page's edits through the elevated settings. UI thread only.
-class WebsiteListHandler : public QObject
+class WebsiteListHandler : public Handler
 {
     Q_OBJECT
 
@@ -45,11 +42,10 @@ public:
 public Q_SLOTS:
     void RefreshAllowedWebsitesList();
     void setReadOnly(bool readOnly);
-    void OnNotify(VariableIdentifier identifier);
 
 private:
-    static const NotifyRule<WebsiteListHandler> kNotifyRules[];
-    static const NotifyRule<WebsiteListHandler> kDeniedRules[];
+    static const NotifyRule kNotifyRules[];
+    static const NotifyRule kDeniedRules[];
 
     struct RowTexts;
 
@@ -78,8 +74,6 @@ private:
     const std::weak_ptr<SystemSettings> m_systemSettings;
     const std::weak_ptr<UserSettings> m_userSettings;
     const std::weak_ptr<MainGuiHandler> m_mainGui;
-    UiVariables m_variables{*this};
     bool m_readOnly = false;
     bool m_pageOpen = false;
-    std::vector<UserSettings::Registration> m_registrations;
 };
