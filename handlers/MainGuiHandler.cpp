@@ -5,6 +5,7 @@
 #include "logging/FunctionLog.h"
 
 using namespace MainGuiVariables;
+using StrataSettings::SetResult;
 
 namespace
 {
@@ -13,14 +14,6 @@ constexpr FunctionLog kInitializeLog(L"MainGuiHandler::Initialize");
 constexpr FunctionLog kNotifyLog(L"MainGuiHandler::OnNotify");
 
 constexpr const char* kOnRequestShow = "1OnNotifyRequestShow(VariableIdentifier)";
-
-/// The elevated pages, as bits of the mask of open ones.
-enum UnusedUI : std::uint32_t
-{
-    kAddWebsitesDialog = 0x08,
-    kWebsiteListPage = 0x20,
-    kSettingsUI = 0x02 | 0x10 | 0x40
-};
 
 } // namespace
 
@@ -59,13 +52,13 @@ struct MainGuiHandler::ShowRule
 };
 
 const MainGuiHandler::ShowRule MainGuiHandler::kShowRules[] = {
-    {kRequestShowWebsiteList, kWebsiteListPage, true, kShowWebsiteList},
-    {kRequestShowAddWebsites, kAddWebsitesDialog, true, kShowAddWebsites},
-    {kRequestShowSettings, kSettingsUI, false, kShowSettings},
-    {kRequestShowWebFilter, kSettingsUI, false, kShowWebFilter},
-    {kRequestShowTimeLimit, kSettingsUI, false, kShowTimeLimit},
-    {kRequestShowTimeLimitWizard, kSettingsUI, false, kShowTimeLimit},
-    {kRequestShowSafeSearch, kSettingsUI, false, kShowSafeSearch},
+    {kRequestShowWebsiteList, ElevatedPages::WebsiteListPage, true, kShowWebsiteList},
+    {kRequestShowAddWebsites, ElevatedPages::AddWebsitesDialog, true, kShowAddWebsites},
+    {kRequestShowSettings, ElevatedPages::SettingsUI, false, kShowSettings},
+    {kRequestShowWebFilter, ElevatedPages::SettingsUI, false, kShowWebFilter},
+    {kRequestShowTimeLimit, ElevatedPages::SettingsUI, false, kShowTimeLimit},
+    {kRequestShowTimeLimitWizard, ElevatedPages::SettingsUI, false, kShowTimeLimit},
+    {kRequestShowSafeSearch, ElevatedPages::SettingsUI, false, kShowSafeSearch},
 };
 
 MainGuiHandler::MainGuiHandler(const std::shared_ptr<SystemSettings>& systemSettings,
@@ -74,7 +67,7 @@ MainGuiHandler::MainGuiHandler(const std::shared_ptr<SystemSettings>& systemSett
 {
     const EntryLog log(L"MainGuiHandler::MainGuiHandler");
     if (userSettings)
-        m_userSid = userSettings->CurrentSid();
+        m_elevated.SetUser(userSettings->CurrentSid());
 }
 
 MainGuiHandler::~MainGuiHandler()
@@ -150,6 +143,35 @@ void MainGuiHandler::RepublishOnChange(Controller& controller, const Properties&
     (Follow(controller, properties, republish), ...);
 }
 
+void MainGuiHandler::LoadStatus()
+{
+    const EntryLog log(L"MainGuiHandler::LoadStatus");
+    const auto system = m_systemSettings.lock();
+    if (!system || !m_variables)
+    {
+        LOG(log, 1, L"%s: systemSettings=%d, m_dataPeer=%d", system ? 1 : 0, m_variables ? 1 : 0);
+        return;
+    }
+
+    m_page.ShowStatus(system->Settings(), m_userSettings.lock().get());
+}
+
+void MainGuiHandler::LoadSystemWideData()
+{
+    const EntryLog log(L"MainGuiHandler::LoadSystemWideData");
+    if (const auto system = m_systemSettings.lock(); system && m_variables)
+        m_page.ShowSystemWideData(system->Settings());
+}
+
+void MainGuiHandler::LoadUserData()
+{
+    const EntryLog log(L"MainGuiHandler::LoadUserData");
+    const auto user = m_userSettings.lock();
+    const auto system = m_systemSettings.lock();
+    if (user && system && m_variables)
+        m_page.ShowUserData(system->Settings(), user->Settings());
+}
+
 void MainGuiHandler::OnLoadData()
 {
     LoadSystemWideData();
@@ -173,17 +195,17 @@ void MainGuiHandler::OnSwitchMoved(const VariableIdentifier& id)
 
 void MainGuiHandler::OnWebsiteListShown()
 {
-    m_unusedUI |= kWebsiteListPage;
+    m_elevated.Add(ElevatedPages::WebsiteListPage);
 }
 
 void MainGuiHandler::OnWebsiteListClosed()
 {
-    SetUnusedUI(kWebsiteListPage);
+    SetUnusedUI(ElevatedPages::WebsiteListPage);
 }
 
 void MainGuiHandler::OnAddWebsitesClosed()
 {
-    SetUnusedUI(kAddWebsitesDialog);
+    SetUnusedUI(ElevatedPages::AddWebsitesDialog);
 }
 
 void MainGuiHandler::OnSettingsShown()
@@ -204,7 +226,7 @@ void MainGuiHandler::LoadUnread()
 
 void MainGuiHandler::OnSettingsClosed()
 {
-    SetUnusedUI(kSettingsUI);
+    SetUnusedUI(ElevatedPages::SettingsUI);
 }
 
 void MainGuiHandler::OnSettingsSave()
@@ -221,7 +243,7 @@ void MainGuiHandler::OnNotifyRequestShow(VariableIdentifier identifier)
     LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
 
     LoadUnread();
-    if (m_unusedUI == 0 && !m_variables.Get(kMainGuiVisible).toBool())
+    if (!m_elevated.IsAnyOpen() && !m_variables.Get(kMainGuiVisible).toBool())
     {
         LoadUserData();
         LoadStatus();
@@ -239,13 +261,91 @@ void MainGuiHandler::OnNotifyRequestShow(VariableIdentifier identifier)
     {
         if (rule.request != identifier)
             continue;
-        const bool reopen = rule.ownHandle && (m_unusedUI & ~rule.page) != 0;
-        if (!ShowUAC(reopen))
+        if (!ShowUAC(rule.ownHandle && m_elevated.IsAnyOpenBut(rule.page)))
             return;
-        m_unusedUI |= rule.page;
+        m_elevated.Add(rule.page);
         m_variables.Fire(rule.show);
         return;
     }
+}
+
+void MainGuiHandler::OnUrlToSave(const VariableIdentifier& id)
+{
+    if (id == kSaveAllowedUrl && !ShowUAC(true))
+    {
+        LOG(FunctionLog(L"MainGuiHandler::OnNotify"), 3, L"%s: Could not show UAC.");
+        return;
+    }
+    if (SaveAllowedUrl(m_variables.Get(id).toString()))
+        Q_EMIT ReloadAllowedWebsitesList();
+    ReleaseUnusedAdminHandle();
+}
+
+void MainGuiHandler::SaveFeatureSwitch(const VariableIdentifier& id)
+{
+    const FunctionLog log(L"MainGuiHandler::SaveFeatureSwitch");
+    LOG(log, 5, L"%s: %ls", LogText(id).c_str());
+
+    const QString move = m_variables.Get(id).toString();
+    if (move != QLatin1String("MoveOn") && move != QLatin1String("MoveOff"))
+        return; // a settled value, which this handler wrote itself
+    if (!m_elevated.Settings())
+        return;
+
+    VdnSettings& settings = m_elevated.Settings()->WritableSettings();
+    const bool on = move == QLatin1String("MoveOn");
+    const VariableIdentifier* status = nullptr;
+    bool stored = true;
+    const auto set = [&](StrataSettings::Property<bool>& property) {
+        stored &= property.Set(on) != SetResult::Enforced;
+    };
+    if (id == kWebFilterState)
+    {
+        set(settings.categories.enabled);
+        status = &kWebFilterStatus;
+    }
+    else if (id == kTimeLimitState)
+    {
+        set(settings.time.enabled);
+        set(settings.time.quotas.enabled);
+        status = &kTimeLimitStatus;
+    }
+    else if (id == kSafeSearchState)
+    {
+        set(settings.searchResultFilter.enabled);
+        status = &kSafeSearchStatus;
+    }
+    else
+        return;
+
+    stored &= m_elevated.Settings()->Save();
+    m_page.ShowSwitch(id, *status, on);
+    if (!stored)
+        LoadUserData();
+}
+
+bool MainGuiHandler::SaveAllowedUrl(const QString& url)
+{
+    const FunctionLog log(L"MainGuiHandler::SaveAllowedUrl");
+    LOG(log, 5, L"%s: %ls", url.toStdWString().c_str());
+
+    const std::string address = url.toStdString();
+    if (address.empty())
+    {
+        LOG(log, 3, L"%s: Cannot save an empty URL");
+        return false;
+    }
+    if (!Settings::Site::IsAddress(address))
+    {
+        LOG(log, 3, L"%s: Cannot save a URL that is no address");
+        return false;
+    }
+    if (m_elevated.Settings())
+    {
+        m_elevated.Settings()->WritableSettings().internal.sites.Add(Settings::Site(address, true, std::string()));
+        m_elevated.Settings()->Save();
+    }
+    return true;
 }
 
 void MainGuiHandler::OnLocalizationUpdated(VariableIdentifier)
@@ -272,7 +372,7 @@ void MainGuiHandler::OnUserInfoChanged()
 void MainGuiHandler::OnSave()
 {
     const EntryLog log(L"MainGuiHandler::OnSave");
-    Q_EMIT Save(m_adminHandle);
+    Q_EMIT Save(m_elevated.Settings());
 }
 
 void MainGuiHandler::BrowsingProtectionSTRATAChanged(const std::wstring&)

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "handlers/ElevatedPages.h"
 #include "handlers/Handler.h"
+#include "handlers/MainPage.h"
 
 #include <QString>
 
@@ -35,20 +37,12 @@ public:
     /// Allows a site from now on. False for a URL that is empty or that the store cannot hold (Site::IsAddress()).
     bool SaveAllowedUrl(const QString& url);
 
-    /// The elevated settings; empty when no page needs them.
-    virtual std::shared_ptr<ElevatedSettings> AdminHandle() { return m_adminHandle; }
-
-    /// Makes sure that the elevated settings are there, asking the user where they are not, or anew with `reopen`.
-    /// False when the user declined.
-    virtual bool ShowUAC(bool reopen);
-
-    /// Tells that elevated pages have closed; the last one takes the elevated settings with it.
-    void SetUnusedUI(std::uint32_t bits);
-
-    void UninitialiseAdminHandle();
-
-    /// Ends an action that needed the elevated settings: drops them while no page is open that would.
-    void ReleaseUnusedAdminHandle();
+    /// The elevated settings and their life, as ElevatedPages says.
+    virtual std::shared_ptr<ElevatedSettings> AdminHandle() { return m_elevated.Settings(); }
+    virtual bool ShowUAC(bool reopen) { return m_elevated.ShowUAC(reopen); }
+    void SetUnusedUI(std::uint32_t bits) { m_elevated.Remove(bits); }
+    void UninitialiseAdminHandle() { m_elevated.Release(); }
+    void ReleaseUnusedAdminHandle() { m_elevated.ReleaseUnused(); }
 
     /// Told by the user's settings that the state of the browser extension changed.
     void BrowsingProtectionSTRATAChanged(const std::wstring& key);
@@ -87,12 +81,8 @@ private:
     void LoadUnread();
     void OnSettingsSave();
 
-    void PublishSwitch(const VariableIdentifier& state, const VariableIdentifier& status, bool on);
-    bool OpenAdminHandle();
-
     const std::weak_ptr<SystemSettings> m_systemSettings;
     const std::weak_ptr<UserSettings> m_userSettings;
-    std::shared_ptr<ElevatedSettings> m_adminHandle;
-    std::string m_userSid;
-    std::uint32_t m_unusedUI = 0; // the elevated pages that are open
+    MainPage m_page{m_variables};
+    ElevatedPages m_elevated;
 };
