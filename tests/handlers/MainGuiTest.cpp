@@ -169,23 +169,3 @@ TEST_F(MainGuiTest, TheSettingsSaveIsAnsweredInOrder)
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("saveResultNotifier"));
     EXPECT_THAT(WrittenKeys(), IsEmpty());
 }
-
-TEST_F(MainGuiTest, AnUnusedTriggerDoesNothing)
-{
-    StartMainGui();
-    m_host.PageFires("@ContentControl\\Triggers:launch_support_tool");
-    EXPECT_THAT(m_host.Take("set"), IsEmpty());
-    EXPECT_THAT(LogCapture::Take(5),
-                Contains(LogLine{5, "MainGuiHandler::OnNotify: @ContentControl\\Triggers:launch_support_tool"}));
-}
-
-TEST_F(MainGuiTest, ThePeerGoesBackExactlyOnce)
-{
-    StartMainGui();
-    EXPECT_EQ(1, m_host.PeersGiven());
-    EXPECT_EQ(1, m_host.PeersOut());
-    m_mainGui.reset();
-    EXPECT_EQ(0, m_host.PeersOut());
-    Put(kUser, Keys::kTime, true); // nobody is told any more
-    Settle();
-}
