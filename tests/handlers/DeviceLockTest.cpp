@@ -353,13 +353,3 @@ TEST_F(DeviceLockTest, AnExtensionThatCannotBeStoredLeavesTheLock)
     m_host.PageFires(kExtend);
     EXPECT_THAT(m_flyers.calls, IsEmpty());
 }
-
-TEST_F(DeviceLockTest, WithoutTheUsersSettingsItIsDeafAndSaysSo)
-{
-    m_handler = std::make_unique<DeviceLockHandler>(m_system, nullptr);
-    ASSERT_TRUE(m_handler->Initialize(&m_host));
-    m_handler->OnEventLoopReady();
-    EXPECT_THAT(m_host.Take("trigger"), IsEmpty());
-    EXPECT_THAT(LogCapture::Take(5), Contains(LogLine{5, "DeviceLockHandler::Initialize: user settings controller "
-                                                         "missing. UI is blind to time lock changes"}));
-}

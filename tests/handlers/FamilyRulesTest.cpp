@@ -275,19 +275,6 @@ TEST_F(FamilyRulesTest, LegacyModeShowsWhetherParentalControlsAreConfigured)
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("load_data"));
 }
 
-TEST_F(FamilyRulesTest, MissingSettingsAreReportedAndLeaveThePage)
-{
-    LogCapture::Expect(2, "FamilyRulesHandler::SetupReloads: user settings controller doesn't exist, can't set up "
-                          "reloads");
-    LogCapture::Expect(2, "FamilyRulesHandler::Load: Cannot load settings: system settings or user settings controller "
-                          "missing");
-    FamilyRulesHandler handler(m_system, nullptr);
-    ASSERT_TRUE(handler.Initialize(&m_host, nullptr));
-    m_host.Forget();
-    m_host.PageFires(kLoadData);
-    EXPECT_THAT(m_host.Take("set"), IsEmpty());
-}
-
 TEST_F(FamilyRulesTest, AdministratorsAreWarned)
 {
     FakeToken token;

@@ -51,20 +51,6 @@ TEST_F(MainGuiTest, SubStatusStaysWithoutTheUsersSettings)
     EXPECT_EQ("as before", m_host.Text(Ids::kSubStatus));
 }
 
-TEST_F(MainGuiTest, WithoutControllersNothingIsPublished)
-{
-    m_mainGui = std::make_shared<MainGuiHandler>(nullptr, nullptr);
-    LogCapture::Expect(1, "MainGuiHandler::LoadStatus: systemSettings=0, m_dataPeer=1");
-    ASSERT_TRUE(m_mainGui->Initialize(&m_host));
-    EXPECT_THAT(m_host.Take("set"), IsEmpty());
-    m_host.PageFires(kLoadData);
-    m_host.PageSets(Ids::kVisible, true);
-    EXPECT_THAT(m_host.Take("set"), IsEmpty());
-    EXPECT_THAT(LogCapture::Take(5),
-                Contains(LogLine{5, "MainGuiHandler::Initialize: user settings controller missing. UI is blind to "
-                                    "browser extension state"}));
-}
-
 TEST_F(MainGuiTest, WithoutADataPeerStatusSaysSo)
 {
     m_mainGui = std::make_shared<MainGuiHandler>(m_system, m_user);

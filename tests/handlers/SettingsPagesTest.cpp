@@ -1,5 +1,9 @@
 #include "handlers/BrowserExtensionsHandler.h"
 #include "handlers/BrowsingProtectionHandler.h"
+#include "handlers/DeviceLockHandler.h"
+#include "handlers/FamilyRulesHandler.h"
+#include "handlers/SafeBankingHandler.h"
+#include "handlers/StatisticsHandler.h"
 #include "handlers/TimeLimitHandler.h"
 #include "handlers/WebFilteringHandler.h"
 #include "handlers/WebsiteListHandler.h"
@@ -80,17 +84,6 @@ TEST_F(BrowsingProtectionTest, PublishesOptionsThenTheirReadOnlyFlagsWhenAsked)
                             "show_searchengines_rating_readonly"));
 }
 
-TEST_F(BrowsingProtectionTest, WithoutTheSystemsSettingsItSaysSo)
-{
-    Start();
-    m_user.reset();
-    m_system.reset();
-    LogCapture::Expect(2, "BrowsingProtectionHandler::Load: Can't load settings: system settings manager is not set");
-    m_host.PageFires(kLoadData);
-    m_host.PageFires(kSave);
-    EXPECT_THAT(m_host.Take("set"), IsEmpty());
-}
-
 TEST_F(BrowsingProtectionTest, OpensTheStorePage)
 {
     UrlCatcher urls;
@@ -168,19 +161,6 @@ TEST_F(BrowserExtensionsTest, AReinstallThatCannotBeSavedIsNotRecorded)
     EXPECT_THAT(MetricEvents(), IsEmpty());
 }
 
-TEST_F(BrowserExtensionsTest, WhatIsMissingIsLogged)
-{
-    Start();
-    m_mainGui.reset();
-    m_user.reset();
-    LogCapture::Expect(2, "BrowserExtensionsHandler::ReinstallExtensions: MainGuiHandler doesn't exist!");
-    LogCapture::Expect(2, "BrowserExtensionsHandler::Load: UserSettingsController doesn't exist!");
-    m_host.PageFires(kReinstall);
-    m_host.PageFires(kLoadData);
-    m_host.PageFires(kSave);
-    EXPECT_THAT(m_host.Take("set"), IsEmpty());
-}
-
 TEST_F(BrowserExtensionsTest, AnElevationThatLeavesNoSettingsIsAnError)
 {
     struct Unsettled : MainGuiHandler
@@ -232,4 +212,56 @@ TEST_F(HandlerTest, ElevatedSettingsDroppedBetweenTwoActionsLoseNothing)
     EXPECT_EQ(18000, Find(kUser, L"common.time.quota.friday.duration").number);
     EXPECT_EQ(R"([{"allowed":true,"label":"","url":"a.example"},{"allowed":true,"label":"","url":"c.example"}])",
               Find(kUser, L"windows.browsing_protection.internal.sites.list").text);
+}
+
+TEST_F(HandlerTest, WhatIsMissingIsLoggedAndNothingShown)
+{
+    MainGuiHandler mainGui(nullptr, nullptr);
+    BrowsingProtectionHandler browsingProtection(nullptr);
+    BrowserExtensionsHandler browserExtensions(nullptr, nullptr);
+    SafeBankingHandler safeBanking(nullptr, nullptr);
+    WebFilteringHandler webFiltering(nullptr, nullptr);
+    WebsiteListHandler websiteList(nullptr, nullptr, nullptr);
+    FamilyRulesHandler familyRules(nullptr, nullptr);
+    TimeLimitHandler timeLimit(nullptr, nullptr);
+    DeviceLockHandler deviceLock(nullptr, nullptr);
+    StatisticsHandler statistics(nullptr);
+    EXPECT_TRUE(mainGui.Initialize(&m_host) && browsingProtection.Initialize(&m_host) &&
+                browserExtensions.Initialize(&m_host) && safeBanking.Initialize(&m_host) &&
+                webFiltering.Initialize(&m_host, nullptr) && websiteList.Initialize(&m_host) &&
+                familyRules.Initialize(&m_host, nullptr) && timeLimit.Initialize(&m_host) &&
+                deviceLock.Initialize(&m_host) && statistics.Initialize(&m_host));
+    m_host.Forget();
+    m_host.PageFires(kLoadData);
+    m_host.PageFires(kSave);
+    m_host.PageSets("@Veridan\\MainGUI:visible", true);
+    m_host.PageFires("@ContentControl\\Triggers:show_website_list");
+    m_host.PageFires(kReinstall);
+    deviceLock.OnEventLoopReady();
+    EXPECT_THAT(m_host.TakeChanges(), IsEmpty());
+    m_host.PageSets("@ContentControl\\WebsiteRestrictions:allowed_action_item", QVariantMap{{"remove", "a.example"}});
+    EXPECT_THAT(WrittenKeys(), IsEmpty());
+
+    const auto log = LogCapture::Take(5);
+    EXPECT_THAT(
+        log, testing::IsSupersetOf({
+                 LogLine{1, "MainGuiHandler::LoadStatus: systemSettings=0, m_dataPeer=1"},
+                 LogLine{5, "MainGuiHandler::Initialize: user settings controller missing. UI is blind to browser "
+                            "extension state"},
+                 LogLine{2, "BrowsingProtectionHandler::Load: Can't load settings: system settings manager is not set"},
+                 LogLine{2, "BrowserExtensionsHandler::Load: UserSettingsController doesn't exist!"},
+                 LogLine{2, "BrowserExtensionsHandler::ReinstallExtensions: MainGuiHandler doesn't exist!"},
+                 LogLine{1, "WebFilteringHandler::Save: gui handler doesn't exist"},
+                 LogLine{1, "TimeLimitHandler::Save: gui handler doesn't exist"},
+                 LogLine{1, "WebsiteListHandler::GetSaveController: gui handler doesn't exist"},
+                 LogLine{2, "FamilyRulesHandler::SetupReloads: user settings controller doesn't exist, can't set up "
+                            "reloads"},
+                 LogLine{2, "FamilyRulesHandler::Load: Cannot load settings: system settings or user settings "
+                            "controller missing"},
+                 LogLine{5, "DeviceLockHandler::Initialize: user settings controller missing. UI is blind to time lock "
+                            "changes"},
+                 LogLine{3, "StatisticsHandler::UpdateStatistics: Cannot get usersettings, unable to read "
+                            "statistics!"},
+             }));
+    EXPECT_EQ(9, std::count_if(log.begin(), log.end(), [](const LogLine& line) { return line.level <= 2; }));
 }

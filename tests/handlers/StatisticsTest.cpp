@@ -123,12 +123,3 @@ TEST_F(StatisticsTest, AnotherDateRepublishesAndTheSameDoesNot)
     EXPECT_EQ("", m_host.Text(kWeek));
     EXPECT_THAT(Entries(kMonth), ElementsAre("=2 checked"));
 }
-
-TEST_F(StatisticsTest, WithoutTheUsersSettingsItSaysSo)
-{
-    StatisticsHandler handler(nullptr);
-    ASSERT_TRUE(handler.Initialize(&m_host));
-    EXPECT_THAT(m_host.Take("set"), IsEmpty());
-    EXPECT_THAT(LogCapture::Take(4), ElementsAre(LogLine{3, "StatisticsHandler::UpdateStatistics: Cannot get "
-                                                            "usersettings, unable to read statistics!"}));
-}

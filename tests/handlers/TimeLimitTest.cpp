@@ -171,14 +171,3 @@ TEST_F(TimeLimitTest, EnforcedDaysStayWhileTheOthersChange)
     EXPECT_EQ(86400, Find(kUser, kTuesdayQuota).number);
     EXPECT_EQ(3600, Find(kUser, L"common.time.quota.monday.duration").number);
 }
-
-TEST_F(TimeLimitTest, WithoutElevatedSettingsNothingIsSaved)
-{
-    Start();
-    LogCapture::Expect(1, "TimeLimitHandler::Save: saveController is not initalized");
-    Save(Week('0'), 1);
-    m_mainGui.reset();
-    LogCapture::Expect(1, "TimeLimitHandler::Save: gui handler doesn't exist");
-    m_host.PageFires(kSave);
-    EXPECT_THAT(WrittenKeys(), IsEmpty());
-}

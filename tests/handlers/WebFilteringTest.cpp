@@ -205,17 +205,6 @@ TEST_F(WebFilteringTest, AnotherProgramsChangeIsNotOverwritten)
     EXPECT_EQ(1, Find(kUser, kFragfinnKey).number);
 }
 
-TEST_F(WebFilteringTest, WithoutElevatedSettingsNothingIsSaved)
-{
-    Start();
-    LogCapture::Expect(1, "WebFilteringHandler::Save: saveController is not initalized");
-    m_host.PageFires(kSave);
-    m_mainGui.reset();
-    LogCapture::Expect(1, "WebFilteringHandler::Save: gui handler doesn't exist");
-    m_host.PageFires(kSave);
-    EXPECT_THAT(WrittenKeys(), IsEmpty());
-}
-
 TEST_F(WebFilteringTest, OpensTheFragfinnSite)
 {
     UrlCatcher urls;
