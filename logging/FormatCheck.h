@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstddef>
+#include "platform/FormatConversion.h"
+
 #include <type_traits>
 
 namespace NlOrbLogging
@@ -19,53 +20,30 @@ struct Types
 template <class Format, class... Arguments>
 Types<Arguments...> TypesOf(Format, Arguments...);
 
-/// What one argument is to a conversion.
-enum class Kind
-{
-    Integer32,
-    Integer64,
-    Float,
-    WideText,
-    NarrowText,
-    Pointer,
-    Other
-};
-
+/// Whether a conversion may take an argument of this type.
 template <class T>
-constexpr Kind KindOf()
+constexpr bool Suits(Platform::FormatArgument wanted)
 {
+    using Platform::FormatArgument;
     if constexpr (std::is_enum_v<T>)
     {
-        return std::is_convertible_v<T, int> ? KindOf<std::underlying_type_t<T>>() : Kind::Other;
+        return std::is_convertible_v<T, int> && Suits<std::underlying_type_t<T>>(wanted);
     }
     else if constexpr (std::is_integral_v<T>)
     {
-        return sizeof(T) <= 4 ? Kind::Integer32 : Kind::Integer64;
-    }
-    else if constexpr (std::is_floating_point_v<T>)
-    {
-        return sizeof(T) <= sizeof(double) ? Kind::Float : Kind::Other;
+        return wanted == (sizeof(T) <= 4 ? FormatArgument::Int32 : FormatArgument::Int64);
     }
     else if constexpr (std::is_pointer_v<T>)
     {
         using Target = std::remove_cv_t<std::remove_pointer_t<T>>;
-        return std::is_same_v<Target, wchar_t> ? Kind::WideText
-               : std::is_same_v<Target, char>  ? Kind::NarrowText
-               : std::is_function_v<Target>    ? Kind::Other
-                                               : Kind::Pointer;
+        return (wanted == FormatArgument::WideText && std::is_same_v<Target, wchar_t>) ||
+               (wanted == FormatArgument::NarrowText && std::is_same_v<Target, char>) ||
+               (wanted == FormatArgument::Pointer && !std::is_function_v<Target>);
     }
     else
     {
-        return Kind::Other;
+        return false;
     }
-}
-
-constexpr bool IsOneOf(wchar_t character, const wchar_t* set)
-{
-    for (; *set != 0; ++set)
-        if (*set == character)
-            return true;
-    return false;
 }
 
 /// Reads the conversions of a format one after the other.
@@ -74,79 +52,40 @@ class Reader
 public:
     constexpr explicit Reader(const wchar_t* format) : m_at(format) {}
 
-    /// Goes behind the next conversion that takes an argument. False: there is none.
-    constexpr bool Next()
+    /// What the next conversion takes, None where there is none.
+    constexpr Platform::FormatArgument Next()
     {
-        for (; *m_at != 0; ++m_at)
+        while (*m_at != 0)
         {
+            if (*m_at++ != L'%')
+                continue;
             if (*m_at == L'%')
             {
                 ++m_at;
-                if (*m_at != L'%')
-                {
-                    ReadConversion();
-                    return true;
-                }
+                continue;
             }
+            Platform::FormatConversion conversion;
+            m_at = Platform::ReadConversion(m_at, conversion);
+            m_allKnown = m_allKnown && conversion.Argument(true) != Platform::FormatArgument::None;
+            return conversion.Argument(true);
         }
-        return false;
+        return Platform::FormatArgument::None;
     }
 
-    /// Whether the conversion just read takes an argument of this kind.
-    constexpr bool Takes(Kind kind) const
-    {
-        if (m_type == L's' || m_type == L'S')
-        {
-            const bool wide = m_size == L'l' || (m_size == 0 && m_type == L's');
-            return (wide || m_size == 0 || m_size == L'h') && kind == (wide ? Kind::WideText : Kind::NarrowText);
-        }
-        if (m_type == L'p')
-            return m_size == 0 && (kind == Kind::Pointer || kind == Kind::WideText || kind == Kind::NarrowText);
-        if (IsOneOf(m_type, L"diuxXo"))
-        {
-            const bool is64 = m_size == L'L' || (m_size == L'I' && sizeof(void*) == 8);
-            return kind == (is64 ? Kind::Integer64 : Kind::Integer32);
-        }
-        return m_size == 0 &&
-               ((m_type == L'c' && kind == Kind::Integer32) || (IsOneOf(m_type, L"eEfFgGaA") && kind == Kind::Float));
-    }
+    /// Whether nothing is left, and all that was read is known.
+    constexpr bool IsThrough() { return Next() == Platform::FormatArgument::None && m_allKnown; }
 
 private:
-    constexpr void ReadConversion()
-    {
-        while (IsOneOf(*m_at, L"-+ #0123456789."))
-            ++m_at;
-        m_size = 0;
-        if (*m_at == L'h' || *m_at == L'l' || *m_at == L'I')
-            m_size = *m_at++;
-        if (m_size == L'l' && *m_at == L'l')
-        {
-            m_size = L'L';
-            ++m_at;
-        }
-        else if (m_size == L'I' && m_at[0] == L'6' && m_at[1] == L'4')
-        {
-            m_size = L'L';
-            m_at += 2;
-        }
-        m_type = *m_at;
-        if (m_type != 0)
-            ++m_at;
-    }
-
     const wchar_t* m_at;
-    wchar_t m_size = 0; // h, l, I as written; L for 64 bits
-    wchar_t m_type = 0;
+    bool m_allKnown = true;
 };
 
 template <class... Arguments>
 constexpr bool Matches(const wchar_t* format, Types<Arguments...>)
 {
     Reader reader(format);
-    if (!reader.Next() || !reader.Takes(Kind::WideText)) // the function's name
-        return false;
-    const bool matches = ((reader.Next() && reader.Takes(KindOf<Arguments>())) && ...);
-    return matches && !reader.Next();
+    return reader.Next() == Platform::FormatArgument::WideText // the function's name
+           && (Suits<Arguments>(reader.Next()) && ...) && reader.IsThrough();
 }
 
 } // namespace FormatCheck

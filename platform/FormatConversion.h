@@ -1,138 +1,98 @@
 #pragma once
 
-#include <algorithm>
-#include <cstdint>
-#include <limits>
-
 namespace Platform
 {
 
-/// The size that a conversion of a format names.
-enum class FormatSize
+/// What a conversion of a format takes.
+enum class FormatArgument
 {
-    Default,
-    Short,   // h: narrow text
-    Long,    // l, w: wide text; integers of 32 bits, as a Windows long has
-    Wide,    // ll, I64
-    Pointer, // I
-    LongDouble
+    None, ///< It is none of those that Format() knows.
+    Int32,
+    Int64,
+    WideText,
+    NarrowText,
+    Pointer
 };
 
-/// One conversion of a format, from the percent sign to its type.
+/// One conversion of a format: flags, width and precision, size and type. A precision is that of a text.
 struct FormatConversion
 {
     bool left = false;
     bool plus = false;
-    bool blank = false;
-    bool alternate = false;
     bool zero = false;
     int width = 0;
-    int precision = -1;
-    FormatSize size = FormatSize::Default;
-    char type = '\0'; // the letter, null for what cannot be one
+    int precision = -1;      ///< Negative: there is none.
+    bool isShort = false;    // h
+    bool isLong = false;     // l
+    bool isLongLong = false; // ll, I64
+    bool isNative = false;   // I: as wide as a pointer
+    wchar_t type = 0;
+
+    constexpr FormatArgument Argument(bool wideFormat) const
+    {
+        const bool isText = type == L's' || type == L'S';
+        if (isText && !plus && !zero && !isLongLong && !isNative)
+        {
+            const bool wide = isLong || (!isShort && (type == L's') == wideFormat);
+            return wide ? FormatArgument::WideText : FormatArgument::NarrowText;
+        }
+        const bool isUnsigned = type == L'u' || type == L'x' || type == L'X';
+        if (type == L'd' || (isUnsigned && !plus))
+        {
+            if (isShort || precision >= 0)
+                return FormatArgument::None;
+            return isLongLong || (isNative && sizeof(void*) == 8) ? FormatArgument::Int64 : FormatArgument::Int32;
+        }
+        const bool isPlain =
+            !left && !plus && !zero && width == 0 && precision < 0 && !isShort && !isLong && !isLongLong && !isNative;
+        return type == L'p' && isPlain ? FormatArgument::Pointer : FormatArgument::None;
+    }
 };
 
-/// Reads a conversion up to its type, where `At()` stands then. `nextInt` gives the argument that a "*" stands for.
-template <class Char, class NextInt>
-class ConversionReader
+/// Reads what follows a percent sign into `conversion`, and returns where the format goes on behind it.
+template <class Char>
+constexpr const Char* ReadConversion(const Char* at, FormatConversion& conversion)
 {
-public:
-    ConversionReader(const Char* at, NextInt nextInt) : m_at(at), m_nextInt(nextInt)
-    {
-        ReadFlags();
-        m_conversion.width = ReadNumber();
-        if (m_conversion.width < 0)
-        {
-            m_conversion.left = true;
-            m_conversion.width = std::max(m_conversion.width, -std::numeric_limits<int>::max());
-            m_conversion.width = -m_conversion.width;
-        }
-        if (*m_at == '.')
-        {
-            ++m_at;
-            m_conversion.precision = ReadNumber();
-        }
-        ReadSize();
-        m_conversion.type = *m_at > 0 && *m_at < 0x7F ? static_cast<char>(*m_at) : '\0';
-    }
-
-    const FormatConversion& Conversion() const { return m_conversion; }
-    const Char* At() const { return m_at; }
-
-private:
-    void ReadFlags()
-    {
-        for (;; ++m_at)
-        {
-            switch (*m_at)
-            {
-            case '-':
-                m_conversion.left = true;
-                break;
-            case '+':
-                m_conversion.plus = true;
-                break;
-            case ' ':
-                m_conversion.blank = true;
-                break;
-            case '#':
-                m_conversion.alternate = true;
-                break;
-            case '0':
-                m_conversion.zero = true;
-                break;
-            default:
-                return;
-            }
-        }
-    }
-
-    int ReadNumber()
-    {
+    const auto isDigit = [](Char character) { return character >= '0' && character <= '9'; };
+    const auto readNumber = [&at, isDigit] {
+        constexpr int most = 100'000'000;
         int number = 0;
-        if (*m_at == '*')
-        {
-            ++m_at;
-            return m_nextInt();
-        }
-        for (; *m_at >= '0' && *m_at <= '9'; ++m_at)
-        {
-            const std::int64_t next = std::int64_t{number} * 10 + (*m_at - '0');
-            number = static_cast<int>(std::min<std::int64_t>(next, std::numeric_limits<int>::max()));
-        }
+        for (; isDigit(*at); ++at)
+            number = number < most ? 10 * number + static_cast<int>(*at - '0') : number;
         return number;
-    }
-
-    void ReadSize()
+    };
+    for (; *at == '-' || *at == '+' || *at == '0'; ++at)
     {
-        switch (*m_at)
-        {
-        case 'h':
-            return Take(FormatSize::Short, 1);
-        case 'w':
-            return Take(FormatSize::Long, 1);
-        case 'L':
-            return Take(FormatSize::LongDouble, 1);
-        case 'l':
-            return m_at[1] == 'l' ? Take(FormatSize::Wide, 2) : Take(FormatSize::Long, 1);
-        case 'I':
-            if (m_at[1] == '6' && m_at[2] == '4')
-                return Take(FormatSize::Wide, 3);
-            return m_at[1] == '3' && m_at[2] == '2' ? Take(FormatSize::Long, 3) : Take(FormatSize::Pointer, 1);
-        default:
-            return;
-        }
+        conversion.left = conversion.left || *at == '-';
+        conversion.plus = conversion.plus || *at == '+';
+        conversion.zero = conversion.zero || *at == '0';
     }
-
-    void Take(FormatSize size, int characters)
+    conversion.width = readNumber();
+    if (*at == '.')
     {
-        m_conversion.size = size;
-        m_at += characters;
+        ++at;
+        conversion.precision = readNumber();
     }
-
-    const Char* m_at;
-    NextInt m_nextInt;
-    FormatConversion m_conversion;
-};
+    if (*at == 'h')
+    {
+        conversion.isShort = true;
+        ++at;
+    }
+    else if (*at == 'l')
+    {
+        conversion.isLongLong = at[1] == 'l';
+        conversion.isLong = !conversion.isLongLong;
+        at += conversion.isLongLong ? 2 : 1;
+    }
+    else if (*at == 'I')
+    {
+        conversion.isLongLong = at[1] == '6' && at[2] == '4';
+        conversion.isNative = !conversion.isLongLong;
+        at += conversion.isLongLong ? 3 : 1;
+    }
+    if (*at > 0 && *at < 0x7F)
+        conversion.type = static_cast<wchar_t>(*at++);
+    return at;
+}
 
 } // namespace Platform
