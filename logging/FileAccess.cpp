@@ -48,6 +48,26 @@ std::wstring MutexName(const std::wstring& path, bool lowIntegrity)
     return (lowIntegrity ? L"Local\\NlOrbLogging_" : L"Global\\NlOrbLogging_") + file;
 }
 
+/// What the holders of the mutex tell each other about the live file: which one it is, counted by the rotations, and
+/// its size. 0: the size is not known.
+struct LiveFile
+{
+    static constexpr int kSizeBits = 40;
+
+    explicit LiveFile(std::uint64_t number)
+        : rotations(static_cast<std::uint32_t>(number >> kSizeBits)),
+          size(number & ((std::uint64_t{1} << kSizeBits) - 1))
+    {}
+    static std::uint64_t Number(std::uint32_t rotations, std::uint64_t size)
+    {
+        return (std::uint64_t{rotations} << kSizeBits) | size;
+    }
+    static std::uint32_t Next(std::uint32_t rotations) { return (rotations + 1) & 0xFFFFFF; }
+
+    std::uint32_t rotations;
+    std::uint64_t size;
+};
+
 bool IsHeldAfter(NamedMutex::Wait result)
 {
     return result == NamedMutex::Wait::Acquired || result == NamedMutex::Wait::Abandoned;
@@ -93,11 +113,27 @@ void FileAccess::Write(const void* data, std::uint32_t bytes)
         return;
     }
     const NamedMutex::Unlocker unlocker(m_mutex);
-    if (!EnsureOpen())
+    if (!FindEnd(result == NamedMutex::Wait::Abandoned))
         return;
-    m_file->SeekToEnd();
     if (!NeedsRotation() || Rotate())
         m_file->Write(data, bytes);
+    m_mutex.SetNumber(LiveFile::Number(m_rotations, m_file->GetSize()));
+}
+
+bool FileAccess::FindEnd(bool abandoned)
+{
+    if (abandoned) // perhaps by a process that was rotating
+        m_mutex.SetNumber(LiveFile::Number(LiveFile::Next(LiveFile(m_mutex.Number()).rotations), 0));
+    const LiveFile live(m_mutex.Number());
+    if (live.size != 0 && live.rotations != m_rotations)
+        m_file->Close();
+    m_rotations = live.rotations;
+    if (m_file->IsOpen() && live.size != 0)
+    {
+        m_file->FollowTo(live.size);
+        return true;
+    }
+    return EnsureOpen() && m_file->SeekToEnd();
 }
 
 void FileAccess::Flush()
@@ -113,6 +149,8 @@ bool FileAccess::Rotate()
     if (m_path.empty())
         return false;
     m_file->Close();
+    m_rotations = LiveFile::Next(m_rotations);
+    m_mutex.SetNumber(LiveFile::Number(m_rotations, 0)); // from now on nobody else's file is the live one
     if (m_rotationCount == 0)
     {
         RemoveFile(m_path);

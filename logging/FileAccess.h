@@ -50,10 +50,15 @@ public:
 private:
     bool Reopen();
 
+    /// Opens the live file, or finds the end of the one that is open, where it is still the live one: from those who
+    /// wrote before, else from the system. The mutex is held.
+    bool FindEnd(bool abandoned);
+
     Platform::NamedMutex m_mutex;
     std::wstring m_path; // empty: there is no file
     std::uint32_t m_maximumSize;
     std::uint32_t m_rotationCount;
+    std::uint32_t m_rotations = 0; // of all processes, when the file was opened
     std::unique_ptr<FileLowLevel> m_file;
     std::unique_ptr<FileUtils> m_utils;
     const wchar_t* m_fileSecurity = nullptr; // an SDDL text

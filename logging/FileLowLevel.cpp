@@ -18,9 +18,9 @@ bool FileLowLevel::Write(const void* data, std::uint32_t bytes)
 {
     std::size_t written = 0;
     const bool complete = m_file.Write(data, bytes, written);
-    if (!complete && written != 0 && m_file.Truncate(m_size))
-        written = 0;
     m_size += written;
+    if (!complete && written != 0 && SeekToEnd() && m_file.Truncate(m_size - written))
+        m_size -= written;
     return complete;
 }
 

@@ -33,6 +33,9 @@ public:
     /// Makes a file that was just opened ready to be appended to; closes it on failure.
     virtual bool PrepareAppend();
 
+    /// The size is this, as somebody knows who wrote to the file: spares SeekToEnd().
+    void FollowTo(std::uint64_t size) { m_size = size; }
+
 private:
     std::uint64_t m_size = 0;
     Platform::File m_file;

@@ -25,7 +25,6 @@ using Platform::LastErrorGuard;
 
 constexpr std::size_t FirstBuffer = 2048;
 constexpr std::size_t BufferLimit = 0x40000;
-constexpr std::size_t PrefixRoom = 50;
 constexpr std::uint32_t UnknownSession = 0xDEADBEEF;
 constexpr int UnknownOffset = 3599;
 constexpr auto ExitWait = std::chrono::milliseconds(500);
@@ -202,7 +201,7 @@ void LoggerWin::WriteStartBanner(unsigned flags)
     Platform::Get<Platform::Clock>().UtcOffset(offset);
     const int level = BannerLevel(flags);
     if (!IsFiltered(level))
-        WriteLine(level, L"\r\n", 2);
+        WriteLine(level, u"\r\n");
     Log(level,
         (flags & UtcTimestamps) != 0 ? L"***  LOGGING STARTED  *** (UTC+00:00, local:%+02d:%02d, session: 0x%x)"
                                      : L"***  LOGGING STARTED  *** (UTC%+02d:%02d, session: 0x%x)",
@@ -213,16 +212,21 @@ void LoggerWin::FormatLine(int level, const wchar_t* message, std::size_t length
 {
     auto& clock = Platform::Get<Platform::Clock>();
     const Platform::CalendarTime time = (m_flags & UtcTimestamps) != 0 ? clock.UtcTime() : clock.LocalTime();
-    const std::size_t size = length + PrefixRoom;
-    TextBuffer<wchar_t, FirstBuffer + PrefixRoom> line;
-    if (!line.Reserve(size))
+    constexpr std::size_t room = kLongestPrefix + 2; // beside the message
+    TextBuffer<char16_t, room + 2 * FirstBuffer> line;
+    if (!line.Reserve(room + 2 * length))
         return;
-    const std::size_t lineLength = PrintLine(line.Data(), size, time, LevelTag(level), {message, length});
-    if (lineLength > 0)
-        WriteLine(level, line.Data(), lineLength);
+    const std::size_t prefix = PrintPrefix(line.Data(), time, LevelTag(level));
+    if (prefix == 0)
+        return;
+    char16_t* end = line.Data() + prefix;
+    end += Platform::ToUtf16({message, length}, end);
+    *end++ = u'\r';
+    *end++ = u'\n';
+    WriteLine(level, {line.Data(), static_cast<std::size_t>(end - line.Data())});
 }
 
-void LoggerWin::WriteLine(int level, const wchar_t* text, std::size_t length)
+void LoggerWin::WriteLine(int level, std::u16string_view line)
 {
     if (m_dirty)
     {
@@ -231,14 +235,10 @@ void LoggerWin::WriteLine(int level, const wchar_t* text, std::size_t length)
             return;
     }
     if (m_debugOutput)
-        Platform::Get<Platform::DebugOutput>().Write(text);
-    TextBuffer<char16_t, 2 * FirstBuffer> units;
-    if (!units.Reserve(2 * length))
-        return;
-    const std::size_t count = Platform::ToUtf16({text, length}, units.Data());
+        Platform::Get<Platform::DebugOutput>().Write(Platform::FromUtf16(line).c_str());
     const std::lock_guard lock(m_lock);
     if (m_file)
-        m_file->Write(units.Data(), static_cast<std::uint32_t>(count * sizeof(char16_t)));
+        m_file->Write(line.data(), static_cast<std::uint32_t>(line.size() * sizeof(char16_t)));
 }
 
 } // namespace NlOrbLogging

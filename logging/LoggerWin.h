@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <memory>
 #include <mutex>
+#include <string_view>
 
 namespace NlOrbLogging
 {
@@ -41,7 +42,7 @@ private:
     void Reconfigure();
     void WriteStartBanner(unsigned flags);
     void FormatLine(int level, const wchar_t* message, std::size_t length);
-    void WriteLine(int level, const wchar_t* text, std::size_t length);
+    void WriteLine(int level, std::u16string_view line);
 
     std::unique_ptr<FileAccess> m_file; // null until configured
     std::atomic<bool> m_debugOutput{false};

@@ -23,9 +23,10 @@ public:
     bool Close();
     bool IsOpen() const { return m_handle != Invalid; }
 
-    /// One write at the current position. False: not all of it was written, `written` tells how much.
+    /// One write at the end, wherever that is now. False: not all of it was written, `written` tells how much.
     bool Write(const void* data, std::size_t size, std::size_t& written);
 
+    /// Where the end is.
     bool SeekToEnd(std::uint64_t& end);
 
     /// Cuts the file to this size.

@@ -42,6 +42,11 @@ public:
     Wait Lock(std::uint32_t timeoutMs);
     void Unlock(); ///< By the thread that holds it.
 
+    /// A number that those who hold the mutex leave to the next one; 0 at first. By the thread that holds it. On
+    /// Windows nothing is kept, and it is always 0.
+    std::uint64_t Number() const;
+    void SetNumber(std::uint64_t number);
+
     /// Unlocks a mutex that the thread holds, however the scope is left.
     class Unlocker
     {

@@ -136,4 +136,19 @@ std::size_t ToUtf16(std::wstring_view text, char16_t* target)
     return static_cast<std::size_t>(at - target);
 }
 
+std::wstring FromUtf16(std::u16string_view text)
+{
+    std::wstring result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at)
+    {
+        const char32_t unit = text[at];
+        if (IsHighSurrogate(unit) && at + 1 < text.size() && IsLowSurrogate(text[at + 1]))
+            Append(result, 0x10000 + ((unit - 0xD800) << 10) + (char32_t{text[++at]} - 0xDC00));
+        else
+            result += static_cast<wchar_t>(unit);
+    }
+    return result;
+}
+
 } // namespace Platform

@@ -17,7 +17,8 @@ std::wstring FromAnsi(std::string_view text);
 std::string ToAnsi(std::wstring_view text);
 
 /// Writes the UTF-16LE form of `text` to `target`, which has room for two units for each character of it. Returns the
-/// units written. A lone surrogate is kept as it is.
+/// units written. A lone surrogate is kept as it is, both ways.
 std::size_t ToUtf16(std::wstring_view text, char16_t* target);
+std::wstring FromUtf16(std::u16string_view text);
 
 } // namespace Platform

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cerrno>
 #include <ctime>
+#include <limits>
 
 namespace Platform
 {
@@ -65,6 +66,21 @@ CalendarTime Calendar(std::int64_t seconds, int millisecond)
     return time;
 }
 
+/// The calendar of now. Lines of the log come in bursts: a thread keeps what it has worked out for a second.
+CalendarTime CalendarOfNow(std::int64_t seconds, long nanoseconds)
+{
+    thread_local std::int64_t t_seconds = std::numeric_limits<std::int64_t>::min();
+    thread_local CalendarTime t_time{};
+    if (t_seconds != seconds)
+    {
+        t_time = Calendar(seconds, 0);
+        t_seconds = seconds;
+    }
+    CalendarTime time = t_time;
+    time.millisecond = static_cast<int>(nanoseconds / 1000000);
+    return time;
+}
+
 timespec Now()
 {
     timespec now{};
@@ -78,13 +94,13 @@ public:
     CalendarTime UtcTime() override
     {
         const timespec now = Now();
-        return Calendar(now.tv_sec, static_cast<int>(now.tv_nsec / 1000000));
+        return CalendarOfNow(now.tv_sec, now.tv_nsec);
     }
 
     CalendarTime LocalTime() override
     {
         const timespec now = Now();
-        return Calendar(now.tv_sec + OffsetOfNow(now.tv_sec), static_cast<int>(now.tv_nsec / 1000000));
+        return CalendarOfNow(now.tv_sec + OffsetOfNow(now.tv_sec), now.tv_nsec);
     }
 
     bool UtcOffset(int& minutes) override

@@ -47,7 +47,7 @@ File::~File()
 bool File::Open(const std::wstring& path, const wchar_t* security)
 {
     Close();
-    m_handle = ::open(ToUtf8(path).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY, FileMode(security));
+    m_handle = ::open(ToUtf8(path).c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY, FileMode(security));
     return IsOpen();
 }
 

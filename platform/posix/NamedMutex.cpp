@@ -14,13 +14,19 @@ namespace Platform
 namespace
 {
 
+struct Shared
+{
+    pthread_mutex_t mutex;
+    std::uint64_t number; // memory is zero at first
+};
+
 bool InitialiseMutex(void* memory)
 {
     pthread_mutexattr_t attributes;
     ::pthread_mutexattr_init(&attributes);
     ::pthread_mutexattr_setpshared(&attributes, PTHREAD_PROCESS_SHARED);
     ::pthread_mutexattr_setrobust(&attributes, PTHREAD_MUTEX_ROBUST);
-    errno = ::pthread_mutex_init(static_cast<pthread_mutex_t*>(memory), &attributes);
+    errno = ::pthread_mutex_init(&static_cast<Shared*>(memory)->mutex, &attributes);
     ::pthread_mutexattr_destroy(&attributes);
     return errno == 0;
 }
@@ -46,12 +52,15 @@ class NamedMutex::Object
 public:
     int Open(const std::wstring& name, bool create)
     {
-        return m_page.Open("mutex", ToUtf8(name), sizeof(pthread_mutex_t), create ? InitialiseMutex : nullptr);
+        return m_page.Open("mutex", ToUtf8(name), sizeof(Shared), create ? InitialiseMutex : nullptr);
     }
 
-    pthread_mutex_t* Mutex() const { return static_cast<pthread_mutex_t*>(m_page.Memory()); }
+    pthread_mutex_t* Mutex() const { return &Memory().mutex; }
+    std::uint64_t& Number() const { return Memory().number; }
 
 private:
+    Shared& Memory() const { return *static_cast<Shared*>(m_page.Memory()); }
+
     SharedPage m_page;
 };
 
@@ -106,6 +115,16 @@ NamedMutex::Wait NamedMutex::Lock(std::uint32_t timeoutMs)
 void NamedMutex::Unlock()
 {
     ::pthread_mutex_unlock(m_object->Mutex());
+}
+
+std::uint64_t NamedMutex::Number() const
+{
+    return m_object->Number();
+}
+
+void NamedMutex::SetNumber(std::uint64_t number)
+{
+    m_object->Number() = number;
 }
 
 } // namespace Platform

@@ -50,7 +50,9 @@ bool File::Close()
 bool File::Write(const void* data, std::size_t size, std::size_t& written)
 {
     DWORD count = 0;
-    const bool succeeded = ::WriteFile(Native(m_handle), data, static_cast<DWORD>(size), &count, nullptr) != FALSE;
+    OVERLAPPED atTheEnd{};
+    atTheEnd.Offset = atTheEnd.OffsetHigh = 0xFFFFFFFF;
+    const bool succeeded = ::WriteFile(Native(m_handle), data, static_cast<DWORD>(size), &count, &atTheEnd) != FALSE;
     written = count;
     return succeeded && count == size;
 }

@@ -58,4 +58,11 @@ void NamedMutex::Unlock()
     ::ReleaseMutex(m_object->Get());
 }
 
+std::uint64_t NamedMutex::Number() const
+{
+    return 0;
+}
+
+void NamedMutex::SetNumber(std::uint64_t) {}
+
 } // namespace Platform

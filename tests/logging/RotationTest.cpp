@@ -229,6 +229,20 @@ TEST_F(Rotation, AnotherProcessesRotationIsFollowedNotRepeated)
     EXPECT_THAT(Numbered(0), ElementsAre(L"after"));
 }
 
+TEST_F(Rotation, AnIdleLoggerFollowsTheRotationsOfOthers)
+{
+    Start(1, 2);
+    Write(L"a");
+    RefusingLogger other(m_orders);
+    other.Initialize(L"NLCC", L"Veridan", 4, NlOrbLogging::BannerAtDebug);
+    other.Log(4, L"%s", std::wstring(600, L'x').c_str());
+    other.Log(4, L"b");
+    Write(L"c");
+    other.Log(4, L"d");
+    EXPECT_THAT(Numbered(0), ElementsAre(L"b", L"c", L"d"));
+    EXPECT_THAT(FileNames(), ElementsAre(L"Veridan.1.log", L"Veridan.log"));
+}
+
 TEST_F(Rotation, ARenameThatTheSystemRefusesIsToldToTheDebugger)
 {
     NlOrbLogging::FileUtilsWin32 utils;

@@ -34,6 +34,7 @@ TEST(Text, CharactersBeyondTheBasicPlaneBecomeTwoUnits)
     std::array<char16_t, 8> units{};
     ASSERT_EQ(Platform::ToUtf16(text, units.data()), 4U);
     EXPECT_EQ(std::u16string(units.data(), 4), u"\xE4\U0001F600z");
+    EXPECT_EQ(Platform::FromUtf16({units.data(), 4}), text);
 }
 
 } // namespace
