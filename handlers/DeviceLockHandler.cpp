@@ -98,8 +98,7 @@ bool DeviceLockHandler::Elevate()
     const FunctionLog log(L"DeviceLockHandler::Elevate");
     const Platform::ElevationOwner owner;
     OrbStrataResult result = ORB_STRATA_INVALID_HANDLE;
-    const StrataSettings::StoreHandle handle(
-        OrbStrata_OpenElevatedHandle(kSettingsStore, L"S-1-5-18", kClientId, &result));
+    const auto handle = StrataSettings::StoreHandle::Open(true, kSettingsStore, L"S-1-5-18", kClientId, result);
     if (!handle)
         LOG(log, 3, L"%s: Could not acquire elevated handle.");
     return static_cast<bool>(handle);

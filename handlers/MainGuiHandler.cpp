@@ -174,6 +174,11 @@ void MainGuiHandler::LoadUserData()
 
 void MainGuiHandler::OnLoadData()
 {
+    if (LoadMissing())
+    {
+        m_variables.Fire(kLoadData); // once more: other handlers may have shown the state before
+        return;
+    }
     LoadSystemWideData();
     LoadUserData();
 }
@@ -210,18 +215,17 @@ void MainGuiHandler::OnAddWebsitesClosed()
 
 void MainGuiHandler::OnSettingsShown()
 {
-    LoadUnread();
     RecordMetricsEvent(kNotifyLog, "settings_gui_opened");
     m_variables.Fire(kLoadData);
 }
 
 /// A page that opens shows what could not be read before, if it can be read by now.
-void MainGuiHandler::LoadUnread()
+bool MainGuiHandler::LoadMissing()
 {
-    if (const auto system = m_systemSettings.lock())
-        system->Load();
-    if (const auto user = m_userSettings.lock())
-        user->Load();
+    const auto system = m_systemSettings.lock();
+    const auto user = m_userSettings.lock();
+    const bool systemBrought = system && system->LoadMissing();
+    return (user && user->LoadMissing()) || systemBrought;
 }
 
 void MainGuiHandler::OnSettingsClosed()
@@ -242,7 +246,7 @@ void MainGuiHandler::OnNotifyRequestShow(VariableIdentifier identifier)
     const FunctionLog log(L"MainGuiHandler::OnNotifyRequestShow");
     LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
 
-    LoadUnread();
+    LoadMissing();
     if (!m_elevated.IsAnyOpen() && !m_variables.Get(kMainGuiVisible).toBool())
     {
         LoadUserData();

@@ -78,7 +78,7 @@ private:
     void OnUrlToSave(const VariableIdentifier& id);
     void OnSettingsShown();
     void OnSettingsClosed();
-    void LoadUnread();
+    bool LoadMissing();
     void OnSettingsSave();
 
     const std::weak_ptr<SystemSettings> m_systemSettings;

@@ -1,7 +1,6 @@
 #include "handlers/SettingsControllers.h"
 
 template class StrataSettings::ScopedSettings<VdnSettings>;
-template class StrataSettings::FollowedScope<VdnSettings>;
 template class Controller<VdnSettings>;
 template class SystemSettingsController<VdnSettings>;
 template class UserSettingsController<VdnSettings>;

@@ -9,7 +9,6 @@ using UserSettings = UserSettingsController<VdnSettings>;
 using ElevatedSettings = Controller<VdnSettings>;
 
 extern template class StrataSettings::ScopedSettings<VdnSettings>;
-extern template class StrataSettings::FollowedScope<VdnSettings>;
 extern template class Controller<VdnSettings>;
 extern template class SystemSettingsController<VdnSettings>;
 extern template class UserSettingsController<VdnSettings>;

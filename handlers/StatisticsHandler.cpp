@@ -85,8 +85,21 @@ bool StatisticsHandler::Initialize(IPlugInManager* manager)
     m_variables.Register(ValueBarVariable());
     m_lastUpdate = LocalTime::Today();
     UpdateStatistics();
+    FollowUnreadCounters();
     StartTimer(kTimerInterval);
     return true;
+}
+
+/// Counters that grow are shown with the date's next change; but what could not be read at all is shown once it can be.
+void StatisticsHandler::FollowUnreadCounters()
+{
+    if (!m_userSettings)
+        return;
+    m_registration = m_userSettings->Subscribe(m_userSettings->Settings().internal.statistics.dailyCounters,
+                                               [this](const std::wstring&) {
+                                                   if (m_shownUnread)
+                                                       UpdateStatistics();
+                                               });
 }
 
 void StatisticsHandler::StartTimer(int milliseconds)
@@ -122,6 +135,7 @@ void StatisticsHandler::UpdateStatistics()
         return;
     }
     const Settings::CommonStatistics& statistics = m_userSettings->Settings().internal.statistics;
+    m_shownUnread = statistics.dailyCounters.ReadFailed();
     QString valueBar;
     for (const int period : kPeriods)
     {

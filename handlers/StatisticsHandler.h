@@ -26,6 +26,7 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
+    void FollowUnreadCounters();
     void StartTimer(int milliseconds);
 
     /// The period's JSON text, empty where all its counts are 0.
@@ -33,4 +34,6 @@ private:
 
     const std::shared_ptr<UserSettings> m_userSettings;
     QDate m_lastUpdate;
+    bool m_shownUnread = false;
+    UserSettings::Registration m_registration;
 };

@@ -20,7 +20,7 @@ namespace StrataSettings
 using ChangeCallback = std::function<void(const std::wstring& key)>;
 
 /// Brings store notifications to the thread that created the dispatcher, through its event loop. Changes of one key
-/// that are waiting to be delivered are delivered as one.
+/// that are waiting to be delivered are delivered as one. As long as something is missing, has it tried again.
 class ChangeDispatcher final : public QObject, public Observer
 {
     struct Subscriber
@@ -57,7 +57,11 @@ public:
         std::uint64_t m_id = 0;
     };
 
-    ChangeDispatcher();
+    /// Tries again what is missing; says so to the observer when it still is.
+    using Retry = std::function<void()>;
+    static constexpr int kRetryInterval = 3000; // ms
+
+    explicit ChangeDispatcher(Retry retry = {});
     ~ChangeDispatcher() override;
 
     /// The dispatcher's own thread.
@@ -65,17 +69,31 @@ public:
 
     /// Any thread.
     void OnPropertyChanged(const PropertyBase& property) override;
+    void OnMissing() override;
 
 protected:
     bool event(QEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
-    void Deliver(const std::wstring& key);
+    static void Deliver(const std::weak_ptr<Subscribers>& subscribers, const std::wstring& key);
 
-    const std::shared_ptr<Subscribers> m_subscribers = std::make_shared<Subscribers>();
+    /// The key's first subscriber after number `last`, which becomes its own; null after the last one, or when the
+    /// dispatcher is gone.
+    static std::shared_ptr<const ChangeCallback> Next(const std::weak_ptr<Subscribers>& subscribers,
+                                                      const std::wstring& key, std::uint64_t& last);
+
+    /// Has event() called on the dispatcher's thread. Under m_mutex.
+    void Wake();
+
+    std::shared_ptr<Subscribers> m_subscribers = std::make_shared<Subscribers>();
     std::uint64_t m_lastId = 0;
+    const Retry m_retry;
+    int m_retryTimer = 0;
 
     std::mutex m_mutex;
+    bool m_woken = false;                // under m_mutex
+    bool m_missing = false;              // under m_mutex
     std::vector<std::wstring> m_waiting; // under m_mutex
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "settings/binding/ControllerBase.h"
-#include "settings/binding/FollowedScope.h"
+#include "settings/binding/ScopedSettings.h"
 
 /// A controller over one scope.
 template <class Tree>
@@ -13,11 +13,12 @@ public:
         : ControllerBase<Tree>(observer), m_scope(sid, kSettingsStore, clientId, elevated)
     {}
 
+    /// Without a handle tries to get one, unless the constructor has just tried; an elevated one asks the user again.
     bool Load() override
     {
-        if (!HasHandle())
+        if (!HasHandle() && m_scope.IsFollowing())
             m_scope.ResetHandle();
-        return m_scope.LoadOnce(this->ChangeObserver());
+        return m_scope.LoadOnce(this->ChangeObserver()) || m_scope.Load();
     }
 
     bool Save() override { return m_scope.Save(); }
@@ -26,5 +27,13 @@ public:
     Tree& WritableSettings() override { return m_scope.Settings(); }
 
 private:
-    StrataSettings::FollowedScope<Tree> m_scope;
+    /// Asks nobody.
+    bool TryMissing(StrataSettings::Attempt attempt) override
+    {
+        if (!HasHandle() && !m_scope.IsElevated())
+            m_scope.ResetHandle();
+        return m_scope.LoadMissing(this->ChangeObserver(), attempt);
+    }
+
+    StrataSettings::ScopedSettings<Tree> m_scope;
 };

@@ -4,6 +4,7 @@
 #include "settings/binding/Key.h"
 #include "settings/binding/Model.h"
 #include "settings/binding/PropertyBase.h"
+#include "settings/binding/Scope.h"
 
 #include <set>
 #include <typeindex>
@@ -21,7 +22,8 @@ public:
     using ChangeCallback = StrataSettings::ChangeCallback;
     using Registration = StrataSettings::ChangeDispatcher::Registration;
 
-    /// `observer`, where it is not null, is told of changes on the store's thread in place of the subscribers.
+    /// `observer`, where it is not null, is told of changes, on any thread, in place of the subscribers; then nothing
+    /// is tried again by itself.
     explicit ControllerBase(StrataSettings::Observer* observer) : m_observer(observer ? observer : &m_dispatcher) {}
     ControllerBase(const ControllerBase&) = delete;
     ControllerBase& operator=(const ControllerBase&) = delete;
@@ -30,6 +32,10 @@ public:
     /// Opens what is not open yet and loads what is not loaded yet or could not be read. False when there is no store
     /// handle.
     virtual bool Load() = 0;
+
+    /// Tries to open, subscribe and read what is missing, if anything is. True when subscribers will be told of
+    /// something. Happens by itself, too, every three seconds as long as something is missing.
+    bool LoadMissing() { return TryMissing(StrataSettings::Attempt::Everything); }
 
     /// Writes what was changed and is not enforced. False without a handle or when the store refused a property.
     virtual bool Save() = 0;
@@ -71,6 +77,8 @@ public:
     }
 
 protected:
+    virtual bool TryMissing(StrataSettings::Attempt attempt) = 0;
+
     StrataSettings::Observer* ChangeObserver() const noexcept { return m_observer; }
 
 private:
@@ -80,7 +88,7 @@ private:
             m_served.insert(group);
     }
 
-    StrataSettings::ChangeDispatcher m_dispatcher;
+    StrataSettings::ChangeDispatcher m_dispatcher{[this] { TryMissing(StrataSettings::Attempt::WhileItAnswers); }};
     StrataSettings::Observer* const m_observer;
     std::set<std::type_index> m_served;
 };

@@ -19,14 +19,6 @@ void Model::Load(OrbStrataHandle handle)
         std::visit([handle](auto* child) { child->Load(handle); }, node);
 }
 
-void Model::LoadUnread(OrbStrataHandle handle)
-{
-    ForEachProperty([handle](PropertyBase& property) {
-        if (property.IsUnread())
-            property.Load(handle);
-    });
-}
-
 bool Model::Save(OrbStrataHandle handle)
 {
     bool saved = true;
@@ -44,12 +36,9 @@ void Model::ApplyConstraints(OrbStrataHandle handle)
 
 PropertyBase* Model::Find(std::wstring_view key) const
 {
-    PropertyBase* found = nullptr;
-    ForEachProperty([&](PropertyBase& property) {
-        if (!found && property.GetKey() == key)
-            found = &property;
-    });
-    return found;
+    const auto& keys = Root().m_keys;
+    const auto found = keys.find(key);
+    return found == keys.end() ? nullptr : found->second;
 }
 
 Model* Model::FindChild(const std::type_info& type) const
@@ -73,12 +62,18 @@ void Model::CopyFrom(const Model& other)
                    m_nodes[i]);
 }
 
-OrbStrataHandle Model::FindHandle() const noexcept
+void Model::Register(PropertyBase& property)
+{
+    m_nodes.emplace_back(&property);
+    const_cast<Model&>(Root()).m_keys.emplace(property.GetKey().Text(), &property);
+}
+
+const Model& Model::Root() const noexcept
 {
     const Model* node = this;
     while (node->m_parent)
         node = node->m_parent;
-    return node->m_handle;
+    return *node;
 }
 
 } // namespace StrataSettings

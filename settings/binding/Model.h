@@ -2,6 +2,8 @@
 
 #include "delay_load/OrbStrataApi.h"
 
+#include <atomic>
+#include <map>
 #include <string_view>
 #include <type_traits>
 #include <typeinfo>
@@ -27,16 +29,13 @@ public:
 
     virtual void Load(OrbStrataHandle handle);
 
-    /// Loads the properties that are unread.
-    void LoadUnread(OrbStrataHandle handle);
-
     /// Saves what is changed and not enforced. Goes on after a failure; false when the store refused any property.
     virtual bool Save(OrbStrataHandle handle);
 
     /// The second step of loading a scope that may write constraints. Groups with constraints of their own override it.
     virtual void ApplyConstraints(OrbStrataHandle handle);
 
-    /// The property with this key anywhere in the tree, or null.
+    /// The property with this key anywhere in the whole tree, or null.
     PropertyBase* Find(std::wstring_view key) const;
 
     /// The child model of exactly this run-time type, or null. Direct children only.
@@ -68,18 +67,21 @@ public:
         });
     }
 
-    /// The handle that properties without one of their own use; meaningful in the top-most node.
+    /// The handle that properties without one of their own use; meaningful in the top-most node. Any thread.
     void SetHandle(OrbStrataHandle handle) noexcept { m_handle = handle; }
-    OrbStrataHandle FindHandle() const noexcept;
+    OrbStrataHandle FindHandle() const noexcept { return Root().m_handle; }
 
-    void Register(PropertyBase& property) { m_nodes.emplace_back(&property); }
+    void Register(PropertyBase& property);
 
 private:
     using Node = std::variant<PropertyBase*, Model*>;
 
+    const Model& Root() const noexcept;
+
     Model* const m_parent = nullptr;
-    OrbStrataHandle m_handle = nullptr;
+    std::atomic<OrbStrataHandle> m_handle{nullptr};
     std::vector<Node> m_nodes;
+    std::map<std::wstring_view, PropertyBase*> m_keys; // of the whole tree, in its top-most node
 };
 
 /// A node that stands inside another one and knows it.

@@ -5,12 +5,15 @@ namespace StrataSettings
 
 class PropertyBase;
 
-/// Is told of changes that came from the store, after the property has taken them and outside its lock. Called on the
-/// store's notification thread.
+/// Is told of what came from the store, after the property has taken it and outside its lock. Any thread.
 class Observer
 {
 public:
+    /// The value or its constraint word is another one now.
     virtual void OnPropertyChanged(const PropertyBase& property) = 0;
+
+    /// Something is missing that is worth another try: a store handle, a subscription or a value.
+    virtual void OnMissing() {}
 
 protected:
     ~Observer() = default;

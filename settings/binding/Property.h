@@ -32,7 +32,7 @@ public:
     SetResult Set(const T& value)
     {
         return Change([this, &value](T& held) {
-            if (held == value && m_state != ModificationState::Default && !m_readFailed)
+            if (held == value && m_state != ModificationState::Default && m_reading != Reading::Failed)
                 return false;
             held = value;
             return true;
@@ -50,7 +50,8 @@ public:
         if (!edit(m_value))
             return SetResult::Unchanged;
         m_state = ModificationState::Changed;
-        m_readFailed = false;
+        if (m_reading == Reading::Failed)
+            m_reading = Reading::Whole;
         return SetResult::Stored;
     }
 
@@ -84,16 +85,13 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         const OrbStrataResult result = LoadLocked(handle);
-        if (result != ORB_STRATA_SUCCESS && result != ORB_STRATA_NOT_FOUND)
+        if (result == ORB_STRATA_NOT_FOUND)
+        {
+            TakeDefault();
+            TakeConstraints(0);
+        }
+        else if (m_reading == Reading::Failed && m_state != ModificationState::Changed)
             TakeText(objectText);
-    }
-
-    void Reset(OrbStrataHandle handle) override
-    {
-        const std::lock_guard lock(m_mutex);
-        Take(m_default, ModificationState::Default);
-        m_constraints = 0;
-        LoadLocked(handle);
     }
 
     void CopyFrom(const PropertyBase& other) override
@@ -101,15 +99,19 @@ public:
         const auto& source = static_cast<const Property&>(other);
         const std::scoped_lock lock(m_mutex, source.m_mutex);
         Take(source.m_value, source.m_state);
-        m_readWhole = source.m_readWhole;
-        m_readFailed = source.m_readFailed;
+        m_reading = source.m_reading;
+        m_constraintsMissing = source.m_constraintsMissing;
         m_constraints = source.Constraints();
     }
 
 protected:
     OrbStrataResult Read(OrbStrataHandle handle) override
     {
-        return StoreCodec<T>::Read(handle, GetKey().c_str(), m_value);
+        T value{};
+        const OrbStrataResult result = StoreCodec<T>::Read(handle, GetKey().c_str(), value);
+        if (result == ORB_STRATA_SUCCESS)
+            Hold(std::move(value));
+        return result;
     }
 
     OrbStrataResult Write(OrbStrataHandle handle) override
@@ -120,12 +122,25 @@ protected:
     /// Takes a structured value's text form; plain values have none. Under the mutex.
     virtual void TakeText(const char*) {}
 
+    void TakeDefault() override
+    {
+        Hold(m_default);
+        m_state = ModificationState::Default;
+    }
+
     void Take(const T& value, ModificationState state)
     {
-        m_value = value;
+        Hold(value);
         m_state = state;
-        m_readWhole = true;
-        m_readFailed = false;
+        m_reading = Reading::Whole;
+    }
+
+    void Hold(T value)
+    {
+        if (value == m_value)
+            return;
+        m_value = std::move(value);
+        m_news = true;
     }
 
 private:

@@ -2,6 +2,8 @@
 
 #include "settings/binding/Model.h"
 
+#include <utility>
+
 namespace StrataSettings
 {
 
@@ -37,7 +39,7 @@ bool PropertyBase::Save(OrbStrataHandle handle)
     if (result == ORB_STRATA_SUCCESS)
     {
         m_state = ModificationState::InStep;
-        m_readWhole = true;
+        m_reading = Reading::Whole;
     }
     else if (result == ORB_STRATA_ACCESS_DENIED)
         LOG(m_logNames.save, 5, L"%s: '%ls' saving failed, access denied", m_key.c_str());
@@ -63,22 +65,35 @@ ModificationState PropertyBase::State() const
     return m_state;
 }
 
+bool PropertyBase::IsMissing() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_constraintsMissing || (m_reading == Reading::Failed && m_state != ModificationState::Changed);
+}
+
+bool PropertyBase::TakeNews()
+{
+    const std::lock_guard lock(m_mutex);
+    return std::exchange(m_news, false);
+}
+
 bool PropertyBase::WasReadWhole() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_readWhole;
+    return m_reading == Reading::Whole;
 }
 
 bool PropertyBase::ReadFailed() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_readFailed;
+    return m_reading == Reading::Failed;
 }
 
 void PropertyBase::MarkReadFailed()
 {
     const std::lock_guard lock(m_mutex);
-    m_readFailed = true;
+    if (m_state != ModificationState::Changed)
+        m_reading = Reading::Failed;
 }
 
 void PropertyBase::MarkChanged()
@@ -94,28 +109,50 @@ OrbStrataHandle PropertyBase::FindHandle() const noexcept
 
 OrbStrataResult PropertyBase::LoadLocked(OrbStrataHandle handle)
 {
-    m_readWhole = true;
+    if (m_state == ModificationState::Changed)
+    {
+        LoadConstraints(handle);
+        if (!IsEnforced())
+            return ORB_STRATA_SUCCESS;
+        m_state = ModificationState::Default; // it will never be saved
+    }
+
+    m_reading = Reading::Whole;
     const OrbStrataResult result = Read(handle);
-    m_readFailed = result != ORB_STRATA_SUCCESS && result != ORB_STRATA_NOT_FOUND;
     if (result == ORB_STRATA_SUCCESS)
     {
         m_state = ModificationState::InStep;
-        OrbStrataResult constraintsResult = ORB_STRATA_INVALID_HANDLE;
-        const std::uint32_t constraints = OrbStrata_GetConstraints(handle, m_key.c_str(), &constraintsResult);
-        if (constraintsResult == ORB_STRATA_SUCCESS)
-            UpdateConstraints(&constraints);
-        else
-            LOG(m_logNames.load, 5, L"%s: Getting constraints for '%ls' failed, error %u", m_key.c_str(),
-                constraintsResult);
+        LoadConstraints(handle);
     }
     else if (result == ORB_STRATA_NOT_FOUND)
+    {
+        m_constraintsMissing = false;
         LOG(m_logNames.load, 5, L"%s: '%ls' not found, ok if not yet created.", m_key.c_str());
+    }
     else
     {
-        m_readWhole = false;
         LOG(m_logNames.load, 1, L"%s: '%ls' reading failed, error %u", m_key.c_str(), result);
+        m_reading = result == ORB_STRATA_WRONG_TYPE ? Reading::Unusable : Reading::Failed;
+        if (m_reading == Reading::Unusable)
+            TakeDefault();
     }
     return result;
+}
+
+void PropertyBase::LoadConstraints(OrbStrataHandle handle)
+{
+    OrbStrataResult result = ORB_STRATA_INVALID_HANDLE;
+    const std::uint32_t constraints = OrbStrata_GetConstraints(handle, m_key.c_str(), &result);
+    m_constraintsMissing = result != ORB_STRATA_SUCCESS && result != ORB_STRATA_NOT_FOUND;
+    if (!m_constraintsMissing)
+        TakeConstraints(result == ORB_STRATA_SUCCESS ? constraints : 0);
+    if (result != ORB_STRATA_SUCCESS)
+        LOG(m_logNames.load, 5, L"%s: Getting constraints for '%ls' failed, error %u", m_key.c_str(), result);
+}
+
+void PropertyBase::TakeConstraints(std::uint32_t constraints)
+{
+    m_news |= m_constraints.exchange(constraints) != constraints;
 }
 
 } // namespace StrataSettings

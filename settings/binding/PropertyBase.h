@@ -20,6 +20,15 @@ enum class ModificationState : std::uint32_t
     Changed = 2  ///< Changed by the plug-in and not yet saved.
 };
 
+/// What the last read said of the store.
+enum class Reading : std::uint8_t
+{
+    Whole,    ///< What was read is what the store holds, or it holds nothing.
+    Part,     ///< The store holds more than could be taken over.
+    Unusable, ///< The store holds a value of another type: the default stands for it.
+    Failed    ///< Unknown: what is held is older.
+};
+
 enum class SetResult
 {
     Stored,    ///< Taken, and marked changed.
@@ -38,7 +47,8 @@ class PropertyBase
 public:
     virtual ~PropertyBase() = default;
 
-    /// Takes value and constraints from the store. A value that the store lacks or that cannot be read stays as it is.
+    /// Takes value and constraints from the store. A value that the store lacks or that cannot be read stays as it is;
+    /// so does one that was changed and is not saved, unless it has become enforced.
     virtual void Load(OrbStrataHandle handle);
     /// As above with the handle of the tree that the property stands in, or its own when it stands alone.
     virtual void Load();
@@ -55,25 +65,28 @@ public:
     virtual void UpdateConstraints(const std::uint32_t* constraints);
 
 protected:
-    /// The typed store calls, under the mutex: `Read` takes the value only when it answers 0, and clears m_readWhole
-    /// when there was more to take.
+    /// The typed store calls, under the mutex: `Read` takes the value only when it answers 0, and sets m_reading to
+    /// Part when there was more to take.
     virtual OrbStrataResult Read(OrbStrataHandle handle) = 0;
     virtual OrbStrataResult Write(OrbStrataHandle handle) = 0;
 
 public:
-    /// Reads the property anew after a notification. `objectText`, where it is not null, is a structured value's text
-    /// and serves when the store cannot be read at this moment. Unlike a pushed value this can never bring back a value
-    /// that a save of this property has replaced in the meantime.
+    /// As Load(), but where the store holds nothing by now the default comes back, unconstrained. `objectText`, where
+    /// it is not null, is a structured value's text and serves when the store cannot be read at this moment. Unlike a
+    /// pushed value this can never bring back a value that a save of this property has replaced in the meantime.
     virtual void Refresh(OrbStrataHandle handle, const char* objectText) = 0;
-
-    /// Back to the default, unconstrained, after the store removed the key; unless it holds a value again by now.
-    virtual void Reset(OrbStrataHandle handle) = 0;
 
     /// Takes value, constraints and state of a property of the same type.
     virtual void CopyFrom(const PropertyBase& other) = 0;
 
     /// Whether it has to be loaded again before anything may build on it.
     virtual bool IsUnread() const { return ReadFailed(); }
+
+    /// Whether its value or its constraint word could not be read and is worth another try.
+    bool IsMissing() const;
+
+    /// Whether loading has changed value or constraint word since the last call.
+    bool TakeNews();
 
     const Key& GetKey() const noexcept { return m_key; }
     bool IsEnforced() const noexcept { return (Constraints() & ORB_STRATA_CONSTRAINT_ENFORCED) != 0; }
@@ -109,10 +122,16 @@ protected:
 
     OrbStrataHandle FindHandle() const noexcept;
 
-    /// Load with the mutex held. Answers what the typed read answered.
+    /// Load with the mutex held. Answers what the typed read answered; 0 where an unsaved change was kept.
     OrbStrataResult LoadLocked(OrbStrataHandle handle);
 
+    /// The default in place of the value, under the mutex.
+    virtual void TakeDefault() = 0;
+    void TakeConstraints(std::uint32_t constraints);
+
 private:
+    void LoadConstraints(OrbStrataHandle handle);
+
     const Key m_key;
     Model* const m_parent;
     const LogNames& m_logNames;
@@ -121,8 +140,9 @@ private:
 protected:
     std::atomic<std::uint32_t> m_constraints{0};
     ModificationState m_state = ModificationState::Default;
-    bool m_readWhole = true;
-    bool m_readFailed = false;
+    Reading m_reading = Reading::Whole;
+    bool m_constraintsMissing = false;
+    bool m_news = false;
     mutable std::mutex m_mutex;
 };
 

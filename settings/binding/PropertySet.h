@@ -30,7 +30,7 @@ public:
     SetResult Clear()
     {
         return this->Change([this](std::set<Item>& items) {
-            const bool holdsSome = !items.empty() || this->m_readFailed || !this->m_readWhole;
+            const bool holdsSome = !items.empty() || this->m_reading != Reading::Whole;
             items.clear();
             return holdsSome;
         });
@@ -41,14 +41,21 @@ public:
     bool IsUnread() const override
     {
         const std::lock_guard lock(this->m_mutex);
-        return this->m_readFailed ||
-               (!this->m_readWhole && this->m_value.empty() && this->m_state != ModificationState::Changed);
+        return this->m_reading == Reading::Failed || (this->m_reading == Reading::Part && this->m_value.empty() &&
+                                                      this->m_state != ModificationState::Changed);
     }
 
 protected:
     OrbStrataResult Read(OrbStrataHandle handle) override
     {
-        return StoreCodec<std::set<Item>>::Read(handle, this->GetKey().c_str(), this->m_value, this->m_readWhole);
+        std::set<Item> items;
+        bool whole = true;
+        const OrbStrataResult result = StoreCodec<std::set<Item>>::Read(handle, this->GetKey().c_str(), items, whole);
+        if (result == ORB_STRATA_SUCCESS)
+            this->Hold(std::move(items));
+        if (!whole)
+            this->m_reading = Reading::Part;
+        return result;
     }
 
     void TakeText(const char* objectText) override
@@ -62,7 +69,8 @@ protected:
         if (content.result != ORB_STRATA_SUCCESS)
             return;
         this->Take(content.items, ModificationState::InStep);
-        this->m_readWhole = content.whole;
+        this->m_reading = content.whole ? Reading::Whole : Reading::Part;
+        this->m_constraintsMissing = true; // the text does not tell them
     }
 };
 

@@ -21,15 +21,30 @@ void NL_SUITE_CALL OnStoreNotification(void* context, const wchar_t* key, std::i
 
 } // namespace
 
-bool OrbStrataSettingsListener::Subscribe(OrbStrataHandle handle, const Model& tree)
+void OrbStrataSettingsListener::Subscribe(OrbStrataHandle handle, const Model& tree,
+                                          const std::function<void(PropertyBase&)>& subscribed, Attempt attempt)
 {
+    const bool again = m_handle != nullptr;
+    if (!again)
+        tree.ForEachProperty([this](PropertyBase& property) {
+            for (const std::int32_t type : {ORB_STRATA_CHANGED, ORB_STRATA_REMOVED})
+                m_missing.push_back({&property, type});
+        });
     m_handle = handle;
-    bool subscribed = true;
-    tree.ForEachProperty([&](const PropertyBase& property) {
-        for (const std::int32_t type : {ORB_STRATA_CHANGED, ORB_STRATA_REMOVED})
-            subscribed &= SubscribeKey(property.GetKey().c_str(), type);
-    });
-    return subscribed;
+
+    for (std::size_t left = m_missing.size(); left > 0; --left)
+    {
+        const Wanted wanted = m_missing.front();
+        m_missing.pop_front();
+        if (SubscribeKey(wanted.property->GetKey().c_str(), wanted.type))
+        {
+            subscribed(*wanted.property);
+            continue;
+        }
+        m_missing.push_back(wanted);
+        if (again && attempt == Attempt::WhileItAnswers)
+            return;
+    }
 }
 
 bool OrbStrataSettingsListener::SubscribeKey(const wchar_t* key, std::int32_t type)
@@ -37,14 +52,16 @@ bool OrbStrataSettingsListener::SubscribeKey(const wchar_t* key, std::int32_t ty
     OrbStrataResult result = ORB_STRATA_INVALID_HANDLE;
     const OrbStrataSubscription subscription =
         OrbStrata_Subscribe(m_handle, key, type, OnStoreNotification, this, &result);
-    if (result != ORB_STRATA_SUCCESS)
+    if (subscription && result == ORB_STRATA_SUCCESS)
     {
-        LOG(m_subscribeLog, 2, L"%s: Failed to add listener '%ls', Type: %d, error %du", key, type,
-            static_cast<int>(result));
-        return false;
+        m_subscriptions.push_back(subscription);
+        return true;
     }
-    m_subscriptions.push_back(subscription);
-    return true;
+    LOG(m_subscribeLog, 2, L"%s: Failed to add listener '%ls', Type: %d, error %du", key, type,
+        static_cast<int>(result));
+    if (subscription)
+        OrbStrata_Unsubscribe(m_handle, subscription);
+    return false;
 }
 
 void OrbStrataSettingsListener::Unsubscribe()

@@ -2,8 +2,11 @@
 
 #include "delay_load/OrbStrataApi.h"
 #include "logging/FunctionLog.h"
+#include "settings/binding/Scope.h"
 
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,14 +14,24 @@ namespace StrataSettings
 {
 
 class Model;
+class PropertyBase;
 
 /// Registered with the store for every key of a tree, for both kinds of change. The store calls the virtual operations
 /// on a thread of its own. A derived class unsubscribes in its destructor, before its own members go.
 class OrbStrataSettingsListener
 {
 public:
-    /// Subscribes the tree's keys. False when the store refused one, which is logged; the others are subscribed.
-    bool Subscribe(OrbStrataHandle handle, const Model& tree);
+    virtual ~OrbStrataSettingsListener() { Unsubscribe(); }
+    OrbStrataSettingsListener(const OrbStrataSettingsListener&) = delete;
+    OrbStrataSettingsListener& operator=(const OrbStrataSettingsListener&) = delete;
+
+    /// Subscribes the tree's keys, when called again those that the store has refused so far, and calls `subscribed`
+    /// for each. A refusal is logged.
+    void Subscribe(OrbStrataHandle handle, const Model& tree, const std::function<void(PropertyBase&)>& subscribed,
+                   Attempt attempt);
+
+    /// Whether every key is subscribed.
+    bool IsComplete() const noexcept { return m_handle && m_missing.empty(); }
 
     /// Returns when no callback runs or will run. Called before the handle is closed.
     void Unsubscribe();
@@ -28,16 +41,19 @@ public:
 
 protected:
     explicit OrbStrataSettingsListener(const FunctionLog& subscribeLog) : m_subscribeLog(subscribeLog) {}
-    ~OrbStrataSettingsListener() { Unsubscribe(); }
-
-    OrbStrataSettingsListener(const OrbStrataSettingsListener&) = delete;
-    OrbStrataSettingsListener& operator=(const OrbStrataSettingsListener&) = delete;
 
 private:
+    struct Wanted
+    {
+        PropertyBase* property;
+        std::int32_t type;
+    };
+
     bool SubscribeKey(const wchar_t* key, std::int32_t type);
 
     const FunctionLog& m_subscribeLog;
     OrbStrataHandle m_handle = nullptr;
+    std::deque<Wanted> m_missing;
     std::vector<OrbStrataSubscription> m_subscriptions;
 };
 

@@ -26,9 +26,12 @@ OrbStrataResult ReadText(Get get, OrbStrataHandle handle, const wchar_t* key, st
     static constexpr Char kEmpty[1] = {};
     OrbStrataResult result = ORB_STRATA_INVALID_HANDLE;
     const StoreText<Char> text(get(handle, key, kEmpty, &result));
-    if (result == ORB_STRATA_SUCCESS && text)
-        value = text.get();
-    return result;
+    if (result != ORB_STRATA_SUCCESS)
+        return result;
+    if (!text)
+        return ORB_STRATA_STORE_FAILED;
+    value = text.get();
+    return ORB_STRATA_SUCCESS;
 }
 
 } // namespace

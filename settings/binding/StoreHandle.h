@@ -11,6 +11,15 @@ namespace StrataSettings
 class StoreHandle
 {
 public:
+    /// Opens a scope; an elevated handle asks the user. A handle that comes with a failing `result` is not used.
+    static StoreHandle Open(bool elevated, const wchar_t* store, const wchar_t* sid, const wchar_t* clientId,
+                            OrbStrataResult& result)
+    {
+        const auto open = elevated ? OrbStrata_OpenElevatedHandle : OrbStrata_OpenHandle;
+        StoreHandle handle(open(store, sid, clientId, &result));
+        return result == ORB_STRATA_SUCCESS ? std::move(handle) : StoreHandle();
+    }
+
     StoreHandle() = default;
     explicit StoreHandle(OrbStrataHandle handle) noexcept : m_handle(handle) {}
     StoreHandle(StoreHandle&& other) noexcept : m_handle(std::exchange(other.m_handle, nullptr)) {}

@@ -15,7 +15,7 @@ class UserSettingsController final : public ControllerBase<Tree>
 {
 public:
     using SystemController = SystemSettingsController<Tree>;
-    using Scope = StrataSettings::FollowedScope<Tree>;
+    using Scope = StrataSettings::ScopedSettings<Tree>;
 
     /// A controller for the user of the active console session, else for the user that the process runs as. `loadNow`
     /// loads that user's settings at once instead of on first use.
@@ -47,14 +47,8 @@ public:
 
     bool Load() override
     {
-        Scope& scope = Emplace(m_currentSid);
-        if (!scope.EffectiveHandle())
-        {
-            LOG(kLoad, 5, L"%s: Strata handle was not valid, resetting.");
-            if (!scope.ResetHandle())
-                return false;
-        }
-        return scope.LoadOnce(this->ChangeObserver());
+        TryMissing(StrataSettings::Attempt::Everything);
+        return Current().IsLoaded();
     }
 
     /// Saves every scope.
@@ -66,17 +60,9 @@ public:
         return saved;
     }
 
-    bool HasHandle() override { return Emplace(m_currentSid).EffectiveHandle() != nullptr; }
-    const Tree& Settings() override { return WritableSettings(); }
-
-    /// Without a store handle each call tries to get one.
-    Tree& WritableSettings() override
-    {
-        Scope& scope = Emplace(m_currentSid);
-        if (!scope.IsLoaded())
-            Load();
-        return scope.Settings();
-    }
+    bool HasHandle() override { return Current().EffectiveHandle() != nullptr; }
+    const Tree& Settings() override { return Current().Settings(); }
+    Tree& WritableSettings() override { return Current().Settings(); }
 
     const std::string& CurrentSid() const noexcept { return m_currentSid; }
 
@@ -116,6 +102,28 @@ public:
     }
 
 private:
+    bool TryMissing(StrataSettings::Attempt attempt) override
+    {
+        Scope& scope = Current();
+        const bool opens = !scope.EffectiveHandle();
+        if (opens)
+        {
+            LOG(kLoad, 5, L"%s: Strata handle was not valid, resetting.");
+            scope.ResetHandle();
+        }
+        const bool told = scope.LoadMissing(this->ChangeObserver(), attempt);
+        if (opens && scope.EffectiveHandle())
+            RequestSave(m_currentSid); // what was changed while there was no store
+        return told;
+    }
+
+    Scope& Current()
+    {
+        if (!m_current)
+            m_current = &Emplace(m_currentSid);
+        return *m_current;
+    }
+
     Scope* Find(const std::string& sid)
     {
         const std::lock_guard lock(m_scopesMutex);
@@ -129,9 +137,10 @@ private:
         LOG(kEmplace, 5, L"%s: '%hs' emplaced", sid.c_str());
 
         StrataSettings::Observer* const observer = sid == m_currentSid ? this->ChangeObserver() : nullptr;
+        const bool loaded = scope.LoadOnce(observer);
         if (!scope.EffectiveHandle())
             LOG(kEmplace, 5, L"%s: Strata handle not available (yet), returning uninitialized settings");
-        else if (!scope.LoadOnce(observer))
+        else if (!loaded)
             LOG(kEmplace, 5, L"%s: Failed to lazy load '%hs'", sid.c_str());
         return scope;
     }
@@ -169,6 +178,8 @@ private:
     // Changed on the controller's own thread only, under the mutex; the save thread looks scopes up under it.
     std::mutex m_scopesMutex;
     std::map<std::string, Scope> m_scopes;
+
+    Scope* m_current = nullptr; // stays in the map
 
     std::optional<StrataSettings::DelayedSave> m_delayedSave;
 };

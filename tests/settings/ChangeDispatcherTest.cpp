@@ -83,6 +83,23 @@ TEST_F(ChangeDispatcherTest, ACallbackMayEndItsOwnSubscriptionAndAnother)
     EXPECT_TRUE(m_told.empty());
 }
 
+TEST_F(ChangeDispatcherTest, ACallbackMayDestroyTheDispatcher)
+{
+    auto dispatcher = std::make_unique<ChangeDispatcher>();
+    int calls = 0;
+    const auto end = [&](const std::wstring&) {
+        ++calls;
+        dispatcher.reset();
+    };
+    std::vector<ChangeDispatcher::Registration> registrations;
+    for (const wchar_t* key : {L"a", L"a", L"b"})
+        registrations.push_back(dispatcher->Subscribe(key, end));
+    dispatcher->OnPropertyChanged(m_a);
+    dispatcher->OnPropertyChanged(m_b);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(1, calls);
+}
+
 TEST_F(ChangeDispatcherTest, ARegistrationMayOutliveItsDispatcher)
 {
     ChangeDispatcher::Registration registration;

@@ -138,8 +138,55 @@ TEST_F(PropertyTest, ALateNotificationDoesNotBringBackWhatASaveReplaced)
     ASSERT_TRUE(m_property.Save());
     m_property.Refresh(m_handle.Get(), nullptr); // of the 1 that was written before
     EXPECT_EQ(2, m_property.Get());
-    m_property.Reset(m_handle.Get()); // of a removal before that
-    EXPECT_EQ(2, m_property.Get());
+}
+
+TEST_F(PropertyTest, AnUnsavedChangeIsKeptUnlessItsKeyBecomesEnforced)
+{
+    Put(kUser, kKey, 7);
+    m_property.Set(1);
+    Constrain(kUser, kKey, 2);
+    m_property.Load();
+    EXPECT_EQ(1, m_property.Get());
+    EXPECT_EQ(2u, m_property.Constraints());
+    Put(kUser, kKey, 8);
+    m_property.Refresh(m_handle.Get(), nullptr);
+    EXPECT_EQ(1, m_property.Get());
+    EXPECT_TRUE(m_property.TakeNews()); // the constraint word
+
+    Constrain(kUser, kKey, ORB_STRATA_CONSTRAINT_ENFORCED);
+    m_property.Refresh(m_handle.Get(), nullptr);
+    EXPECT_EQ(8, m_property.Get());
+    EXPECT_EQ(ModificationState::InStep, m_property.State());
+
+    Constrain(kUser, kKey, 0);
+    m_property.Refresh(m_handle.Get(), nullptr);
+    m_property.Set(1);
+    EXPECT_TRUE(m_property.Save());
+    EXPECT_EQ(1, Find(kUser, kKey).number);
+}
+
+TEST_F(PropertyTest, AValueOfAnotherTypeIsNoneAndTheNextChangeOverwritesIt)
+{
+    const char* stored = R"([{"allowed":true,"label":"","url":"b.example"}])";
+    Put(kUser, kKey, 7);
+    PropertySet<Settings::Site> sites(nullptr, kKey);
+    sites.SetHandle(m_handle.Get());
+    const std::set<Settings::Site> held{{"a.example", true, ""}};
+    sites.Update(&held);
+    sites.Load();
+    EXPECT_TRUE(sites.Get().empty());
+    EXPECT_FALSE(sites.IsMissing());
+    EXPECT_EQ(SetResult::Stored, sites.Insert(Settings::Site("b.example", true, "")));
+    EXPECT_TRUE(sites.Save());
+    EXPECT_EQ(stored, Find(kUser, kKey).text);
+
+    m_property.Load(); // the number is a list now
+    EXPECT_EQ(SetResult::Stored, m_property.ChangeStored([](int& counter) { return ++counter != 0; }));
+    EXPECT_TRUE(m_property.Save());
+    EXPECT_EQ(43, Find(kUser, kKey).number);
+    EXPECT_EQ((LogLine{1, "StrataSettings::Property<std::set<Settings::Site>>::Load: "
+                          "'windows.browsing_protection.internal.test' reading failed, error 110"}),
+              LogCapture::Take(2).front());
 }
 
 TEST_F(PropertyTest, MinutesBeyondTheirTypeAreNoValue)
@@ -158,11 +205,12 @@ TEST_F(PropertyTest, MinutesBeyondTheirTypeAreNoValue)
 TEST_F(PropertyTest, ASetReadsAsEmptyWhereTheStoreHasNoArray)
 {
     PropertySet<Settings::Site> sites(nullptr, kKey);
-    sites.Insert(Settings::Site("a.example", true, ""));
+    const std::set<Settings::Site> held{{"a.example", true, ""}};
+    sites.Update(&held);
     sites.Load(m_handle.Get());
     EXPECT_TRUE(sites.Get().empty());
 
-    sites.Insert(Settings::Site("a.example", true, ""));
+    sites.Update(&held);
     Put(kUser, kKey, Stored{ORB_STRATA_TYPE_OBJECT, 0, R"({"url":"a.example"})", 0});
     sites.Load(m_handle.Get());
     EXPECT_TRUE(sites.Get().empty());
@@ -189,7 +237,8 @@ TEST_F(PropertyTest, AnElementIsNotAddedToASetThatCouldNotBeRead)
 TEST_F(PropertyTest, AnUnreadableSetIsTakenFromTheNotification)
 {
     PropertySet<Settings::Site> sites(nullptr, kKey);
-    sites.Insert(Settings::Site("a.example", true, ""));
+    const std::set<Settings::Site> held{{"a.example", true, ""}};
+    sites.Update(&held);
     Fail("OrbStrata_GetObject", kKey, ORB_STRATA_STORE_FAILED, 2);
     const std::string failure = "StrataSettings::Property<std::set<Settings::Site>>::Load: "
                                 "'windows.browsing_protection.internal.test' reading failed, error 112";

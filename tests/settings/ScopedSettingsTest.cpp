@@ -1,13 +1,15 @@
+#include "settings/binding/ScopedSettings.h"
 #include "platform/Format.h"
 #include "platform/Text.h"
-#include "settings/binding/FollowedScope.h"
+#include "settings/binding/Observer.h"
 #include "settings/model/VdnSettings.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/StoreTest.h"
 
 #include <algorithm>
+#include <thread>
 
-using StrataSettings::FollowedScope;
+using StrataSettings::ScopedSettings;
 using StrataSettings::StoreHandle;
 using testing::Contains;
 using testing::ElementsAre;
@@ -22,7 +24,7 @@ const std::string kName = "StrataSettings::ScopedSettings<class VdnSettings>::";
 class ScopedSettingsTest : public StoreTest
 {
 protected:
-    using Scope = FollowedScope<VdnSettings>;
+    using Scope = ScopedSettings<VdnSettings>;
 };
 
 class Recorder final : public StrataSettings::Observer
@@ -32,7 +34,10 @@ public:
     {
         m_changed.push_back(property.GetKey().Text());
     }
+    void OnMissing() override { ++m_missing; }
+
     std::vector<std::wstring> m_changed;
+    int m_missing = 0;
 };
 
 } // namespace
@@ -164,10 +169,75 @@ TEST_F(ScopedSettingsTest, ARefusedSubscriptionLeavesTheOthers)
     EXPECT_TRUE(scope.Settings().time.enabled.Get());
 }
 
+TEST_F(ScopedSettingsTest, WhatComesWithAFailureIsNotUsed)
+{
+    SuiteTableGuard guard(g_orbStrata);
+    static auto* const s_open = g_orbStrata.OrbStrata_OpenHandle;
+    static auto* const s_subscribe = g_orbStrata.OrbStrata_Subscribe;
+    guard->OrbStrata_Subscribe = [](OrbStrataHandle handle, const wchar_t* key, std::int32_t type,
+                                    OrbStrataCallback callback, void* context, OrbStrataResult* result) {
+        const OrbStrataSubscription subscription = s_subscribe(handle, key, type, callback, context, result);
+        *result = 31;
+        return subscription;
+    };
+    {
+        Recorder recorder;
+        Scope scope(kUser, L"safe", L"test", false);
+        ASSERT_TRUE(scope.LoadOnce(&recorder));
+        Put(kUser, kSessionOpen, true);
+        Settle();
+        EXPECT_THAT(recorder.m_changed, IsEmpty());
+    }
+    guard->OrbStrata_OpenHandle = [](const wchar_t* store, const wchar_t* sid, const wchar_t* client,
+                                     OrbStrataResult* result) {
+        const OrbStrataHandle handle = s_open(store, sid, client, result);
+        *result = 31;
+        return handle;
+    };
+    const Scope scope(kUser, L"safe", L"test", false);
+    EXPECT_EQ(nullptr, scope.EffectiveHandle());
+    EXPECT_EQ(0u, OpenHandles());
+    LogCapture::Take();
+}
+
+TEST_F(ScopedSettingsTest, AListThatIsToldOfWithoutItsTextAndCannotBeReadIsReadLater)
+{
+    constexpr const wchar_t* kList = L"windows.browsing_protection.internal.sites.list";
+    Recorder recorder;
+    Scope scope(kUser, L"safe", L"test", false);
+    const auto& list = scope.Settings().internal.sites.list;
+    ASSERT_TRUE(scope.LoadOnce(&recorder));
+    Fail("OrbStrata_GetObject", kList, ORB_STRATA_STORE_FAILED, 1);
+    StrataSettings::Listener<Scope>(scope).OnSettingChanged(kList, ORB_STRATA_CHANGED, nullptr);
+    EXPECT_TRUE(list.ReadFailed());
+    EXPECT_EQ(1, recorder.m_missing);
+    EXPECT_TRUE(scope.LoadOnce(&recorder));
+    EXPECT_FALSE(list.ReadFailed());
+    EXPECT_EQ(1, recorder.m_missing);
+    LogCapture::Take();
+}
+
+TEST_F(ScopedSettingsTest, IsSavedOnOneThreadWhileItIsOpenedOnAnother)
+{
+    Fail("OrbStrata_OpenHandle", nullptr, 31, 1);
+    Scope scope(kUser, L"safe", L"test", false);
+    scope.Settings().internal.mainGuiOpen.Set(true);
+    std::thread saving([&] {
+        while (!scope.Save())
+            std::this_thread::yield();
+    });
+    EXPECT_TRUE(scope.ResetHandle());
+    EXPECT_TRUE(scope.LoadOnce(nullptr));
+    saving.join();
+    EXPECT_TRUE(scope.Settings().internal.mainGuiOpen.Get());
+    EXPECT_EQ(1, Find(kUser, L"windows.browsing_protection.internal.main_gui_open").number);
+    LogCapture::Take();
+}
+
 TEST_F(ScopedSettingsTest, AnUnknownKeyIsReported)
 {
-    StrataSettings::ScopedSettings<VdnSettings> scope(kUser, L"safe", L"test", false);
-    StrataSettings::Listener<StrataSettings::ScopedSettings<VdnSettings>> listener(scope, nullptr);
+    Scope scope(kUser, L"safe", L"test", false);
+    StrataSettings::Listener<Scope> listener(scope);
     const std::string name = "StrataSettings::Listener<class StrataSettings::ScopedSettings<class VdnSettings> >::";
     LogCapture::Expect(2, name + "OnSettingChanged: Could not find 'no.such.key', type 1");
     LogCapture::Expect(2, name + "OnSettingRemoved: Could not erase no.such.key");

@@ -1,4 +1,4 @@
-#include "settings/binding/FollowedScope.h"
+#include "settings/binding/ScopedSettings.h"
 #include "settings/model/VdnSettings.h"
 #include "tests/settings/OtherValue.h"
 #include "tests/support/LogCapture.h"
@@ -8,7 +8,7 @@
 
 using StrataSettings::ModificationState;
 using StrataSettings::PropertyBase;
-using Scope = StrataSettings::FollowedScope<VdnSettings>;
+using Scope = StrataSettings::ScopedSettings<VdnSettings>;
 
 namespace
 {
@@ -32,7 +32,7 @@ protected:
     /// As a page does it: what the constraint step marked is written before anything else.
     void LoadAndSettle()
     {
-        ASSERT_TRUE(m_scope.Load());
+        ASSERT_TRUE(m_scope.LoadOnce(nullptr));
         ASSERT_TRUE(m_scope.Save());
         TakeWrites();
     }
@@ -132,7 +132,6 @@ TEST_F(TreeTest, AFailedWriteStaysChangedUntilALaterSaveWritesIt)
 TEST_F(TreeTest, WhatComesFromTheStoreIsNotWrittenBack)
 {
     LoadAndSettle();
-    m_scope.Follow(nullptr);
     VdnSettings product;
     for (PropertyBase* property : Properties(product))
         ChangeToAnotherValue(*property);
@@ -156,10 +155,10 @@ TEST_F(TreeTest, WhatComesFromTheStoreIsNotWrittenBack)
 TEST_F(TreeTest, RemovalInTheStoreBringsTheDefaultBack)
 {
     const VdnSettings defaults;
+    LoadAndSettle();
     for (PropertyBase* property : Properties(m_tree))
         ChangeToAnotherValue(*property);
     ASSERT_TRUE(m_scope.Save());
-    m_scope.Follow(nullptr);
     for (const PropertyBase* property : Properties(m_tree))
         Erase(kUser, property->GetKey().c_str());
     Settle();

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "logging/FunctionLog.h"
+#include "settings/binding/StoreHandle.h"
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace StrataSettings
+{
+
+class Model;
+class Observer;
+class OrbStrataSettingsListener;
+class PropertyBase;
+
+/// How much is asked of the store at once when something is missing.
+enum class Attempt
+{
+    Everything,    ///< Somebody waits for it.
+    WhileItAnswers ///< Up to the first refusal, and where that was goes on the next time.
+};
+
+/// One scope: a settings tree bound to one store handle for one SID. It opens its handle at once; without one it keeps
+/// the defaults, until ResetHandle() succeeds. Once it follows the store, the observer is told of every change of what
+/// it holds, but for what the first load brings: nobody has seen anything else.
+///
+/// Confined to one thread but for Save(), EffectiveHandle() and Take(), and what the properties allow.
+class Scope
+{
+public:
+    struct LogNames
+    {
+        FunctionLog construct;
+        FunctionLog resetHandle;
+        FunctionLog load;
+        FunctionLog save;
+    };
+
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+
+    /// Opens the handle again, when there is none. False when there is one, or when it cannot be opened.
+    bool ResetHandle();
+
+    /// Gives the scope a second handle, which is used in place of the first one for following the store and for saving.
+    void UseForSaving(StoreHandle handle);
+
+    bool Load();
+
+    /// False without a handle, or when the store refused a changed property.
+    bool Save();
+
+    /// Subscribes and loads what is not subscribed and not loaded yet. Following starts before loading, so that no
+    /// change falls between. True when subscribers were told of anything.
+    bool LoadMissing(Attempt attempt);
+
+    bool IsFollowing() const noexcept { return m_listener != nullptr; }
+    bool IsLoaded() const noexcept { return m_loaded; }
+
+    /// Whether there is anything left for LoadMissing(), or a handle to be opened before.
+    bool IsMissing() const;
+
+    /// Reads a property anew after a notification, with the text that came with it. False when the key is unknown.
+    bool Take(std::wstring_view key, const char* objectText);
+
+    const std::string& Sid() const noexcept { return m_sid; }
+    bool IsElevated() const noexcept { return m_elevated; }
+    OrbStrataResult OpenResult() const noexcept { return m_openResult; }
+    OrbStrataHandle EffectiveHandle() const noexcept { return m_effectiveHandle; }
+
+protected:
+    /// `settings` and the log names outlive the scope. See ScopedSettings for the rest.
+    Scope(Model& settings, const LogNames& log, const std::string& sid, const wchar_t* storeArgument,
+          const wchar_t* clientId, bool elevated);
+    ~Scope();
+
+    /// `observer` may be null. Does nothing the second time.
+    void Follow(std::unique_ptr<OrbStrataSettingsListener> listener, Observer* observer);
+
+private:
+    bool Open(const FunctionLog& log);
+    void UseHandles();
+    void Subscribe(Attempt attempt);
+    void ReadMissing(Attempt attempt);
+    bool TellNews(bool tell);
+
+    Model& m_settings;
+    const LogNames& m_log;
+    const std::string m_sid;
+    const std::wstring m_storeArgument;
+    const std::wstring m_clientId;
+    const bool m_elevated;
+    OrbStrataResult m_openResult = ORB_STRATA_INVALID_HANDLE;
+
+    StoreHandle m_handle;
+    StoreHandle m_secondHandle;
+    std::atomic<OrbStrataHandle> m_effectiveHandle{nullptr}; // one of the two
+
+    bool m_tried = false;
+    bool m_loaded = false;
+    const PropertyBase* m_refused = nullptr; // where an attempt ended
+    Observer* m_observer = nullptr;
+    std::unique_ptr<OrbStrataSettingsListener> m_listener; // ends before its handle
+};
+
+} // namespace StrataSettings
