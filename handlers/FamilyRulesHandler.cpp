@@ -146,6 +146,19 @@ void FamilyRulesHandler::SetupReloads()
              &time.quotas.days[kTuesday].Duration, &time.quotas.days[kSaturday].Duration, &time.curfews.days[kTuesday],
              &time.curfews.days[kSaturday]})
         Follow(*m_userSettings, *property, reload);
+    FollowUnreadNecessity();
+}
+
+/// The check is made once, at the start; but not with settings that could not be read then.
+void FamilyRulesHandler::FollowUnreadNecessity()
+{
+    const auto check = [this](const std::wstring&) {
+        if (m_necessityUnread)
+            CheckTurnOnPCPageNecessity();
+    };
+    Follow(*m_userSettings, m_userSettings->Settings().internal.parentalControlsConfigured, check);
+    if (m_systemSettings)
+        Follow(*m_systemSettings, m_systemSettings->Settings().digiParenting.activated, check);
 }
 
 bool FamilyRulesHandler::IsLegacyMode() const
@@ -156,6 +169,9 @@ bool FamilyRulesHandler::IsLegacyMode() const
 void FamilyRulesHandler::CheckTurnOnPCPageNecessity()
 {
     const FunctionLog log(L"FamilyRulesHandler::CheckTurnOnPCPageNecessity");
+    m_necessityUnread = m_systemSettings && m_userSettings &&
+                        (m_systemSettings->Settings().digiParenting.activated.ReadFailed() ||
+                         m_userSettings->Settings().internal.parentalControlsConfigured.ReadFailed());
     if (!m_initialised || !IsLegacyMode() || !m_userSettings)
     {
         LOG(log, 5, L"%s: Class not initialised or not in legacy mode.");
@@ -172,6 +188,7 @@ void FamilyRulesHandler::ActivateLegacyParenting()
         LOG(log, 2, L"%s: Class not initialised. Can't activate.");
         return;
     }
+    m_necessityUnread = false;
     m_variables.Set(kDpInitialized, true);
     m_variables.Fire(kLoadData);
 }

@@ -33,6 +33,7 @@ private:
     static const NotifyRule kNotifyRules[];
 
     void SetupReloads();
+    void FollowUnreadNecessity();
     void CheckTurnOnPCPageNecessity();
     void ActivateLegacyParenting();
     QVariantMap ReadDigiParentingData() const;
@@ -47,4 +48,5 @@ private:
     const std::shared_ptr<SystemSettings> m_systemSettings;
     const std::shared_ptr<UserSettings> m_userSettings;
     bool m_initialised = false;
+    bool m_necessityUnread = false;
 };

@@ -95,11 +95,10 @@ void StatisticsHandler::FollowUnreadCounters()
 {
     if (!m_userSettings)
         return;
-    m_registration = m_userSettings->Subscribe(m_userSettings->Settings().internal.statistics.dailyCounters,
-                                               [this](const std::wstring&) {
-                                                   if (m_shownUnread)
-                                                       UpdateStatistics();
-                                               });
+    Follow(*m_userSettings, m_userSettings->Settings().internal.statistics.dailyCounters, [this](const std::wstring&) {
+        if (m_shownUnread)
+            UpdateStatistics();
+    });
 }
 
 void StatisticsHandler::StartTimer(int milliseconds)

@@ -35,5 +35,4 @@ private:
     const std::shared_ptr<UserSettings> m_userSettings;
     QDate m_lastUpdate;
     bool m_shownUnread = false;
-    UserSettings::Registration m_registration;
 };
