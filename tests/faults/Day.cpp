@@ -6,6 +6,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <iterator>
+
 namespace
 {
 
@@ -141,12 +143,25 @@ void Day::Seed()
 
 void Day::Live()
 {
-    for (const Step& step : kSteps)
+    for (std::size_t step = 0; step < std::size(kSteps); ++step)
     {
-        (this->*step.go)();
+        Go(step);
         Settle();
-        AfterStep(step.name);
+        AfterStep(kSteps[step].name);
     }
+}
+
+void Day::Go(std::size_t step)
+{
+    (this->*kSteps[step].go)();
+}
+
+std::vector<const char*> Day::StepNames()
+{
+    std::vector<const char*> names;
+    for (const Step& step : kSteps)
+        names.push_back(step.name);
+    return names;
 }
 
 void Day::Start()
@@ -261,6 +276,11 @@ Day::Texts Day::WrongOnThePages()
     OpenSettings();
     Refresh(*m_host);
     CloseSettings();
+    return StaleOnThePages();
+}
+
+Day::Texts Day::StaleOnThePages()
+{
     RecordingHost freshHost;
     ContentControl fresh;
     EXPECT_TRUE(fresh.Initialize(&freshHost));

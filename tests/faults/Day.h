@@ -24,13 +24,17 @@ protected:
 
     /// From the plug-in's start to shortly before its end, the store settled after each step.
     void Live();
-    static const std::vector<const char*>& StepNames();
+
+    /// One step of the day; the first is the plug-in's start.
+    void Go(std::size_t step);
+    static std::vector<const char*> StepNames();
     virtual void AfterStep(const char* /*name*/) {}
 
     /// Ends the plug-in: what waits to be saved is saved.
     void End();
 
-    /// Opens the pages anew, and what of them is not as it would be if the plug-in had just been started.
+    /// What is not shown as it would be if the plug-in had just been started: now, and when the pages are opened anew.
+    Texts StaleOnThePages();
     Texts WrongOnThePages();
 
     /// What the main page's switches show, and what the store holds for them.

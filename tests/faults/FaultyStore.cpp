@@ -159,6 +159,12 @@ void FaultyStore::Fail(StoreFunction function, const StoreFault& fault)
     Of(function).fault = fault;
 }
 
+void FaultyStore::Work(StoreFunction function)
+{
+    const std::lock_guard lock(g_state->mutex);
+    Of(function).fault.reset();
+}
+
 void FaultyStore::Work()
 {
     const std::lock_guard lock(g_state->mutex);

@@ -38,6 +38,7 @@ public:
 
     /// From now on the function fails so, beside others that do; its calls are counted anew.
     void Fail(StoreFunction function, const StoreFault& fault);
+    void Work(StoreFunction function);
     void Work();
 
     int Calls(StoreFunction function) const;

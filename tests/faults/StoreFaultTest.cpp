@@ -1,4 +1,4 @@
-// A day on which one function of the store fails: in one call early, in the middle or late, or in all of them.
+// A day on which one function of the store fails: in its first call, in one in the middle, or in all of them.
 
 #include "tests/faults/FaultyDay.h"
 
@@ -12,7 +12,6 @@ enum class Moment
 {
     First,
     Middle,
-    Last,
     Always
 };
 
@@ -27,7 +26,7 @@ struct Case
 std::string NameOf(const testing::TestParamInfo<Case>& info)
 {
     const Case& tested = info.param;
-    static constexpr const char* kMoments[] = {"First", "Middle", "Last", "Always"};
+    static constexpr const char* kMoments[] = {"First", "Middle", "Always"};
     const std::string name(FaultyStore::TraitOf(tested.function).name);
     return name.substr(name.find('_') + 1) + kMoments[static_cast<int>(tested.moment)] + std::to_string(tested.code) +
            (tested.carriedOut ? "CarriedOut" : "");
@@ -64,7 +63,7 @@ std::vector<Case> Cases()
         const FaultyStore::Trait& trait = FaultyStore::TraitOf(function);
         if (!trait.canFail || !IsUsed(function))
             continue;
-        for (const Moment moment : {Moment::First, Moment::Middle, Moment::Last, Moment::Always})
+        for (const Moment moment : {Moment::First, Moment::Middle, Moment::Always})
             cases.push_back({function, moment, ORB_STRATA_STORE_FAILED, false});
         if (trait.tellsResult)
             for (const OrbStrataResult code : {ORB_STRATA_ACCESS_DENIED, ORB_STRATA_NOT_FOUND})
@@ -83,9 +82,7 @@ protected:
     void Fail(const Case& fault)
     {
         const int calls = CallsOnAGoodDay();
-        const int first = fault.moment == Moment::Middle ? std::max(1, calls / 2)
-                          : fault.moment == Moment::Last ? calls
-                                                         : 1;
+        const int first = fault.moment == Moment::Middle ? std::max(1, calls / 2) : 1;
         m_store.Fail(fault.function, {fault.code, fault.carriedOut, first, fault.moment == Moment::Always ? 0 : 1});
     }
 
