@@ -70,6 +70,7 @@ class Rotation : public LogFixture
 {
 protected:
     Rotation() { m_logger = std::make_unique<RefusingLogger>(m_orders); }
+    ~Rotation() override { m_logger.reset(); } // which gives the last orders
 
     /// Starts a session without banners.
     void Start(std::uint32_t maximumKB, std::uint32_t count)
