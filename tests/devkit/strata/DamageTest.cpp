@@ -1,3 +1,4 @@
+#include "tests/devkit/strata/RawStore.h"
 #include "tests/devkit/strata/StoreFixture.h"
 
 #include <QDir>
@@ -31,6 +32,9 @@ protected:
         for (int i = 0; i < 100; ++i)
             OrbStrata_SetStringUtf8(writer, (L"key" + std::to_wstring(i)).c_str(), std::string(1000, 'x').c_str());
     }
+
+    /// What any program may do to the file while nobody has it open.
+    void Tamper(const char* sql) const { EXPECT_TRUE(RawStore(StoreFile()).Run(sql)) << sql; }
 
     void ExpectRefused() const
     {
@@ -106,6 +110,48 @@ TEST_F(Damage, EmptyFileBesideALogIsRefusedButAnEmptyFileAloneBecomesAStore)
     EXPECT_EQ(Contents("data/store.db-wal"), "the log");
     QFile::remove(QString::fromStdString(Path("data/store.db-wal")));
     EXPECT_EQ(Opened(Kind::Normal).Result(), 0U);
+}
+
+TEST_F(Damage, EntryThatTheStoreCannotHaveWrittenIsRefused)
+{
+    MakeStore();
+    for (const char* entry :
+         {"'S-1-5-18', 'odd type', 'word', 0, 1, 5", "'S-1-5-18', 'odd constraints', 2, 'word', 1, 5",
+          "'S-1-5-18', CAST(x'ff' AS TEXT), 2, 0, 1, 5"})
+    {
+        Tamper(
+            (std::string("INSERT INTO entries (scope, key, type, constraints, revision, value) VALUES (") + entry + ")")
+                .c_str());
+        ExpectRefused();
+        Tamper("DELETE FROM entries WHERE key NOT LIKE 'key%'");
+    }
+    EXPECT_EQ(Opened(Kind::Normal).Result(), 0U);
+}
+
+TEST_F(Damage, ViewInPlaceOfATableIsRefusedInsteadOfBeingRead)
+{
+    MakeStore();
+    Tamper("DROP TABLE entries; CREATE VIEW entries(scope, key, type, constraints, revision, value) AS "
+           "WITH RECURSIVE endless(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM endless) "
+           "SELECT 'S-1-5-18', n, 2, 0, 1, n FROM endless WHERE n < 0");
+    ExpectRefused();
+}
+
+TEST_F(Damage, StoreOfTheFirstVersionIsTakenOver)
+{
+    QDir().mkpath(QString::fromStdString(Path("data")));
+    Tamper(
+        "CREATE TABLE entries (scope TEXT NOT NULL, key TEXT NOT NULL, type INTEGER NOT NULL, constraints INTEGER NOT "
+        "NULL, revision INTEGER NOT NULL, value, PRIMARY KEY (scope, key)) WITHOUT ROWID;"
+        "CREATE TABLE changes (revision INTEGER PRIMARY KEY, scope TEXT NOT NULL, key TEXT NOT NULL, kind INTEGER NOT "
+        "NULL, valueWrite INTEGER NOT NULL, text TEXT);"
+        "INSERT INTO entries VALUES ('S-1-5-18', 'key', 2, 1, 7, 42);"
+        "INSERT INTO changes VALUES (6, 'S-1-5-18', 'key', 1, 1, NULL), (7, 'S-1-5-18', 'key', 1, 0, NULL);"
+        "PRAGMA application_id = 1400140404; PRAGMA user_version = 1; PRAGMA journal_mode = WAL");
+    const Opened writer(Kind::Product);
+    EXPECT_EQ(Stored(writer, L"key"), "2 42  1");
+    EXPECT_EQ(OrbStrata_SetInt32(writer, L"key", 43), 0U);
+    EXPECT_EQ(RawStore(StoreFile()).Number("SELECT max(revision) FROM changes"), 8);
 }
 
 TEST_F(Damage, FolderInPlaceOfTheFileIsAnError)

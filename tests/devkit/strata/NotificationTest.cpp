@@ -107,6 +107,24 @@ struct Blocked
     OrbStrataSubscription subscription;
 };
 
+TEST_F(Notification, WatcherIsToldWhatTheKeyHeldAfterEachWriteHoweverLateItIs)
+{
+    const Opened writer(Kind::Product);
+    const Opened reader(Kind::Normal);
+    Deliveries watched;
+    watched.Watch(reader, L"watched");
+    Blocked blocked(reader);
+    OrbStrata_SetInt32(writer, L"key", 0);
+    blocked.entered.get_future().wait();
+    OrbStrata_SetInt32(writer, L"watched", 1);
+    OrbStrata_SetStringUtf8(writer, L"watched", "two");
+    OrbStrataControl_Remove(writer, L"watched");
+    OrbStrata_SetInt32(writer, L"watched", 3);
+    blocked.release.set_value();
+    EXPECT_THAT(watched.Take(),
+                ElementsAre("watched changed 1", "watched changed two", "watched removed", "watched changed 3"));
+}
+
 TEST_F(Notification, WritesGoOnWhileACallbackRuns)
 {
     const Opened writer(Kind::Product);

@@ -1,8 +1,11 @@
 #include "tests/devkit/strata/Program.h"
+#include "tests/devkit/strata/RawStore.h"
 #include "tests/devkit/strata/StoreFixture.h"
 
 #include <QFile>
 
+#include <algorithm>
+#include <filesystem>
 #include <future>
 #include <memory>
 #include <random>
@@ -49,6 +52,85 @@ TEST_F(Processes, ReadGivesWhatAnotherProcessHasWrittenAsSoonAsItSaysSo)
         ASSERT_EQ(other->Line(), std::to_string(i));
         ASSERT_EQ(OrbStrata_GetInt32(reader, L"answer", 0, nullptr), i);
     }
+}
+
+TEST_F(Processes, NothingIsMissedWhileOthersOpenTheStoreAndCloseIt)
+{
+    constexpr std::chrono::seconds Soak{4};
+    Deliveries heard;
+    const Opened reader(Kind::Normal);
+    heard.Watch(reader, L"answer");
+    const auto writer = Start({"echo"});
+    const auto oneOpener = Start({"open"});
+    const auto otherOpener = Start({"open"});
+    std::vector<std::string> written;
+    const auto end = std::chrono::steady_clock::now() + Soak;
+    for (int i = 1; std::chrono::steady_clock::now() < end; ++i)
+    {
+        writer->Send(std::to_string(i));
+        ASSERT_EQ(writer->Line(), std::to_string(i));
+        ASSERT_EQ(OrbStrata_GetInt32(reader, L"answer", 0, nullptr), i);
+        written.push_back("answer changed " + std::to_string(i));
+    }
+    EXPECT_EQ(heard.WaitFor(written.size()), written);
+}
+
+TEST_F(Processes, StoreIsMadeOnceHoweverManyOpenItAtTheSameMoment)
+{
+    std::vector<std::unique_ptr<Program>> openers;
+    for (int i = 0; i < 4; ++i)
+        openers.push_back(Start({"make"}));
+    for (int round = 0; round < 30; ++round)
+    {
+        const std::string file = Path(("new" + std::to_string(round) + "/store.db").c_str());
+        for (const auto& opener : openers)
+            opener->Send(file);
+        for (const auto& opener : openers)
+            ASSERT_EQ(opener->Line(), "made") << "round " << round;
+    }
+}
+
+TEST_F(Processes, WriteWaitsForALockAQuarterOfASecondOnceAndThenSaysBusy)
+{
+    const Opened writer(Kind::Product);
+    ASSERT_EQ(OrbStrata_SetInt32(writer, L"key", 0), 0U);
+    RawStore other(StoreFile());
+    ASSERT_TRUE(other.Run("BEGIN IMMEDIATE"));
+    const auto start = std::chrono::steady_clock::now();
+    for (int i = 1; i <= 10; ++i)
+        EXPECT_EQ(OrbStrata_SetInt32(writer, L"key", i), OrbStrataResult{ORB_STRATA_BUSY});
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+    EXPECT_THAT(LastError(), testing::HasSubstr("busy"));
+    EXPECT_EQ(OrbStrata_GetInt32(writer, L"key", -1, nullptr), 0);
+    ASSERT_TRUE(other.Run("ROLLBACK"));
+    EXPECT_EQ(OrbStrata_SetInt32(writer, L"key", 11), 0U);
+}
+
+TEST_F(Processes, LogStaysShortThoughSomeoneAlwaysReadsAndSomeoneAlwaysWrites)
+{
+    constexpr std::uintmax_t Bound = 24 * 1024 * 1024;
+    const Opened store(Kind::Product);
+    ASSERT_EQ(OrbStrata_SetInt32(store, L"key", 0), 0U);
+    std::vector<std::unique_ptr<Program>> writers;
+    for (const char* key : {"a", "b", "c", "d"})
+        writers.push_back(Start({"fill", key, "900"}));
+    RawStore readers[] = {RawStore(StoreFile()), RawStore(StoreFile())};
+    const auto read = [](RawStore& reader) {
+        return reader.Run("BEGIN") && reader.Number("SELECT count(*) FROM entries") > 0;
+    };
+    std::uintmax_t longest = 0;
+    EXPECT_TRUE(read(readers[1]));
+    for (const auto& writer : writers)
+    {
+        while (writer->Process().state() != QProcess::NotRunning && !writer->Process().waitForFinished(0))
+        {
+            // One of the two is always in the middle of reading.
+            EXPECT_TRUE(read(readers[0]) && readers[1].Run("COMMIT"));
+            EXPECT_TRUE(read(readers[1]) && readers[0].Run("COMMIT"));
+            longest = std::max(longest, std::filesystem::file_size(std::filesystem::u8path(StoreFile() + "-wal")));
+        }
+    }
+    EXPECT_LT(longest, Bound);
 }
 
 TEST_F(Processes, WritersTakeTurnsAndLoseNothing)

@@ -6,6 +6,7 @@
 
 #include "platform/Text.h"
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -65,6 +66,13 @@ void Hammer(OrbStrataHandle store, int count)
     Say("done");
 }
 
+/// Overwrites one long text many times.
+void Fill(OrbStrataHandle store, const char* key, int count)
+{
+    for (int i = 0; i < count; ++i)
+        OrbStrata_SetStringUtf8(store, Key(key, 0).c_str(), (std::string(20'000, 'x') + std::to_string(i)).c_str());
+}
+
 /// Whether the values that Write wrote are in the file.
 void Check(OrbStrataHandle store, const char* prefix, int count)
 {
@@ -77,6 +85,28 @@ void Check(OrbStrataHandle store, const char* prefix, int count)
         }
     }
     Say("all");
+}
+
+/// Opens the store and closes it, over and over, until it is killed, or for twenty seconds.
+void KeepOpening()
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (std::chrono::steady_clock::now() < end)
+        OrbStrata_CloseHandle(OrbStrataControl_OpenProductHandle(System, nullptr));
+}
+
+/// Opens each store that it is given, and tells how that went.
+void Make()
+{
+    for (std::string line; std::getline(std::cin, line);)
+    {
+        OrbStrataControl_SetStoreFile(line.c_str());
+        const OrbStrataHandle store = OrbStrataControl_OpenProductHandle(System, nullptr);
+        char* error = OrbStrataControl_LastError();
+        Say(store == nullptr ? error : "made");
+        OrbStrata_FreeString(error);
+        OrbStrata_CloseHandle(store);
+    }
 }
 
 void ReadOnly(OrbStrataHandle store)
@@ -103,6 +133,11 @@ int main(int argc, char** argv)
         return 0;
     }
     OrbStrataControl_SetStoreFile(argv[1]);
+    if (command == "open" || command == "make")
+    {
+        command == "open" ? KeepOpening() : Make();
+        return 0;
+    }
     const OrbStrataHandle store = OrbStrataControl_OpenProductHandle(System, nullptr);
     if (store == nullptr)
     {
@@ -114,6 +149,7 @@ int main(int argc, char** argv)
     command == "write"    ? Write(store, argv[3], std::atoi(argv[4]))
     : command == "check"  ? Check(store, argv[3], std::atoi(argv[4]))
     : command == "echo"   ? Echo(store)
+    : command == "fill"   ? Fill(store, argv[3], std::atoi(argv[4]))
     : command == "hammer" ? Hammer(store, std::atoi(argv[3]))
                           : ReadOnly(store);
     OrbStrata_CloseHandle(store);

@@ -102,9 +102,46 @@ TEST_F(Values, ConstraintsAndValueAreWrittenIndependentlyAndRemovedTogether)
     EXPECT_EQ(Stored(handle, L"key"), "2 5  7");
     OrbStrata_SetConstraints(handle, L"key", 2);
     EXPECT_EQ(Stored(handle, L"key"), "2 5  2");
+    const OrbStrataEntry value{L"key", ORB_STRATA_TYPE_INT64, 6, nullptr, 9};
+    EXPECT_EQ(OrbStrataControl_WriteValue(handle, &value), 0U);
+    EXPECT_EQ(Stored(handle, L"key"), "3 6  2");
     EXPECT_EQ(OrbStrataControl_Remove(handle, L"key"), 0U);
     EXPECT_EQ(Stored(handle, L"key"), "");
     EXPECT_EQ(OrbStrataControl_Remove(handle, L"key"), OrbStrataResult{ORB_STRATA_NOT_FOUND});
+}
+
+TEST_F(Values, WriteIfAbsentLeavesAloneWhatIsThere)
+{
+    const Opened handle(Kind::Product);
+    OrbStrata_SetInt32(handle, L"present", 5);
+    OrbStrata_SetConstraints(handle, L"constrained", 2);
+    const OrbStrataEntry defaults[] = {{L"absent", ORB_STRATA_TYPE_INT32, 1, nullptr, 4},
+                                       {L"constrained", ORB_STRATA_TYPE_INT32, 1, nullptr, 4},
+                                       {L"present", ORB_STRATA_TYPE_INT32, 1, nullptr, 4}};
+    uint32_t written = 9;
+    EXPECT_EQ(OrbStrataControl_WriteIfAbsent(handle, defaults, 3, &written), 0U);
+    EXPECT_EQ(written, 2U);
+    EXPECT_EQ(Stored(handle, L"absent"), "2 1  4");
+    EXPECT_EQ(Stored(handle, L"constrained"), "2 1  2");
+    EXPECT_EQ(Stored(handle, L"present"), "2 5  0");
+    EXPECT_EQ(OrbStrataControl_WriteIfAbsent(handle, defaults, 3, &written), 0U);
+    EXPECT_EQ(written, 0U);
+}
+
+TEST_F(Values, KeyThatIsIllFormedIsRefusedAndNotTakenForAnother)
+{
+    const Opened handle(Kind::Product);
+    const wchar_t illFormed[] = {static_cast<wchar_t>(0xD800), 0};
+    OrbStrata_SetInt32(handle, L"\uFFFD", 5);
+    OrbStrataResult result = 0;
+    EXPECT_EQ(OrbStrata_GetInt32(handle, illFormed, 0, &result), 0);
+    EXPECT_EQ(result, OrbStrataResult{ORB_STRATA_INVALID_ARGUMENT});
+    EXPECT_EQ(OrbStrataControl_List(handle, illFormed, nullptr, nullptr), OrbStrataResult{ORB_STRATA_INVALID_ARGUMENT});
+    EXPECT_EQ(OrbStrata_Subscribe(
+                  handle, illFormed, ORB_STRATA_CHANGED, [](void*, const wchar_t*, int32_t, const char*) {}, nullptr,
+                  &result),
+              nullptr);
+    EXPECT_EQ(result, OrbStrataResult{ORB_STRATA_INVALID_ARGUMENT});
 }
 
 TEST_F(Values, WriteOfWhatNoValueCanBeIsRefusedAndChangesNothing)
