@@ -13,13 +13,6 @@ int32_t EventRecorder::Record(int32_t code, const char* name, const wchar_t* pay
 {
     constexpr int32_t InvalidArgument = 87;
     const std::lock_guard lock(m_mutex);
-    if (m_fault != 0)
-    {
-        const int32_t fault = m_fault;
-        if (m_faultsLeft != 0 && --m_faultsLeft == 0)
-            m_fault = 0;
-        return fault;
-    }
     if (name == nullptr)
         return InvalidArgument;
     m_events.push_back({code, name, payload == nullptr ? std::nullopt : std::optional<std::wstring>(payload), major});
@@ -37,13 +30,6 @@ void EventRecorder::Visit(OrbDpEventVisitor visitor, void* context)
                               event.major};
         visitor(context, &view);
     }
-}
-
-void EventRecorder::SetFault(int32_t code, uint32_t count)
-{
-    const std::lock_guard lock(m_mutex);
-    m_fault = code;
-    m_faultsLeft = count;
 }
 
 } // namespace DataPipeline

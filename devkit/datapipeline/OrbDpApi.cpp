@@ -1,16 +1,48 @@
 #include "devkit/datapipeline/EventRecorder.h"
+#include "devkit/faults/Edge.h"
 
-using DataPipeline::EventRecorder;
+using namespace DataPipeline;
 
-int32_t OrbDpApi_MetricsRecordEvent(int32_t code, const char* name)
+namespace DataPipeline::Api
+{
+
+static int32_t OrbDpApi_MetricsRecordEvent(int32_t code, const char* name)
 {
     return EventRecorder::Instance().Record(code, name, nullptr, false);
 }
 
-int32_t OrbDpApi_MetricsRecordMajorEvent(int32_t code, const char* name, const wchar_t* payload)
+static int32_t OrbDpApi_MetricsRecordMajorEvent(int32_t code, const char* name, const wchar_t* payload)
 {
     return EventRecorder::Instance().Record(code, name, payload, true);
 }
+
+} // namespace DataPipeline::Api
+
+namespace
+{
+
+struct Library : SuiteFaults::PlainLibrary
+{
+    static SuiteFaults::FaultInjector& Faults()
+    {
+        static SuiteFaults::FaultInjector faults({NL_ORB_DP_API_FUNCTIONS(SUITE_FAULT_NAME)});
+        return faults;
+    }
+};
+
+enum Number : std::size_t
+{
+    NL_ORB_DP_API_FUNCTIONS(SUITE_FAULT_NUMBER)
+};
+
+} // namespace
+
+// NOLINTBEGIN(readability-identifier-naming)
+#define ARGUMENTS_OrbDpApi_MetricsRecordEvent (code, name)
+#define ARGUMENTS_OrbDpApi_MetricsRecordMajorEvent (code, name, payload)
+// NOLINTEND(readability-identifier-naming)
+
+NL_ORB_DP_API_FUNCTIONS(SUITE_FAULT_EXPORT)
 
 void OrbDpControl_Events(OrbDpEventVisitor visitor, void* context)
 {
@@ -19,5 +51,7 @@ void OrbDpControl_Events(OrbDpEventVisitor visitor, void* context)
 
 void OrbDpControl_SetFault(int32_t code, uint32_t count)
 {
-    EventRecorder::Instance().SetFault(code, count);
+    Library::Faults().Clear();
+    if (code != 0)
+        Library::Faults().Add({nullptr, nullptr, static_cast<uint32_t>(code), 1, count, false});
 }

@@ -1,18 +1,10 @@
 #include "devkit/flyer/FlyerBoard.h"
 
-#include <algorithm>
-#include <iterator>
-#include <string_view>
-
 namespace Flyers
 {
 
 namespace
 {
-
-#define FLYER_NAME(result, name, parameters) std::string_view(#name),
-constexpr std::string_view Names[] = {NL_FLYER_FUNCTIONS(FLYER_NAME)};
-#undef FLYER_NAME
 
 std::wstring TextOf(const wchar_t* text)
 {
@@ -84,34 +76,6 @@ void FlyerBoard::SetActionHandler(NlFlyerActionHandler handler, void* context)
 {
     m_handler = handler;
     m_handlerContext = context;
-}
-
-bool FlyerBoard::SetFault(const char* function, int32_t code, uint32_t count)
-{
-    const auto name = std::find(std::begin(Names), std::end(Names), function == nullptr ? "" : function);
-    if (name == std::end(Names))
-        return false;
-    const auto number = static_cast<Function>(name - std::begin(Names));
-    if (code != 0)
-    {
-        m_faults.push_back({number, code, count});
-        return true;
-    }
-    const auto same = [number](const Fault& fault) { return fault.function == number; };
-    m_faults.erase(std::remove_if(m_faults.begin(), m_faults.end(), same), m_faults.end());
-    return true;
-}
-
-int32_t FlyerBoard::TakeFault(Function function)
-{
-    const auto at = std::find_if(m_faults.begin(), m_faults.end(),
-                                 [function](const Fault& fault) { return fault.function == function; });
-    if (at == m_faults.end())
-        return 0;
-    const int32_t code = at->code;
-    if (at->left != 0 && --at->left == 0)
-        m_faults.erase(at);
-    return code;
 }
 
 } // namespace Flyers

@@ -1,8 +1,7 @@
+#include "devkit/faults/Edge.h"
 #include "devkit/flyer/FlyerBoard.h"
 
-using Flyers::Flyer;
-using Flyers::FlyerBoard;
-using Flyers::Function;
+using namespace Flyers;
 
 namespace
 {
@@ -11,20 +10,24 @@ constexpr int32_t InvalidHandle = 6;
 constexpr int32_t InvalidArgument = 87;
 
 /// Finds the flyer that a function works on. Answers the function's result: 0 if it may go on.
-int32_t Begin(Function function, NlFlyerHandle handle, Flyer*& flyer)
+int32_t Find(NlFlyerHandle handle, Flyer*& flyer)
 {
-    const int32_t fault = FlyerBoard::Instance().TakeFault(function);
     flyer = FlyerBoard::Instance().Find(handle);
-    return fault != 0 ? fault : flyer == nullptr || flyer->state == NL_FLYER_CLOSED ? InvalidHandle : 0;
+    return flyer == nullptr || flyer->state == NL_FLYER_CLOSED ? InvalidHandle : 0;
 }
 
 } // namespace
 
+namespace Flyers::Api
+{
+
+#define FLYER_FUNCTION(result, name, parameters) static result name parameters;
+NL_FLYER_FUNCTIONS(FLYER_FUNCTION)
+#undef FLYER_FUNCTION
+
 int32_t NlFlyer_CreateFlyer(int32_t /*reserved*/, const wchar_t* title, const wchar_t* description, int32_t /*kind*/,
                             NlFlyerHandle* flyer)
 {
-    if (const int32_t fault = FlyerBoard::Instance().TakeFault(Function::NlFlyer_CreateFlyer); fault != 0)
-        return fault;
     if (flyer == nullptr)
         return InvalidArgument;
     *flyer = FlyerBoard::HandleOf(FlyerBoard::Instance().Add(title, description));
@@ -35,7 +38,7 @@ int32_t NlFlyer_AddButton(NlFlyerHandle handle, const wchar_t* caption, const Nl
                           int32_t /*reserved*/)
 {
     Flyer* flyer = nullptr;
-    if (const int32_t error = Begin(Function::NlFlyer_AddButton, handle, flyer); error != 0)
+    if (const int32_t error = Find(handle, flyer); error != 0)
         return error;
     if (caption == nullptr || button == nullptr)
         return InvalidArgument;
@@ -47,7 +50,7 @@ int32_t NlFlyer_AddButton(NlFlyerHandle handle, const wchar_t* caption, const Nl
 int32_t NlFlyer_ShowFlyer(NlFlyerHandle handle, int32_t /*placement*/, int32_t /*reserved*/)
 {
     Flyer* flyer = nullptr;
-    const int32_t error = Begin(Function::NlFlyer_ShowFlyer, handle, flyer);
+    const int32_t error = Find(handle, flyer);
     if (error == 0)
         flyer->state = NL_FLYER_SHOWN;
     return error;
@@ -56,11 +59,41 @@ int32_t NlFlyer_ShowFlyer(NlFlyerHandle handle, int32_t /*placement*/, int32_t /
 int32_t NlFlyer_CloseFlyer(NlFlyerHandle handle)
 {
     Flyer* flyer = nullptr;
-    const int32_t error = Begin(Function::NlFlyer_CloseFlyer, handle, flyer);
+    const int32_t error = Find(handle, flyer);
     if (error == 0)
         flyer->state = NL_FLYER_CLOSED;
     return error;
 }
+
+} // namespace Flyers::Api
+
+namespace
+{
+
+struct Library : SuiteFaults::PlainLibrary
+{
+    static SuiteFaults::FaultInjector& Faults()
+    {
+        static SuiteFaults::FaultInjector faults({NL_FLYER_FUNCTIONS(SUITE_FAULT_NAME)});
+        return faults;
+    }
+};
+
+enum Number : std::size_t
+{
+    NL_FLYER_FUNCTIONS(SUITE_FAULT_NUMBER)
+};
+
+} // namespace
+
+// NOLINTBEGIN(readability-identifier-naming)
+#define ARGUMENTS_NlFlyer_CreateFlyer (reserved, title, description, kind, flyer)
+#define ARGUMENTS_NlFlyer_AddButton (flyer, caption, button, reserved)
+#define ARGUMENTS_NlFlyer_ShowFlyer (flyer, placement, reserved)
+#define ARGUMENTS_NlFlyer_CloseFlyer (flyer)
+// NOLINTEND(readability-identifier-naming)
+
+NL_FLYER_FUNCTIONS(SUITE_FAULT_EXPORT)
 
 void NlFlyerControl_Flyers(NlFlyerVisitor visitor, void* context)
 {
@@ -79,10 +112,13 @@ bool NlFlyerControl_Press(int32_t flyer, uint32_t button)
 
 bool NlFlyerControl_SetFault(const char* function, int32_t code, uint32_t count)
 {
-    return FlyerBoard::Instance().SetFault(function, code, count);
+    auto& faults = Library::Faults();
+    return function != nullptr &&
+           (code == 0 ? faults.Remove(function, nullptr)
+                      : faults.Add({function, nullptr, static_cast<uint32_t>(code), 1, count, false}));
 }
 
 void NlFlyerControl_ClearFaults(void)
 {
-    FlyerBoard::Instance().ClearFaults();
+    Library::Faults().Clear();
 }

@@ -1,5 +1,6 @@
 // The store's functions: handles, typed values, constraints, subscriptions.
 
+#include "devkit/strata/Api.h"
 #include "devkit/strata/CInterface.h"
 #include "devkit/strata/Object.h"
 #include "devkit/strata/json/Utf8.h"
@@ -15,78 +16,62 @@ using namespace Strata;
 namespace
 {
 
-OrbStrataHandle Open(Function function, const wchar_t* store, const wchar_t* sid, Access access,
-                     OrbStrataResult* result)
+OrbStrataHandle Open(const wchar_t* store, const wchar_t* sid, Access access, OrbStrataResult* result)
 {
     OrbStrataHandle handle = nullptr;
-    OrbStrataResult answer = Store::Instance().Fault(function);
-    if (answer == Success)
-    {
-        answer = ORB_STRATA_INVALID_ARGUMENT;
-        if (store != nullptr && std::wcscmp(store, L"safe") == 0)
-            handle = Store::Instance().Open(sid, access, answer);
-    }
+    OrbStrataResult answer = ORB_STRATA_INVALID_ARGUMENT;
+    if (store != nullptr && std::wcscmp(store, L"safe") == 0)
+        handle = Store::Instance().Open(sid, access, answer);
     Tell(result, answer);
     return handle;
 }
 
 /// Reads the value of a key, which has to be of `type`.
-OrbStrataResult Read(Function function, OrbStrataHandle handle, const wchar_t* key, OrbStrataType type, Entry& entry)
+OrbStrataResult Read(OrbStrataHandle handle, const wchar_t* key, OrbStrataType type, Entry& entry)
 {
-    Store& store = Store::Instance();
-    OrbStrataResult answer = store.Fault(function, handle, key);
-    if (answer == Success)
-        answer = store.Find(handle, key, entry);
+    const OrbStrataResult answer = Store::Instance().Find(handle, key, entry);
     if (answer == Success && entry.type != type)
-        answer = entry.type == ORB_STRATA_TYPE_NONE ? ORB_STRATA_NOT_FOUND : ORB_STRATA_WRONG_TYPE;
+        return entry.type == ORB_STRATA_TYPE_NONE ? ORB_STRATA_NOT_FOUND : ORB_STRATA_WRONG_TYPE;
     return answer;
 }
 
 template <class Number>
-Number ReadNumber(Function function, OrbStrataHandle handle, const wchar_t* key, OrbStrataType type,
-                  Number defaultValue, OrbStrataResult* result)
+Number ReadNumber(OrbStrataHandle handle, const wchar_t* key, OrbStrataType type, Number defaultValue,
+                  OrbStrataResult* result)
 {
     Entry entry;
-    const auto answer = Read(function, handle, key, type, entry);
+    const auto answer = Read(handle, key, type, entry);
     Tell(result, answer);
     return answer == Success ? static_cast<Number>(entry.number) : defaultValue;
 }
 
-OrbStrataResult Write(Function function, OrbStrataHandle handle, const wchar_t* key, Edit::Kind kind, Entry entry)
+OrbStrataResult WriteNumber(OrbStrataHandle handle, const wchar_t* key, OrbStrataType type, int64_t value)
 {
-    const auto fault = Store::Instance().Fault(function, handle, key);
-    return fault != Success ? fault : ApplyEdit(handle, key, kind, std::move(entry));
+    return ApplyEdit(handle, key, Edit::Kind::Value, Entry{type, value, nullptr, 0});
 }
 
-OrbStrataResult WriteNumber(Function function, OrbStrataHandle handle, const wchar_t* key, OrbStrataType type,
-                            int64_t value)
-{
-    return Write(function, handle, key, Edit::Kind::Value, Entry{type, value, nullptr, 0});
-}
-
-OrbStrataResult WriteText(Function function, OrbStrataHandle handle, const wchar_t* key, OrbStrataType type,
-                          const char* value)
+OrbStrataResult WriteText(OrbStrataHandle handle, const wchar_t* key, OrbStrataType type, const char* value)
 {
     Entry entry;
     const auto answer = MakeTextEntry(type, value, entry);
-    const auto fault = Store::Instance().Fault(function, handle, key);
-    return fault != Success    ? fault
-           : answer != Success ? answer
-                               : ApplyEdit(handle, key, Edit::Kind::Value, std::move(entry));
+    return answer != Success ? answer : ApplyEdit(handle, key, Edit::Kind::Value, std::move(entry));
 }
 
 } // namespace
 
+namespace Strata::Api
+{
+
 OrbStrataHandle OrbStrata_OpenHandle(const wchar_t* store, const wchar_t* sid, const wchar_t* /*clientId*/,
                                      OrbStrataResult* result)
 {
-    return Open(Function::OrbStrata_OpenHandle, store, sid, Access::Normal, result);
+    return Open(store, sid, Access::Normal, result);
 }
 
 OrbStrataHandle OrbStrata_OpenElevatedHandle(const wchar_t* store, const wchar_t* sid, const wchar_t* /*clientId*/,
                                              OrbStrataResult* result)
 {
-    return Open(Function::OrbStrata_OpenElevatedHandle, store, sid, Access::Elevated, result);
+    return Open(store, sid, Access::Elevated, result);
 }
 
 void OrbStrata_CloseHandle(OrbStrataHandle handle)
@@ -96,39 +81,39 @@ void OrbStrata_CloseHandle(OrbStrataHandle handle)
 
 bool OrbStrata_GetBool(OrbStrataHandle handle, const wchar_t* key, bool defaultValue, OrbStrataResult* result)
 {
-    return ReadNumber(Function::OrbStrata_GetBool, handle, key, ORB_STRATA_TYPE_BOOL, defaultValue, result);
+    return ReadNumber(handle, key, ORB_STRATA_TYPE_BOOL, defaultValue, result);
 }
 
 OrbStrataResult OrbStrata_SetBool(OrbStrataHandle handle, const wchar_t* key, bool value)
 {
-    return WriteNumber(Function::OrbStrata_SetBool, handle, key, ORB_STRATA_TYPE_BOOL, value ? 1 : 0);
+    return WriteNumber(handle, key, ORB_STRATA_TYPE_BOOL, value ? 1 : 0);
 }
 
 int32_t OrbStrata_GetInt32(OrbStrataHandle handle, const wchar_t* key, int32_t defaultValue, OrbStrataResult* result)
 {
-    return ReadNumber(Function::OrbStrata_GetInt32, handle, key, ORB_STRATA_TYPE_INT32, defaultValue, result);
+    return ReadNumber(handle, key, ORB_STRATA_TYPE_INT32, defaultValue, result);
 }
 
 OrbStrataResult OrbStrata_SetInt32(OrbStrataHandle handle, const wchar_t* key, int32_t value)
 {
-    return WriteNumber(Function::OrbStrata_SetInt32, handle, key, ORB_STRATA_TYPE_INT32, value);
+    return WriteNumber(handle, key, ORB_STRATA_TYPE_INT32, value);
 }
 
 int64_t OrbStrata_GetInt64(OrbStrataHandle handle, const wchar_t* key, int64_t defaultValue, OrbStrataResult* result)
 {
-    return ReadNumber(Function::OrbStrata_GetInt64, handle, key, ORB_STRATA_TYPE_INT64, defaultValue, result);
+    return ReadNumber(handle, key, ORB_STRATA_TYPE_INT64, defaultValue, result);
 }
 
 OrbStrataResult OrbStrata_SetInt64(OrbStrataHandle handle, const wchar_t* key, int64_t value)
 {
-    return WriteNumber(Function::OrbStrata_SetInt64, handle, key, ORB_STRATA_TYPE_INT64, value);
+    return WriteNumber(handle, key, ORB_STRATA_TYPE_INT64, value);
 }
 
 wchar_t* OrbStrata_GetString(OrbStrataHandle handle, const wchar_t* key, const wchar_t* defaultValue,
                              OrbStrataResult* result)
 {
     Entry entry;
-    const auto answer = Read(Function::OrbStrata_GetString, handle, key, ORB_STRATA_TYPE_STRING, entry);
+    const auto answer = Read(handle, key, ORB_STRATA_TYPE_STRING, entry);
     Tell(result, answer);
     return CopyText(answer == Success ? Platform::FromUtf8(*entry.text).c_str() : defaultValue);
 }
@@ -136,22 +121,21 @@ wchar_t* OrbStrata_GetString(OrbStrataHandle handle, const wchar_t* key, const w
 OrbStrataResult OrbStrata_SetString(OrbStrataHandle handle, const wchar_t* key, const wchar_t* value)
 {
     const auto text = ToUtf8Strict(value);
-    return WriteText(Function::OrbStrata_SetString, handle, key, ORB_STRATA_TYPE_STRING,
-                     text ? text->c_str() : nullptr);
+    return WriteText(handle, key, ORB_STRATA_TYPE_STRING, text ? text->c_str() : nullptr);
 }
 
 char* OrbStrata_GetStringUtf8(OrbStrataHandle handle, const wchar_t* key, const char* defaultValue,
                               OrbStrataResult* result)
 {
     Entry entry;
-    const auto answer = Read(Function::OrbStrata_GetStringUtf8, handle, key, ORB_STRATA_TYPE_UTF8, entry);
+    const auto answer = Read(handle, key, ORB_STRATA_TYPE_UTF8, entry);
     Tell(result, answer);
     return CopyText(answer == Success ? entry.text->c_str() : defaultValue);
 }
 
 OrbStrataResult OrbStrata_SetStringUtf8(OrbStrataHandle handle, const wchar_t* key, const char* value)
 {
-    return WriteText(Function::OrbStrata_SetStringUtf8, handle, key, ORB_STRATA_TYPE_UTF8, value);
+    return WriteText(handle, key, ORB_STRATA_TYPE_UTF8, value);
 }
 
 void OrbStrata_FreeString(void* text)
@@ -162,24 +146,21 @@ void OrbStrata_FreeString(void* text)
 uint32_t OrbStrata_GetConstraints(OrbStrataHandle handle, const wchar_t* key, OrbStrataResult* result)
 {
     Entry entry;
-    Store& store = Store::Instance();
-    const auto fault = store.Fault(Function::OrbStrata_GetConstraints, handle, key);
-    const auto answer = fault != Success ? fault : store.Find(handle, key, entry);
+    const auto answer = Store::Instance().Find(handle, key, entry);
     Tell(result, answer);
     return answer == Success ? entry.constraints : 0;
 }
 
 OrbStrataResult OrbStrata_SetConstraints(OrbStrataHandle handle, const wchar_t* key, uint32_t constraints)
 {
-    return Write(Function::OrbStrata_SetConstraints, handle, key, Edit::Kind::Constraints,
-                 Entry{ORB_STRATA_TYPE_NONE, 0, nullptr, constraints});
+    return ApplyEdit(handle, key, Edit::Kind::Constraints, Entry{ORB_STRATA_TYPE_NONE, 0, nullptr, constraints});
 }
 
 OrbStrataObject* OrbStrata_GetObject(OrbStrataHandle handle, const wchar_t* key, OrbStrataResult* result)
 {
     Entry entry;
     std::unique_ptr<OrbStrataObject> object;
-    auto answer = Read(Function::OrbStrata_GetObject, handle, key, ORB_STRATA_TYPE_OBJECT, entry);
+    auto answer = Read(handle, key, ORB_STRATA_TYPE_OBJECT, entry);
     if (answer == Success)
     {
         object = ParseObject(*entry.text);
@@ -192,27 +173,22 @@ OrbStrataObject* OrbStrata_GetObject(OrbStrataHandle handle, const wchar_t* key,
 OrbStrataResult OrbStrata_SetObject(OrbStrataHandle handle, const wchar_t* key, const OrbStrataObject* object)
 {
     if (object == nullptr)
-    {
-        const auto fault = Store::Instance().Fault(Function::OrbStrata_SetObject, handle, key);
-        return fault != Success ? fault : OrbStrataResult{ORB_STRATA_INVALID_HANDLE};
-    }
-    return Write(Function::OrbStrata_SetObject, handle, key, Edit::Kind::Value,
-                 Entry{ORB_STRATA_TYPE_OBJECT, 0, std::make_shared<const std::string>(PrintObject(*object)), 0});
+        return ORB_STRATA_INVALID_HANDLE;
+    return ApplyEdit(handle, key, Edit::Kind::Value,
+                     Entry{ORB_STRATA_TYPE_OBJECT, 0, std::make_shared<const std::string>(PrintObject(*object)), 0});
 }
 
 OrbStrataSubscription OrbStrata_Subscribe(OrbStrataHandle handle, const wchar_t* key, int32_t changeType,
                                           OrbStrataCallback callback, void* context, OrbStrataResult* result)
 {
-    Store& store = Store::Instance();
     OrbStrataSubscription subscription = nullptr;
-    OrbStrataResult answer = store.Fault(Function::OrbStrata_Subscribe, handle, key);
-    if (answer == Success)
+    OrbStrataResult answer = ORB_STRATA_INVALID_ARGUMENT;
+    const bool knownType = changeType == ORB_STRATA_CHANGED || changeType == ORB_STRATA_REMOVED;
+    const auto utf8 = ToUtf8Strict(key);
+    if (utf8 && !utf8->empty() && callback != nullptr && knownType)
     {
-        answer = ORB_STRATA_INVALID_ARGUMENT;
-        const bool knownType = changeType == ORB_STRATA_CHANGED || changeType == ORB_STRATA_REMOVED;
-        const auto utf8 = ToUtf8Strict(key);
-        if (utf8 && !utf8->empty() && callback != nullptr && knownType)
-            subscription = store.Subscribe(handle, {*utf8, false, changeType, callback, nullptr, context}, answer);
+        subscription =
+            Store::Instance().Subscribe(handle, {*utf8, false, changeType, callback, nullptr, context}, answer);
     }
     Tell(result, answer);
     return subscription;
@@ -222,3 +198,5 @@ void OrbStrata_Unsubscribe(OrbStrataHandle handle, OrbStrataSubscription subscri
 {
     Store::Instance().Unsubscribe(handle, subscription);
 }
+
+} // namespace Strata::Api

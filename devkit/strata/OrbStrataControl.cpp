@@ -161,7 +161,22 @@ void OrbStrataControl_SetElevationAnswer(bool accept)
 
 bool OrbStrataControl_SetFault(const char* function, const wchar_t* key, OrbStrataResult code, uint32_t count)
 {
-    return Store::Instance().faults.Set(function, key, code, count);
+    auto& faults = Store::Instance().faults;
+    return function != nullptr &&
+           (code == Success ? faults.Remove(function, key) : faults.Add({function, key, code, 1, count, false}));
+}
+
+bool OrbStrataControl_AddFault(const SuiteFault* fault)
+{
+    return fault != nullptr && Store::Instance().faults.Add(*fault);
+}
+
+uint32_t OrbStrataControl_CallsOf(const char* function, uint32_t* failed)
+{
+    const auto calls = Store::Instance().faults.CallsOf(function);
+    if (failed != nullptr)
+        *failed = calls.failed;
+    return calls.all;
 }
 
 void OrbStrataControl_ClearFaults(void)

@@ -4,6 +4,7 @@
  * elevation prompts. Exported by the same library as the OrbStrata_* functions. Thread-safe, but for the functions that
  * set the process up (store file, observer), which come first. */
 
+#include "devkit/faults/SuiteFault.h"
 #include "suite/OrbStrata.h"
 
 typedef enum OrbStrataType
@@ -78,7 +79,13 @@ typedef void(NL_SUITE_CALL* OrbStrataWriteObserver)(void* context, const char* s
      * there is no such function. */                                                                                   \
     F(bool, OrbStrataControl_SetFault,                                                                                 \
       (const char* function, const wchar_t* key, OrbStrataResult code, uint32_t count))                                \
+    /* The same with every way to fail. */                                                                             \
+    F(bool, OrbStrataControl_AddFault, (const SuiteFault* fault))                                                      \
+    /* Takes back every fault, and begins to count calls. */                                                           \
     F(void, OrbStrataControl_ClearFaults, (void))                                                                      \
+    /* How often a function was called since then by others than the product; `failed` receives how often it was made  \
+     * to fail. */                                                                                                     \
+    F(uint32_t, OrbStrataControl_CallsOf, (const char* function, uint32_t* failed))                                    \
     /* Waits until every change committed so far, by any process, has been noticed and its callbacks have returned.    \
      * False: time-out. */                                                                                             \
     F(bool, OrbStrataControl_WaitForDelivery, (uint32_t timeoutMs))                                                    \

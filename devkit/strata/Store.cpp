@@ -1,5 +1,7 @@
 #include "devkit/strata/Store.h"
 
+#include "devkit/faults/Edge.h"
+
 #include "devkit/strata/Environment.h"
 #include "devkit/strata/json/Utf8.h"
 
@@ -59,6 +61,8 @@ bool IsScope(std::string_view text)
     }
     return digitBefore;
 }
+
+Store::Store() : faults({NL_ORB_STRATA_FUNCTIONS(SUITE_FAULT_NAME)}) {}
 
 Store& Store::Instance()
 {
@@ -235,12 +239,10 @@ bool Store::WaitForDelivery(std::chrono::milliseconds timeout)
     return !session || session->WaitForDelivery(deadline);
 }
 
-OrbStrataResult Store::Fault(Function function, OrbStrataHandle handle, const wchar_t* key)
+bool Store::IsProduct(OrbStrataHandle handle)
 {
-    if (!faults.Any())
-        return Success;
     const auto opened = Lookup(handle);
-    return opened && opened->access == Access::Product ? Success : faults.Take(function, key);
+    return opened && opened->access == Access::Product;
 }
 
 void Store::SetFile(const char* path)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devkit/strata/Faults.h"
+#include "devkit/faults/FaultInjector.h"
 #include "devkit/strata/OrbStrataControl.h"
 #include "devkit/strata/Session.h"
 #include "devkit/strata/WriteLog.h"
@@ -39,6 +39,7 @@ public:
     static Store& Instance();
     /// Destroys the store unless there are open handles.
     static void Shutdown();
+    Store();
 
     OrbStrataHandle Open(const wchar_t* sid, Access access, OrbStrataResult& result);
     void Close(OrbStrataHandle handle);
@@ -54,15 +55,13 @@ public:
     void Unsubscribe(OrbStrataHandle handle, OrbStrataSubscription subscription);
     bool WaitForDelivery(std::chrono::milliseconds timeout);
 
-    /// What a call by `handle` has to answer instead of doing its work; 0: nothing.
-    OrbStrataResult Fault(Function function, OrbStrataHandle handle, const wchar_t* key);
-    /// The same for a call that no handle makes.
-    OrbStrataResult Fault(Function function, const wchar_t* key = nullptr) { return faults.Take(function, key); }
+    /// Whether the handle has the product's rights; no fault applies to it.
+    bool IsProduct(OrbStrataHandle handle);
 
     void SetFile(const char* path);
     std::string LastError();
 
-    Faults faults;
+    SuiteFaults::FaultInjector faults;
     WriteLog writes;
     std::atomic<bool> acceptElevation = true;
 

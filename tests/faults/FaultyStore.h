@@ -1,6 +1,7 @@
 #pragma once
 
 #include "delay_load/OrbStrataApi.h"
+#include "devkit/strata/OrbStrataControl.h"
 
 #include <cstddef>
 
@@ -26,8 +27,8 @@ struct StoreFault
     int count = 0; ///< How many in a row; 0: all of them.
 };
 
-/// Stands before the store's functions as long as it lives: counts the calls and lets some of them fail. Made while no
-/// other thread uses the store; afterwards any thread may call.
+/// Lets calls of the store's functions fail as long as it lives, and counts them: those of the plug-in, not of handles
+/// with the product's rights. The store's library has to be loaded.
 class FaultyStore
 {
 public:
@@ -36,10 +37,11 @@ public:
     FaultyStore(const FaultyStore&) = delete;
     FaultyStore& operator=(const FaultyStore&) = delete;
 
-    /// From now on the function fails so, beside others that do; its calls are counted anew.
+    /// From now on the function fails so, beside others that do.
     void Fail(StoreFunction function, const StoreFault& fault);
     void Work(StoreFunction function);
-    void Work();
+    /// Everything works again, and is counted anew.
+    void Work() { m_control.OrbStrataControl_ClearFaults(); }
 
     int Calls(StoreFunction function) const;
     bool HasFailed(StoreFunction function) const;
@@ -54,4 +56,10 @@ public:
     };
     static const Trait& TraitOf(StoreFunction function);
     static std::size_t FunctionCount();
+
+private:
+    struct
+    {
+        NL_ORB_STRATA_CONTROL_FUNCTIONS(NL_SUITE_ENTRY)
+    } m_control;
 };
