@@ -62,9 +62,9 @@ private:
 class FolderWatch final : public StampWatch
 {
 public:
-    explicit FolderWatch(std::string folder)
-        : m_folder(std::move(folder)), m_wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
-          m_inotify(inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
+    explicit FolderWatch(std::string stampPath)
+        : m_stampPath(std::move(stampPath)), m_folder(std::filesystem::path(m_stampPath).parent_path()),
+          m_wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), m_inotify(inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
     {
         Watch();
     }
@@ -72,13 +72,15 @@ public:
     void Wait() override
     {
         constexpr int Unwatched = 10; // ms between two looks
-        if (m_watch < 0 && Watch())
+        if (Watch())
             return; // what happened before is not told
+        // The system does not tell that a folder was deleted while a file that was in it is open: without a stamp in
+        // its place, this may be such a folder.
+        const bool isThere = m_watch >= 0 && access(m_stampPath.c_str(), F_OK) == 0;
         pollfd sources[] = {{m_wake.Get(), POLLIN, 0}, {m_inotify.Get(), POLLIN, 0}};
-        poll(sources, 2, m_watch < 0 ? Unwatched : -1);
-        uint64_t wakes = 0;
-        [[maybe_unused]] const auto taken = read(m_wake.Get(), &wakes, sizeof wakes);
-        TakeEvents();
+        poll(sources, 2, isThere ? -1 : Unwatched);
+        Drain(m_wake.Get());
+        Drain(m_inotify.Get());
     }
 
     void Wake() override
@@ -88,32 +90,24 @@ public:
     }
 
 private:
+    /// Watches the folder that is at the path now. True: it is another one than before.
     bool Watch()
     {
-        constexpr uint32_t Stamped = IN_CLOSE_WRITE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
-        constexpr uint32_t Gone = IN_DELETE_SELF | IN_MOVE_SELF;
-        m_watch = inotify_add_watch(m_inotify.Get(), m_folder.c_str(), Stamped | Gone);
-        return m_watch >= 0;
+        constexpr uint32_t Stamped = IN_CLOSE_WRITE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_MOVE_SELF;
+        const int before = std::exchange(m_watch, inotify_add_watch(m_inotify.Get(), m_folder.c_str(), Stamped));
+        if (before >= 0 && before != m_watch)
+            inotify_rm_watch(m_inotify.Get(), before);
+        return m_watch >= 0 && m_watch != before;
     }
 
-    void TakeEvents()
+    static void Drain(int descriptor)
     {
         alignas(inotify_event) char events[4096];
-        for (ssize_t size = 0; (size = read(m_inotify.Get(), events, sizeof events)) > 0;)
-        {
-            for (ssize_t at = 0; at < size;)
-            {
-                const auto& event = *reinterpret_cast<const inotify_event*>(events + at);
-                if ((event.mask & (IN_IGNORED | IN_DELETE_SELF | IN_MOVE_SELF)) != 0 && event.wd == m_watch)
-                {
-                    inotify_rm_watch(m_inotify.Get(), m_watch);
-                    m_watch = -1;
-                }
-                at += static_cast<ssize_t>(sizeof event + event.len);
-            }
-        }
+        while (read(descriptor, events, sizeof events) == static_cast<ssize_t>(sizeof events))
+        {}
     }
 
+    const std::string m_stampPath;
     const std::string m_folder;
     FileDescriptor m_wake;
     FileDescriptor m_inotify;
@@ -155,8 +149,7 @@ bool Stamp::Write(int64_t revision)
 
 std::unique_ptr<StampWatch> StampWatch::Open(const std::string& stampPath)
 {
-    const auto folder = std::filesystem::path(stampPath).parent_path();
-    return std::make_unique<FolderWatch>(folder.empty() ? "." : folder.string());
+    return std::make_unique<FolderWatch>(stampPath);
 }
 
 } // namespace Strata
