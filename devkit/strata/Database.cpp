@@ -150,14 +150,23 @@ int Database::OnCommit(void* self, sqlite3* /*connection*/, const char* /*name*/
 
 void Database::BoundLog()
 {
-    // Beyond the second bound new commits have to wait: otherwise there may never be a moment in which the log has been
-    // brought back whole and begins anew.
     constexpr int Long = 1000;
     constexpr int TooLong = 2 * Long;
-    if (m_logPages >= Long)
-        sqlite3_wal_checkpoint_v2(m_connection.get(), "main",
-                                  m_logPages < TooLong ? SQLITE_CHECKPOINT_PASSIVE : SQLITE_CHECKPOINT_RESTART, nullptr,
-                                  nullptr);
+    if (m_logPages < TooLong)
+        m_restartAt = TooLong;
+    if (m_logPages < Long)
+        return;
+    sqlite3_wal_checkpoint_v2(m_connection.get(), "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    if (m_logPages < m_restartAt)
+        return;
+    // Where others write all the time, there may never be a moment in which everything has been brought back and the
+    // log can begin anew: now they have to wait, each time a moment.
+    m_restartAt = m_logPages + Long / 4;
+    const auto patience = std::exchange(m_patience, std::chrono::milliseconds(40));
+    const auto waitedInVain = std::exchange(m_waitedInVain, Clock::time_point());
+    sqlite3_wal_checkpoint_v2(m_connection.get(), "main", SQLITE_CHECKPOINT_RESTART, nullptr, nullptr);
+    m_patience = patience;
+    m_waitedInVain = waitedInVain;
 }
 
 bool Database::HasMoved() const

@@ -125,6 +125,7 @@ private:
     std::unique_ptr<sqlite3, Close> m_connection;
     std::string m_path;
     int m_logPages = 0;
+    int m_restartAt = 0; // the length of the log at which others have to wait for it to begin anew
 
     using Clock = std::chrono::steady_clock;
     std::chrono::milliseconds m_patience{0};
