@@ -1,10 +1,9 @@
 // The store's own JSON: structured values, and whole scopes as the command line imports and exports them.
 
+#include "devkit/core/Json.h"
 #include "devkit/strata/Object.h"
-#include "devkit/strata_cli/Transfer.h"
+#include "devkit/strata_cli/EntryText.h"
 #include "fuzz/Target.h"
-
-#include <algorithm>
 
 namespace
 {
@@ -23,28 +22,23 @@ void ReadObject(std::string_view text)
             "and loses no element");
 }
 
-bool IsSame(const StrataCli::Items& left, const StrataCli::Items& right)
-{
-    return std::equal(
-        left.begin(), left.end(), right.begin(), right.end(),
-        [](const auto& one, const auto& other) {
-            return one.first == other.first && one.second.type == other.second.type &&
-                   one.second.number == other.second.number && one.second.text == other.second.text &&
-                   one.second.constraints == other.second.constraints;
-        });
-}
-
 void ImportScope(std::string_view text)
 {
-    StrataCli::Items items;
-    std::string error;
-    const bool imported = StrataCli::Import(text, items, error);
-    Require(imported == error.empty(), "a file that is refused has its reason");
-    if (!imported)
-        return;
-    StrataCli::Items again;
-    Require(StrataCli::Import(StrataCli::Export(items), again, error), "what is exported can be imported");
-    Require(IsSame(items, again), "and is the same then");
+    const QVariantMap entries = Json::Parse({text.data(), static_cast<int>(text.size())}).value.toMap();
+    StoreAccess::Entries read;
+    for (auto it = entries.begin(); it != entries.end(); ++it)
+        if (const Result<StoreEntry> entry = StoreEntry::FromJson(it.value()); entry.Ok())
+            read.emplace(it.key(), entry.value);
+    const Json::Parsed again = Json::Parse(EntryText::Export(read));
+    const QVariantMap exported = again.value.toMap();
+    Require(again.error.isEmpty() && exported.size() == static_cast<int>(read.size()), "what is exported can be read");
+    for (const auto& [key, entry] : read)
+    {
+        const Result<StoreEntry> back = StoreEntry::FromJson(exported.value(key));
+        Require(back.Ok() && back.value.type == entry.type && back.value.value == entry.value &&
+                    back.value.constraints == entry.constraints,
+                "and imported, and is the same then");
+    }
 }
 
 const Target g_target("store_json", [](std::string_view input) {

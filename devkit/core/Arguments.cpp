@@ -1,12 +1,14 @@
 #include "devkit/core/Arguments.h"
 
+#include "devkit/core/Json.h"
+
 #include <algorithm>
 #include <limits>
 
 namespace
 {
 
-bool IsText(const QVariant& value)
+bool IsString(const QVariant& value)
 {
     return value.userType() == QMetaType::QString;
 }
@@ -18,72 +20,92 @@ bool IsWholeNumber(const QVariant& value, qint64 from, qint64 to)
 }
 
 template <class Container>
-bool AreTexts(const Container& values)
+bool AreStrings(const Container& values)
 {
-    return std::all_of(values.begin(), values.end(), IsText);
+    return std::all_of(values.begin(), values.end(), IsString);
 }
 
-bool Fits(const QVariant& value, ArgumentKind kind)
+struct KindRow
 {
-    switch (kind)
-    {
-    case ArgumentKind::Any:
-        return true;
-    case ArgumentKind::Text:
-        return IsText(value);
-    case ArgumentKind::Name:
-        return IsText(value) && !value.toString().isEmpty();
-    case ArgumentKind::VariableId:
-        return IsText(value) && value.toString().startsWith(QLatin1Char('@'));
-    case ArgumentKind::Texts:
-        return value.userType() == QMetaType::QVariantList && AreTexts(value.toList());
-    case ArgumentKind::TextMap:
-        return value.userType() == QMetaType::QVariantMap && AreTexts(value.toMap());
-    case ArgumentKind::Flag:
-        return value.userType() == QMetaType::Bool;
-    case ArgumentKind::Natural:
-        return IsWholeNumber(value, 0, std::numeric_limits<qint64>::max());
-    case ArgumentKind::Milliseconds:
-        return IsWholeNumber(value, 0, std::numeric_limits<qint32>::max());
-    case ArgumentKind::Int32:
-        return IsWholeNumber(value, std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max());
-    case ArgumentKind::UInt32:
-        return IsWholeNumber(value, 0, std::numeric_limits<quint32>::max());
-    }
-    return false;
-}
+    const char* name; // in the schema
+    const char* description;
+    bool (*fits)(const QVariant& value);
+};
 
-const char* Describe(ArgumentKind kind)
+/// One table of what there is, in the order of the enumeration.
+const KindRow& RowOf(ArgumentKind kind)
 {
-    switch (kind)
-    {
-    case ArgumentKind::Any:
-        return "a value";
-    case ArgumentKind::Text:
-        return "a text";
-    case ArgumentKind::Name:
-        return "a text that is not empty";
-    case ArgumentKind::VariableId:
-        return "the id of a variable, which begins with \"@\"";
-    case ArgumentKind::Texts:
-        return "an array of texts";
-    case ArgumentKind::TextMap:
-        return "an object whose members are texts";
-    case ArgumentKind::Flag:
-        return "true or false";
-    case ArgumentKind::Natural:
-        return "a whole number of 0 or more";
-    case ArgumentKind::Milliseconds:
-        return "a whole number of milliseconds from 0 to 2147483647";
-    case ArgumentKind::Int32:
-        return "a whole number from -2147483648 to 2147483647";
-    case ArgumentKind::UInt32:
-        return "a whole number from 0 to 4294967295";
-    }
-    return "";
+    using I32 = std::numeric_limits<qint32>;
+    using U32 = std::numeric_limits<quint32>;
+    static constexpr KindRow Rows[] = {
+        {"any", "a value", [](const QVariant&) { return true; }},
+        {"any", "a value", [](const QVariant&) { return true; }},
+        {"string", "a string", IsString},
+        {"name", "a string that is not empty",
+         [](const QVariant& value) { return IsString(value) && !value.toString().isEmpty(); }},
+        {"variable", "the id of a variable, which begins with \"@\"",
+         [](const QVariant& value) { return IsString(value) && value.toString().startsWith(QLatin1Char('@')); }},
+        {"strings", "an array of strings",
+         [](const QVariant& value) {
+             return value.userType() == QMetaType::QVariantList && AreStrings(value.toList());
+         }},
+        {"stringMap", "an object whose members are strings",
+         [](const QVariant& value) { return value.userType() == QMetaType::QVariantMap && AreStrings(value.toMap()); }},
+        {"entries", "an object of entries by key",
+         [](const QVariant& value) { return value.userType() == QMetaType::QVariantMap; }},
+        {"bool", "true or false", [](const QVariant& value) { return value.userType() == QMetaType::Bool; }},
+        {"natural", "a whole number of 0 or more",
+         [](const QVariant& value) { return IsWholeNumber(value, 0, std::numeric_limits<qint64>::max()); }},
+        {"milliseconds", "a whole number of milliseconds from 0 to 2147483647",
+         [](const QVariant& value) { return IsWholeNumber(value, 0, I32::max()); }},
+        {"int32", "a whole number from -2147483648 to 2147483647",
+         [](const QVariant& value) { return IsWholeNumber(value, I32::min(), I32::max()); }},
+        {"uint32", "a whole number from 0 to 4294967295",
+         [](const QVariant& value) { return IsWholeNumber(value, 0, U32::max()); }},
+        {"constraints", "a whole number from 0 to 4294967295",
+         [](const QVariant& value) { return IsWholeNumber(value, 0, U32::max()); }},
+    };
+    return Rows[static_cast<int>(kind)];
 }
 
 } // namespace
+
+QVariantMap Parameter::Describe() const
+{
+    QVariantMap row{{QStringLiteral("name"), QLatin1String(name)},
+                    {QStringLiteral("type"), QLatin1String(RowOf(kind).name)},
+                    {QStringLiteral("required"), need == Need::Required}};
+    if (choices)
+        row.insert(QStringLiteral("choices"), Choices());
+    return row;
+}
+
+QStringList Parameter::Choices() const
+{
+    return QString::fromLatin1(choices).split(QLatin1Char('|'), Qt::SkipEmptyParts);
+}
+
+QVariant Parameter::FromWord(const QString& word) const
+{
+    switch (kind)
+    {
+    case ArgumentKind::Typed:
+    case ArgumentKind::String:
+    case ArgumentKind::Name:
+    case ArgumentKind::VariableId:
+        return word;
+    case ArgumentKind::Strings:
+        return QVariantList{word};
+    case ArgumentKind::Constraints:
+        if (word == QLatin1String("enforced") || word == QLatin1String("none"))
+            return word == QLatin1String("enforced") ? 1 : 0;
+        break;
+    default:
+        break;
+    }
+    const Json::Parsed parsed = Json::Parse(word.toUtf8());
+    return parsed.error.isEmpty() ? parsed.value : QVariant(word);
+}
 
 QString Arguments::Check(const Parameter& parameter) const
 {
@@ -95,11 +117,12 @@ QString Arguments::Check(const Parameter& parameter) const
                    : QStringLiteral("The argument \"%1\" is missing.").arg(name);
     }
     const QVariant value = m_values.value(name);
-    if (!Fits(value, parameter.kind))
-        return QStringLiteral("The argument \"%1\" must be %2.").arg(name, QLatin1String(Describe(parameter.kind)));
-    const QStringList choices = QString::fromLatin1(parameter.choices).split(QLatin1Char('|'), Qt::SkipEmptyParts);
+    const KindRow& kind = RowOf(parameter.kind);
+    if (!kind.fits(value))
+        return QStringLiteral("The argument \"%1\" must be %2.").arg(name, QLatin1String(kind.description));
+    const QStringList choices = parameter.Choices();
     const QStringList given =
-        parameter.kind == ArgumentKind::Texts ? value.toStringList() : QStringList{value.toString()};
+        parameter.kind == ArgumentKind::Strings ? value.toStringList() : QStringList{value.toString()};
     const bool allowed = choices.isEmpty() || std::all_of(given.begin(), given.end(), [&choices](const QString& word) {
                              return choices.contains(word);
                          });

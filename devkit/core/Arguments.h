@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devkit/core/Result.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -10,16 +12,19 @@
 enum class ArgumentKind
 {
     Any,
-    Text,
-    Name,       // a text that is not empty
-    VariableId, // a text that begins with "@"
-    Texts,      // an array of texts
-    TextMap,    // an object whose members are texts
-    Flag,
+    Typed, // a value of another argument's type; among words as it is written
+    String,
+    Name,       // a string that is not empty
+    VariableId, // a string that begins with "@"
+    Strings,    // an array of strings
+    StringMap,  // an object whose members are strings
+    Entries,    // an object of store entries by key
+    Bool,
     Natural, // a whole number from 0
     Milliseconds,
     Int32,
-    UInt32
+    UInt32,
+    Constraints // a number of 32 bits; in words also "enforced" and "none"
 };
 
 /// One argument that a command takes.
@@ -34,7 +39,15 @@ struct Parameter
     const char* name = nullptr;
     ArgumentKind kind = ArgumentKind::Any;
     Need need = Need::Required;
-    const char* choices = nullptr; // for texts: the words that are allowed, joined by "|"
+    const char* choices = nullptr; // for strings: the words that are allowed, joined by "|"
+    /// Among words it stands as an option only ("--scope user") and has this value where it is not given ("": none).
+    const char* option = nullptr;
+
+    /// {"name", "type", "required", "choices"?}
+    QVariantMap Describe() const;
+    QStringList Choices() const;
+    /// What a person wrote, as the value that it stands for; Check() tells whether it fits.
+    QVariant FromWord(const QString& word) const;
 };
 
 /// The arguments of one command. The accessors expect what Check() has found in order.
@@ -49,9 +62,9 @@ public:
     bool Has(const char* name) const { return m_values.contains(QLatin1String(name)); }
     QVariant Value(const char* name) const { return m_values.value(QLatin1String(name)); }
     QVariant Value(const char* name, const QVariant& otherwise) const;
-    QString Text(const char* name) const { return Value(name).toString(); }
-    QStringList Texts(const char* name) const { return Value(name).toStringList(); }
-    bool Flag(const char* name, bool otherwise) const { return Value(name, otherwise).toBool(); }
+    QString String(const char* name) const { return Value(name).toString(); }
+    QStringList Strings(const char* name) const { return Value(name).toStringList(); }
+    bool Bool(const char* name, bool otherwise = false) const { return Value(name, otherwise).toBool(); }
     qint64 Number(const char* name, qint64 otherwise = 0) const { return Value(name, otherwise).toLongLong(); }
 
 private:

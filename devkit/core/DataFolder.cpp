@@ -13,7 +13,9 @@ DataFolder::DataFolder()
 
 QString DataFolder::DefaultPath()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QLatin1String("/veridan");
+    const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    const bool isHome = QDir::isAbsolutePath(base) && QDir::homePath() != QDir::rootPath();
+    return isHome || qEnvironmentVariableIsSet("XDG_DATA_HOME") ? base + QLatin1String("/veridan") : QString();
 }
 
 QString DataFolder::Prepare() const

@@ -15,7 +15,7 @@ public:
     /// A fresh folder, deleted with this object.
     DataFolder();
 
-    /// The folder of the user that is used when none is named.
+    /// The folder of the user that is used when none is named; empty for a user without a home.
     static QString DefaultPath();
 
     /// Makes the folder and looks whether files can be made in it. The reason when not, else empty.

@@ -1,17 +1,25 @@
 #pragma once
 
+#include "devkit/core/CommandTable.h"
 #include "devkit/core/DataFolder.h"
+#include "devkit/core/Elevation.h"
+#include "devkit/core/Feeds.h"
 #include "devkit/core/NamedEvents.h"
 #include "devkit/core/PlugInEnvironment.h"
 #include "devkit/core/PlugInLoader.h"
 #include "devkit/core/PlugInManager.h"
 #include "devkit/core/Registry.h"
+#include "devkit/core/Sessions.h"
 #include "devkit/core/StoreAccess.h"
+#include "devkit/core/StoreWrites.h"
 #include "devkit/core/UrlRecorder.h"
 #include "devkit/core/VariableHub.h"
 
-/// Everything that a plug-in meets: the variables, the suite's libraries and the surroundings it finds on the machine.
-/// Its parts in the order in which they come to life; the plug-in goes first. UI thread only.
+#include <atomic>
+
+/// Everything that a plug-in meets: the variables, the suite's libraries and the surroundings it finds on the machine;
+/// and the clients that drive it. Its parts in the order in which they come to life; the plug-in goes first. UI thread
+/// only, but for RequestQuit().
 class Host
 {
 public:
@@ -30,22 +38,33 @@ public:
 
     /// Runs the event loop until the end is asked for. The exit code.
     int Run() const;
-    /// Ends Run(), also one that comes later; nothing further is begun.
-    void RequestQuit();
+    /// Ends Run(), also one that comes later; nothing further is begun. The greatest code that was asked for counts.
+    void RequestQuit(int exitCode = 0);
     bool IsQuitting() const { return m_quitting; }
+
+    /// The commands that are the same for every client.
+    const CommandTable& Commands() const { return m_commands; }
+
+    /// A client watches something else, or is gone. Why that cannot be, else empty.
+    QString OnWatchesChanged();
 
     const DataFolder& folder;
     const QString userSid;
     Registry registry;
     PlugInEnvironment environment;
+    Sessions sessions;
     StoreAccess store;
+    StoreWrites storeWrites;
+    Elevation elevation;
     VariableHub hub;
     PlugInManager manager;
     UrlRecorder urls;
     NamedEvents events;
     PlugInLoader plugIn;
-    QStringList watched; // prefixes of the variables whose changes are reported as they happen
+    Feeds feeds;
 
 private:
-    bool m_quitting = false;
+    CommandTable m_commands;
+    std::atomic<bool> m_quitting{false};
+    std::atomic<int> m_exitCode{0};
 };

@@ -23,17 +23,26 @@ int LevelOf(const QString& line, bool& begins)
     return begins ? Tags.indexOf(match.captured(1)) + 1 : NoLevel;
 }
 
-/// The last `size` bytes of the file from the first whole line on; the file is UTF-16LE.
-QStringList ReadLines(QFile& file, qint64 size)
+constexpr const char* kLineEnd = "\r\n";
+
+/// The text from a byte of the file on, which is UTF-16LE.
+QString ReadText(QFile& file, qint64 start)
 {
-    const qint64 start = std::max<qint64>(file.size() - size, 0) & ~qint64{1};
     file.seek(start);
     const QByteArray bytes = file.readAll();
     QString text(bytes.size() / 2, Qt::Uninitialized);
     qFromLittleEndian<quint16>(bytes.constData(), text.size(), text.data());
+    return text;
+}
+
+/// The last `size` bytes of the file from the first whole line on.
+QStringList ReadLines(QFile& file, qint64 size)
+{
+    const qint64 start = std::max<qint64>(file.size() - size, 0) & ~qint64{1};
+    QString text = ReadText(file, start);
     if (text.startsWith(QChar::ByteOrderMark))
         text.remove(0, 1);
-    QStringList lines = text.split(QLatin1String("\r\n"));
+    QStringList lines = text.split(QLatin1String(kLineEnd));
     if (start > 0)
         lines.removeFirst();
     if (!lines.isEmpty() && lines.last().isEmpty())
@@ -41,7 +50,9 @@ QStringList ReadLines(QFile& file, qint64 size)
     return lines;
 }
 
-QStringList Filter(const QStringList& lines, int maximumLevel)
+} // namespace
+
+QStringList FilterLog(const QStringList& lines, int maximumLevel)
 {
     QStringList kept;
     int level = NoLevel;
@@ -56,8 +67,6 @@ QStringList Filter(const QStringList& lines, int maximumLevel)
     return kept;
 }
 
-} // namespace
-
 QStringList ReadLogTail(const QString& fileName, qint64 count, int maximumLevel)
 {
     QFile file(fileName);
@@ -67,9 +76,35 @@ QStringList ReadLogTail(const QString& fileName, qint64 count, int maximumLevel)
     QStringList lines;
     for (qint64 size = FirstPiece; lines.size() < count; size *= 4)
     {
-        lines = Filter(ReadLines(file, size), maximumLevel);
+        lines = FilterLog(ReadLines(file, size), maximumLevel);
         if (size >= file.size())
             break;
     }
     return lines.mid(static_cast<int>(std::max<qint64>(lines.size() - count, 0)));
+}
+
+QStringList ReadLogFrom(const QString& fileName, qint64& end)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+    {
+        end = 0;
+        return {};
+    }
+    if (end < 0)
+    {
+        end = file.size();
+        return {};
+    }
+    if (file.size() < end)
+        end = 0;
+    const QString text = ReadText(file, end);
+    const int whole = text.lastIndexOf(QLatin1String(kLineEnd));
+    if (whole < 0)
+        return {};
+    QStringList lines = text.left(whole).split(QLatin1String(kLineEnd));
+    if (end == 0 && lines.first().startsWith(QChar::ByteOrderMark))
+        lines.first().remove(0, 1);
+    end += (whole + 2) * qint64{2};
+    return lines;
 }

@@ -7,3 +7,10 @@
 /// of a message that has several takes the level of the message; lines without a level pass only without a limit (0). A
 /// file that is not there has no lines.
 QStringList ReadLogTail(const QString& file, qint64 count, int maximumLevel);
+
+/// The whole lines behind the byte `end`, which moves to the end of the last of them; from the beginning again where
+/// the file has become shorter. An `end` of -1 becomes the file's end, without lines.
+QStringList ReadLogFrom(const QString& file, qint64& end);
+
+/// Of a log's lines those of the messages whose level is `maximumLevel` or a lower number.
+QStringList FilterLog(const QStringList& lines, int maximumLevel);

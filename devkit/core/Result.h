@@ -3,15 +3,28 @@
 #include <QString>
 #include <QVariant>
 
+/// Why an operation gave nothing, as far as a script may want to tell it apart.
+enum class FailureKind
+{
+    Failed,  ///< the store or a file could not be read or written
+    Misused, ///< the request makes no sense
+    Refused, ///< a value is none of its type
+    NotFound
+};
+
 /// What an operation gave, or why it gave nothing, as a sentence that a person understands.
 template <class T>
 struct Result
 {
     T value{};
     QString error; // empty on success
+    FailureKind kind = FailureKind::Failed;
 
     bool Ok() const { return error.isEmpty(); }
-    static Result Failure(const QString& sentence) { return {T{}, sentence}; }
+    static Result Failure(const QString& sentence, FailureKind kind = FailureKind::Failed)
+    {
+        return {T{}, sentence, kind};
+    }
 };
 
 /// The answer to a command: a value for JSON, invalid where there is nothing to tell.

@@ -1,12 +1,5 @@
 #include "devkit/core/StoreAccess.h"
 
-#include "devkit/core/EventLoop.h"
-#include "devkit/core/StoreValue.h"
-#include "devkit/strata/OrbStrataControl.h"
-
-#include <QElapsedTimer>
-#include <QRegularExpression>
-
 #include <utility>
 
 namespace
@@ -20,28 +13,32 @@ QString LastError()
     return sentence.isEmpty() ? QStringLiteral("The store could not be read or written.") : sentence;
 }
 
-QString Explain(OrbStrataResult result, const QString& key)
+template <class T = QVariant>
+Result<T> Explain(OrbStrataResult result, const QString& key)
 {
     switch (result)
     {
     case ORB_STRATA_SUCCESS:
         return {};
     case ORB_STRATA_ACCESS_DENIED:
-        return QStringLiteral("The store denies access to \"%1\".").arg(key);
+        return Result<T>::Failure(QStringLiteral("The store denies access to \"%1\".").arg(key));
     case ORB_STRATA_NOT_FOUND:
-        return QStringLiteral("There is no setting \"%1\" in this scope.").arg(key);
+        return Result<T>::Failure(QStringLiteral("There is no value under \"%1\" in this scope.").arg(key),
+                                  FailureKind::NotFound);
     case ORB_STRATA_INVALID_ARGUMENT:
-        return QStringLiteral("The store does not take this key or value (\"%1\").").arg(key);
+        return Result<T>::Failure(QStringLiteral("The store does not take this key or value (\"%1\").").arg(key),
+                                  FailureKind::Refused);
     case ORB_STRATA_STORE_FAILED:
-        return LastError();
+        return Result<T>::Failure(LastError());
     default:
-        return QStringLiteral("The store answered %1 for \"%2\".").arg(result).arg(key);
+        return Result<T>::Failure(QStringLiteral("The store answered %1 for \"%2\".").arg(result).arg(key));
     }
 }
 
 void NL_SUITE_CALL Collect(void* context, const OrbStrataEntry* entry)
 {
-    static_cast<QVariantMap*>(context)->insert(QString::fromWCharArray(entry->key), StoreValue::Describe(*entry));
+    static_cast<StoreAccess::Entries*>(context)->emplace(QString::fromWCharArray(entry->key),
+                                                         StoreEntry::FromC(*entry));
 }
 
 } // namespace
@@ -49,7 +46,6 @@ void NL_SUITE_CALL Collect(void* context, const OrbStrataEntry* entry)
 StoreAccess::StoreAccess(const QString& storeFile, QString userSid) : m_userSid(std::move(userSid))
 {
     OrbStrataControl_SetStoreFile(storeFile.toUtf8().constData());
-    OrbStrataControl_SetWriteObserver(&StoreAccess::OnWrite, this);
 }
 
 StoreAccess::~StoreAccess()
@@ -57,133 +53,154 @@ StoreAccess::~StoreAccess()
     for (const auto& [sid, handle] : m_handles)
         OrbStrata_CloseHandle(handle);
     OrbStrataControl_Shutdown();
-    OrbStrataControl_SetWriteObserver(nullptr, nullptr);
 }
 
-Answer StoreAccess::Get(const QString& scope, const QString& key)
+Result<StoreEntry> StoreAccess::Get(const QString& scope, const QString& key)
 {
     const auto target = Locate(scope, key);
     if (!target.Ok())
-        return Answer::Failure(target.error);
-    QVariantMap found;
+        return Result<StoreEntry>::Failure(target.error, target.kind);
+    Entries found;
     const OrbStrataResult result =
         OrbStrataControl_Find(target.value.handle, target.value.key.c_str(), &Collect, &found);
     if (result != ORB_STRATA_SUCCESS && result != ORB_STRATA_NOT_FOUND)
-        return Answer::Failure(Explain(result, key));
-    return {found.value(key, StoreValue::Describe(OrbStrataEntry{})), {}};
+        return Explain<StoreEntry>(result, key);
+    return {found.empty() ? StoreEntry() : found.begin()->second, {}};
 }
 
-Answer StoreAccess::List(const QString& scope, const QString& prefix)
+Result<StoreAccess::Entries> StoreAccess::List(const QString& scope, const QString& prefix)
 {
     const auto target = Locate(scope, prefix);
     if (!target.Ok())
-        return Answer::Failure(target.error);
-    QVariantMap entries;
+        return Result<Entries>::Failure(target.error, target.kind);
+    Entries entries;
     const OrbStrataResult result =
         OrbStrataControl_List(target.value.handle, target.value.key.c_str(), &Collect, &entries);
-    return {entries, Explain(result, prefix)};
+    if (result != ORB_STRATA_SUCCESS)
+        return Explain<Entries>(result, prefix);
+    return {entries, {}};
 }
 
-Answer StoreAccess::Set(const QString& scope, const QString& key, const QString& type, const QVariant& value)
+Answer StoreAccess::Set(const QString& scope, const QString& key, const StoreEntry& entry)
 {
     const auto target = Locate(scope, key);
-    const auto stored = StoreValue::Make(type, value);
-    if (!target.Ok() || !stored.Ok())
-        return Answer::Failure(target.Ok() ? stored.error : target.error);
-    OrbStrataEntry entry{};
-    const OrbStrataResult found = OrbStrataControl_Find(
-        target.value.handle, target.value.key.c_str(),
-        [](void* context, const OrbStrataEntry* present) {
-            static_cast<OrbStrataEntry*>(context)->constraints = present->constraints;
-        },
-        &entry);
-    if (found != ORB_STRATA_SUCCESS && found != ORB_STRATA_NOT_FOUND)
-        return Answer::Failure(Explain(found, key));
-    entry.key = target.value.key.c_str();
-    entry.type = stored.value.type;
-    entry.number = stored.value.number;
-    entry.text = stored.value.text.constData();
-    return {{}, Explain(OrbStrataControl_Write(target.value.handle, &entry), key)};
+    if (!target.Ok())
+        return Answer::Failure(target.error, target.kind);
+    const EntriesForC written({{key, entry}});
+    return Explain(OrbStrataControl_WriteValue(target.value.handle, written.Data()), key);
+}
+
+Answer StoreAccess::Write(const QString& scope, const Entries& entries)
+{
+    const auto target = Locate(scope, {});
+    if (!target.Ok())
+        return Answer::Failure(target.error, target.kind);
+    const EntriesForC all(entries);
+    return Explain(OrbStrataControl_WriteAll(target.value.handle, all.Data(), all.Count()), scope);
+}
+
+Answer StoreAccess::WriteIfAbsent(const QString& scope, const Entries& entries)
+{
+    const auto target = Locate(scope, {});
+    if (!target.Ok())
+        return Answer::Failure(target.error, target.kind);
+    const EntriesForC all(entries);
+    uint32_t written = 0;
+    Answer answer =
+        Explain(OrbStrataControl_WriteIfAbsent(target.value.handle, all.Data(), all.Count(), &written), scope);
+    answer.value = written;
+    return answer;
 }
 
 Answer StoreAccess::Remove(const QString& scope, const QString& key)
 {
     const auto target = Locate(scope, key);
     if (!target.Ok())
-        return Answer::Failure(target.error);
-    return {{}, Explain(OrbStrataControl_Remove(target.value.handle, target.value.key.c_str()), key)};
+        return Answer::Failure(target.error, target.kind);
+    return Explain(OrbStrataControl_Remove(target.value.handle, target.value.key.c_str()), key);
 }
 
 Answer StoreAccess::Constrain(const QString& scope, const QString& key, quint32 constraints)
 {
     const auto target = Locate(scope, key);
     if (!target.Ok())
-        return Answer::Failure(target.error);
-    return {{}, Explain(OrbStrata_SetConstraints(target.value.handle, target.value.key.c_str(), constraints), key)};
+        return Answer::Failure(target.error, target.kind);
+    return Explain(OrbStrata_SetConstraints(target.value.handle, target.value.key.c_str(), constraints), key);
 }
 
-std::vector<StoreAccess::Write> StoreAccess::Writes() const
+StoreAccess::Watch::~Watch()
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_writes;
+    OrbStrata_Unsubscribe(m_handle, m_subscription);
+    OrbStrata_CloseHandle(m_handle);
 }
 
-bool StoreAccess::Settle(int timeoutMs)
+void NL_SUITE_CALL StoreAccess::Watch::Tell(void* context, int32_t changeType, const OrbStrataEntry* entry)
 {
-    QElapsedTimer timer;
-    timer.start();
-    std::size_t known = 0;
-    do
+    static_cast<Watch*>(context)->m_onChange(QString::fromWCharArray(entry->key), changeType == ORB_STRATA_REMOVED,
+                                             StoreEntry::FromC(*entry));
+}
+
+Result<std::shared_ptr<StoreAccess::Watch>> StoreAccess::WatchChanges(const QString& scope, const QString& prefix,
+                                                                      Watch::OnChange onChange)
+{
+    using Watching = Result<std::shared_ptr<Watch>>;
+    const auto handle = Open(scope);
+    if (!handle.Ok())
+        return Watching::Failure(handle.error, handle.kind);
+    const std::shared_ptr<Watch> watch(new Watch());
+    watch->m_onChange = std::move(onChange);
+    watch->m_handle = handle.value;
+    OrbStrataResult result = ORB_STRATA_SUCCESS;
+    watch->m_subscription =
+        OrbStrataControl_Watch(watch->m_handle, prefix.toStdWString().c_str(), &Watch::Tell, watch.get(), &result);
+    if (result != ORB_STRATA_SUCCESS)
+        return Explain<std::shared_ptr<Watch>>(result, prefix);
+    return {watch, {}};
+}
+
+Result<QString> StoreAccess::SidOf(const QString& scope) const
+{
+    const QString sid = scope == QLatin1String("system") ? QString(QLatin1String(kSystemSid))
+                        : scope == QLatin1String("user") ? m_userSid
+                                                         : scope;
+    if (scope.contains(QChar(0)) || !OrbStrataControl_IsScope(sid.toStdWString().c_str()))
     {
-        known = WriteCount();
-        const qint64 left = timeoutMs - timer.elapsed();
-        if (left < 0 || !OrbStrataControl_WaitForDelivery(static_cast<uint32_t>(left)))
-            return false;
-        RunUntilIdle();
-    } while (WriteCount() != known);
-    return true;
-}
-
-Result<StoreAccess::Target> StoreAccess::Locate(const QString& scope, const QString& key)
-{
-    static const QRegularExpression SidForm(QStringLiteral("^S(-\\d+){2,}$"));
-    const bool system = scope == QLatin1String("system");
-    const bool user = scope == QLatin1String("user");
-    if (!system && !user && !SidForm.match(scope).hasMatch())
-    {
-        return Result<Target>::Failure(
-            QStringLiteral("A scope is \"system\", \"user\" or a SID, not \"%1\".").arg(scope));
+        return Result<QString>::Failure(
+            QStringLiteral("A scope is \"system\", \"user\" or a SID, not \"%1\".").arg(scope), FailureKind::Misused);
     }
-    if (key.contains(QChar(0))) // would end the key in the store's interface and name another setting
-        return Result<Target>::Failure(QStringLiteral("A key cannot hold a NUL character."));
-    const QString sid = system ? QLatin1String(SystemSid) : user ? m_userSid : scope;
-    auto known = m_handles.find(sid);
-    if (known == m_handles.end())
-    {
-        OrbStrataResult result = ORB_STRATA_SUCCESS;
-        auto* const handle = OrbStrataControl_OpenProductHandle(sid.toStdWString().c_str(), &result);
-        if (result != ORB_STRATA_SUCCESS)
-            return Result<Target>::Failure(Explain(result, scope));
-        known = m_handles.emplace(sid, handle).first;
-    }
-    return {{known->second, key.toStdWString()}, {}};
+    return {sid, {}};
 }
 
 QString StoreAccess::ScopeOf(const QString& sid) const
 {
-    return sid == QLatin1String(SystemSid) ? QStringLiteral("system") : sid == m_userSid ? QStringLiteral("user") : sid;
+    return sid == QLatin1String(kSystemSid) ? QStringLiteral("system")
+           : sid == m_userSid               ? QStringLiteral("user")
+                                            : sid;
 }
 
-std::size_t StoreAccess::WriteCount() const
+Result<OrbStrataHandle> StoreAccess::Open(const QString& scope) const
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_writes.size();
+    const Result<QString> sid = SidOf(scope);
+    if (!sid.Ok())
+        return Result<OrbStrataHandle>::Failure(sid.error, sid.kind);
+    OrbStrataResult result = ORB_STRATA_SUCCESS;
+    auto* const handle = OrbStrataControl_OpenProductHandle(sid.value.toStdWString().c_str(), &result);
+    if (result != ORB_STRATA_SUCCESS)
+        return Explain<OrbStrataHandle>(result, scope);
+    return {handle, {}};
 }
 
-void NL_SUITE_CALL StoreAccess::OnWrite(void* context, const char* sid, const wchar_t* key, bool byPlugIn)
+Result<StoreAccess::Target> StoreAccess::Locate(const QString& scope, const QString& key)
 {
-    auto* const self = static_cast<StoreAccess*>(context);
-    const std::lock_guard<std::mutex> lock(self->m_mutex);
-    self->m_writes.push_back(
-        {self->m_writes.size() + 1, self->ScopeOf(QString::fromUtf8(sid)), QString::fromWCharArray(key), byPlugIn});
+    if (key.contains(QChar(0)) || !key.isValidUtf16()) // would name another setting in the store's interface
+        return Result<Target>::Failure(QStringLiteral("A key is text without NUL characters."), FailureKind::Refused);
+    auto known = m_handles.find(scope);
+    if (known == m_handles.end())
+    {
+        const auto opened = Open(scope);
+        if (!opened.Ok())
+            return Result<Target>::Failure(opened.error, opened.kind);
+        known = m_handles.emplace(scope, opened.value).first;
+    }
+    return {{known->second, key.toStdWString()}, {}};
 }

@@ -1,98 +1,116 @@
-#include "devkit/core/CommandTable.h"
-#include "devkit/core/Host.h"
-#include "devkit/strata/OrbStrataControl.h"
+#include "devkit/core/StoreCommands.h"
+
+#include "devkit/core/StoreAccess.h"
 
 namespace
 {
 
-Answer Get(Host& host, const Arguments& arguments)
+template <class T>
+Answer Pass(const Result<T>& failed)
 {
-    return host.store.Get(arguments.Text("scope"), arguments.Text("key"));
+    return Answer::Failure(failed.error, failed.kind);
 }
 
-Answer Set(Host& host, const Arguments& arguments)
+Result<StoreAccess::Entries> EntriesFrom(const QVariantMap& json)
 {
-    return host.store.Set(arguments.Text("scope"), arguments.Text("key"), arguments.Text("type"),
-                          arguments.Value("value"));
-}
-
-Answer Remove(Host& host, const Arguments& arguments)
-{
-    return host.store.Remove(arguments.Text("scope"), arguments.Text("key"));
-}
-
-Answer Constrain(Host& host, const Arguments& arguments)
-{
-    return host.store.Constrain(arguments.Text("scope"), arguments.Text("key"),
-                                static_cast<quint32>(arguments.Number("constraints")));
-}
-
-Answer List(Host& host, const Arguments& arguments)
-{
-    return host.store.List(arguments.Text("scope"), arguments.Text("prefix"));
-}
-
-Answer Fault(Host&, const Arguments& arguments)
-{
-    if (!arguments.Has("function"))
+    using Read = Result<StoreAccess::Entries>;
+    StoreAccess::Entries entries;
+    for (auto it = json.begin(); it != json.end(); ++it)
     {
-        OrbStrataControl_ClearFaults();
-        return {};
+        const Result<StoreEntry> entry = StoreEntry::FromJson(it.value());
+        if (!entry.Ok())
+            return Read::Failure(QStringLiteral("\"%1\": %2").arg(it.key(), entry.error), entry.kind);
+        if (it.key().isEmpty() || it.key().contains(QChar(0)))
+            return Read::Failure(QStringLiteral("A key is text without NUL characters that is not empty."),
+                                 FailureKind::Refused);
+        entries.emplace(it.key(), entry.value);
     }
-    if (!arguments.Has("code"))
-        return Answer::Failure(QStringLiteral("The argument \"code\" is missing."));
-    const QString function = arguments.Text("function");
-    const std::wstring key = arguments.Text("key").toStdWString();
-    const bool known = OrbStrataControl_SetFault(
-        function.toUtf8().constData(), arguments.Has("key") ? key.c_str() : nullptr,
-        static_cast<OrbStrataResult>(arguments.Number("code")), static_cast<uint32_t>(arguments.Number("count", 1)));
-    return {{}, known ? QString() : QStringLiteral("The store has no function \"%1\".").arg(function)};
-}
-
-Answer Writes(Host& host, const Arguments& arguments)
-{
-    const std::vector<StoreAccess::Write> writes = host.store.Writes();
-    QVariantList rows;
-    for (auto i = static_cast<std::size_t>(arguments.Number("since")); i < writes.size(); ++i)
-    {
-        rows.append(QVariantMap{
-            {QStringLiteral("seq"), writes[i].sequence},
-            {QStringLiteral("scope"), writes[i].scope},
-            {QStringLiteral("key"), writes[i].key},
-            {QStringLiteral("by"), writes[i].byPlugIn ? QStringLiteral("plugin") : QStringLiteral("product")}});
-    }
-    return {rows, {}};
-}
-
-Answer Elevation(Host&, const Arguments& arguments)
-{
-    OrbStrataControl_SetElevationAnswer(arguments.Text("answer") == QLatin1String("accept"));
-    return {};
+    return {entries, {}};
 }
 
 } // namespace
 
-std::vector<Command> StoreCommands()
+std::vector<Command> StoreCommands(StoreAccess& store)
 {
     using Kind = ArgumentKind;
     constexpr auto Optional = Parameter::Need::Optional;
     constexpr auto Required = Parameter::Need::Required;
-    const Parameter scope{"scope", Kind::Name};
+    const Parameter scope{"scope", Kind::Name, Required, nullptr, "user"};
     const Parameter key{"key", Kind::Name};
-    const Parameter type{"type", Kind::Text, Required, "bool|int32|int64|string|utf8|object"};
+    const Parameter type{"type", Kind::String, Required, StoreEntry::kTypeNames, ""};
     return {
-        {"store.get", {scope, key}, &Get},
-        {"store.set", {scope, key, type, {"value", Kind::Any}}, &Set},
-        {"store.remove", {scope, key}, &Remove},
-        {"store.constrain", {scope, key, {"constraints", Kind::UInt32}}, &Constrain},
-        {"store.list", {scope, {"prefix", Kind::Text, Optional}}, &List},
-        {"store.fault",
-         {{"function", Kind::Name, Optional},
-          {"key", Kind::Name, Optional},
-          {"code", Kind::UInt32, Optional},
-          {"count", Kind::UInt32, Optional}},
-         &Fault},
-        {"store.writes", {{"since", Kind::Natural, Optional}}, &Writes},
-        {"elevation", {{"answer", Kind::Text, Required, "accept|decline"}}, &Elevation},
+        {"store.get",
+         "what the store holds under a key",
+         {scope, key},
+         [&store](const Arguments& arguments) {
+             const Result<StoreEntry> entry = store.Get(arguments.String("scope"), arguments.String("key"));
+             return entry.Ok() ? Answer{entry.value.Describe(), {}} : Pass(entry);
+         }},
+        {"store.set",
+         "changes a setting as the product does",
+         {scope, key, type, {"value", Kind::Typed}},
+         [&store](const Arguments& arguments) {
+             const Result<StoreEntry> entry = StoreEntry::Make(arguments.String("type"), arguments.Value("value"));
+             return entry.Ok() ? store.Set(arguments.String("scope"), arguments.String("key"), entry.value)
+                               : Pass(entry);
+         }},
+        {"store.remove",
+         "removes a value and its constraint word",
+         {scope, key},
+         [&store](const Arguments& arguments) {
+             return store.Remove(arguments.String("scope"), arguments.String("key"));
+         }},
+        {"store.constrain",
+         "replaces the constraint word of a key",
+         {scope, key, {"constraints", Kind::Constraints}},
+         [&store](const Arguments& arguments) {
+             return store.Constrain(arguments.String("scope"), arguments.String("key"),
+                                    static_cast<quint32>(arguments.Number("constraints")));
+         }},
+        {"store.list",
+         "every entry whose key begins so",
+         {scope, {"prefix", Kind::String, Optional}},
+         [&store](const Arguments& arguments) {
+             const auto entries = store.List(arguments.String("scope"), arguments.String("prefix"));
+             if (!entries.Ok())
+                 return Pass(entries);
+             QVariantMap list;
+             for (const auto& [name, entry] : entries.value)
+                 list.insert(name, entry.Describe());
+             return Answer{list, {}};
+         }},
+        {"store.write",
+         "writes entries by key, all or none; with absent only where there is no value",
+         {scope, {"entries", Kind::Entries}, {"absent", Kind::Bool, Optional}},
+         [&store](const Arguments& arguments) {
+             const auto entries = EntriesFrom(arguments.Value("entries").toMap());
+             if (!entries.Ok())
+                 return Pass(entries);
+             return arguments.Bool("absent") ? store.WriteIfAbsent(arguments.String("scope"), entries.value)
+                                             : store.Write(arguments.String("scope"), entries.value);
+         }},
     };
+}
+
+Answer CompleteStoreSet(StoreAccess& store, QVariantMap& request, bool& isNew)
+{
+    const QString typeName = QStringLiteral("type");
+    const QString valueName = QStringLiteral("value");
+    if (!request.contains(typeName))
+    {
+        const Result<StoreEntry> present = store.Get(request.value(QStringLiteral("scope")).toString(),
+                                                     request.value(QStringLiteral("key")).toString());
+        if (!present.Ok())
+            return Pass(present);
+        isNew = !present.value.HasValue();
+        if (!isNew)
+            request.insert(typeName, present.value.TypeName());
+    }
+    const Result<StoreEntry> entry =
+        StoreEntry::FromWord(request.value(typeName).toString(), request.value(valueName).toString());
+    if (!entry.Ok())
+        return Pass(entry);
+    request.insert(typeName, entry.value.TypeName());
+    request.insert(valueName, entry.value.value);
+    return {};
 }

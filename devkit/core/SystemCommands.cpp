@@ -1,5 +1,5 @@
-#include "devkit/core/CommandTable.h"
 #include "devkit/core/Host.h"
+#include "devkit/core/HostCommands.h"
 #include "devkit/core/LogTail.h"
 
 #include <QClipboard>
@@ -8,45 +8,23 @@
 namespace
 {
 
-Answer Urls(Host& host, const Arguments&)
+Answer EventState(const Host& host, const Arguments& arguments)
 {
-    return {host.urls.Urls(), {}};
-}
-
-Answer ClipboardSet(Host&, const Arguments& arguments)
-{
-    QGuiApplication::clipboard()->setText(arguments.Text("text"));
-    return {};
-}
-
-Answer ClipboardGet(Host&, const Arguments&)
-{
-    return {QVariantMap{{QStringLiteral("text"), QGuiApplication::clipboard()->text()}}, {}};
-}
-
-Answer EventCreate(Host& host, const Arguments& arguments)
-{
-    return {{}, host.events.Create(arguments.Text("name"))};
-}
-
-Answer EventState(Host& host, const Arguments& arguments)
-{
-    const std::optional<bool> signalled = host.events.IsSignalled(arguments.Text("name"));
+    const std::optional<bool> signalled = host.events.IsSignalled(arguments.String("name"));
     if (!signalled)
-        return Answer::Failure(QStringLiteral("There is no event \"%1\".").arg(arguments.Text("name")));
+        return Answer::Failure(QStringLiteral("There is no event \"%1\".").arg(arguments.String("name")));
     return {QVariantMap{{QStringLiteral("signalled"), *signalled}}, {}};
 }
 
-Answer Log(Host& host, const Arguments& arguments)
+Answer Log(const Host& host, const Arguments& arguments)
 {
-    return {
-        ReadLogTail(host.folder.LogFile(), arguments.Number("lines", 50), static_cast<int>(arguments.Number("level"))),
-        {}};
+    const auto level = static_cast<int>(arguments.Number("level"));
+    return {ReadLogTail(host.folder.LogFile(), arguments.Number("lines", 50), level), {}};
 }
 
 Registry::Root RootOf(const Arguments& arguments)
 {
-    return arguments.Text("root") == QLatin1String("machine") ? Registry::Root::Machine : Registry::Root::User;
+    return arguments.String("root") == QLatin1String("machine") ? Registry::Root::Machine : Registry::Root::User;
 }
 
 Answer ToAnswer(bool written)
@@ -59,36 +37,72 @@ Answer RegistrySet(Host& host, const Arguments& arguments)
     if (arguments.Has("dword") == arguments.Has("string"))
         return Answer::Failure(QStringLiteral("One of the arguments \"dword\" and \"string\" is needed."));
     const QVariant data = arguments.Has("dword") ? QVariant(static_cast<uint>(arguments.Number("dword")))
-                                                 : QVariant(arguments.Text("string"));
-    return ToAnswer(host.registry.Set(RootOf(arguments), arguments.Text("key"), arguments.Text("value"), data));
-}
-
-Answer RegistryRemove(Host& host, const Arguments& arguments)
-{
-    return ToAnswer(host.registry.Remove(RootOf(arguments), arguments.Text("key"), arguments.Text("value")));
+                                                 : QVariant(arguments.String("string"));
+    return ToAnswer(host.registry.Set(RootOf(arguments), arguments.String("key"), arguments.String("value"), data));
 }
 
 } // namespace
 
-std::vector<Command> SystemCommands()
+std::vector<Command> SystemCommands(Host& host)
 {
     using Kind = ArgumentKind;
+    using Turn = Command::Turn;
     constexpr auto Optional = Parameter::Need::Optional;
     constexpr auto Required = Parameter::Need::Required;
     const Parameter name{"name", Kind::Name};
-    const Parameter root{"root", Kind::Text, Required, "machine|user"};
+    const Parameter root{"root", Kind::String, Required, "machine|user"};
     const Parameter key{"key", Kind::Name};
     const Parameter value{"value", Kind::Name};
     return {
-        {"urls", {}, &Urls},
-        {"clipboard.set", {{"text", Kind::Text}}, &ClipboardSet},
-        {"clipboard.get", {}, &ClipboardGet},
-        {"event.create", {name}, &EventCreate},
-        {"event.state", {name}, &EventState},
-        {"log", {{"lines", Kind::Natural, Optional}, {"level", Kind::UInt32, Optional}}, &Log},
+        {"urls",
+         "the addresses that the plug-in opened",
+         {},
+         [&host](const Arguments&) {
+             return Answer{host.urls.Urls(), {}};
+         },
+         Turn::Any},
+        {"clipboard.set",
+         "fills the clipboard",
+         {{"text", Kind::String}},
+         [](const Arguments& arguments) {
+             QGuiApplication::clipboard()->setText(arguments.String("text"));
+             return Answer{};
+         }},
+        {"clipboard.get",
+         "what the clipboard holds",
+         {},
+         [](const Arguments&) {
+             return Answer{QVariantMap{{QStringLiteral("text"), QGuiApplication::clipboard()->text()}}, {}};
+         }},
+        {"event.create",
+         "makes a named system event",
+         {name},
+         [&host](const Arguments& arguments) {
+             return Answer{{}, host.events.Create(arguments.String("name"))};
+         }},
+        {"event.state",
+         "whether a named event is signalled",
+         {name},
+         [&host](const Arguments& arguments) { return EventState(host, arguments); }},
+        {"log",
+         "the last lines of the plug-in's log",
+         {{"lines", Kind::Natural, Optional}, {"level", Kind::UInt32, Optional}},
+         [&host](const Arguments& arguments) { return Log(host, arguments); },
+         Turn::Any},
         {"registry.set",
-         {root, key, value, {"dword", Kind::UInt32, Optional}, {"string", Kind::Text, Optional}},
-         &RegistrySet},
-        {"registry.remove", {root, key, value}, &RegistryRemove},
+         "what the plug-in reads at its next start",
+         {root,
+          key,
+          value,
+          {"dword", Kind::UInt32, Optional, nullptr, ""},
+          {"string", Kind::String, Optional, nullptr, ""}},
+         [&host](const Arguments& arguments) { return RegistrySet(host, arguments); }},
+        {"registry.remove",
+         "removes a value of the registry",
+         {root, key, value},
+         [&host](const Arguments& arguments) {
+             return ToAnswer(
+                 host.registry.Remove(RootOf(arguments), arguments.String("key"), arguments.String("value")));
+         }},
     };
 }

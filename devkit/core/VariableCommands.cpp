@@ -1,83 +1,84 @@
-#include "devkit/core/CommandTable.h"
-#include "devkit/core/Host.h"
-#include "devkit/core/VariableJson.h"
+#include "devkit/core/HostCommands.h"
+#include "devkit/core/VariableHub.h"
 
 namespace
 {
 
-Answer Get(Host& host, const Arguments& arguments)
-{
-    return {host.hub.Value(arguments.Text("name")), {}};
-}
-
-Answer Set(Host& host, const Arguments& arguments)
-{
-    host.hub.Set(arguments.Text("name"), arguments.Value("value"), Actor::Page);
-    return {};
-}
-
-Answer Trigger(Host& host, const Arguments& arguments)
-{
-    host.hub.Trigger(arguments.Text("name"), arguments.Value("value", true), Actor::Page);
-    return {};
-}
-
-Answer Variables(Host& host, const Arguments& arguments)
+Answer Variables(const VariableHub& hub, const Arguments& arguments)
 {
     QVariantMap result;
-    for (const auto& [name, view] : host.hub.Variables(arguments.Text("prefix")))
-        result.insert(name, VariableJson::Describe(view));
+    for (const auto& [name, view] : hub.Variables(arguments.String("prefix")))
+        result.insert(name, view.Describe());
     return {result, {}};
 }
 
-Answer History(Host& host, const Arguments& arguments)
+Answer ListHistory(const VariableHub& hub, const Arguments& arguments)
 {
-    const std::vector<VariableChange>& history = host.hub.History();
     const auto since = static_cast<quint64>(arguments.Number("since"));
-    const QString name = arguments.Text("name");
+    const QString name = arguments.String("name");
     QVariantList rows;
-    for (auto i = static_cast<std::size_t>(since); i < history.size(); ++i)
-        if (name.isEmpty() || history[i].name == name)
-            rows.append(VariableJson::Describe(history[i]));
+    for (const VariableChange& change : hub.Changes())
+        if (change.sequence > since && (name.isEmpty() || change.name == name))
+            rows.append(change.Describe());
     return {rows, {}};
 }
 
-Answer Watch(Host& host, const Arguments& arguments)
-{
-    const QString prefix = arguments.Text("prefix");
-    host.watched.removeAll(prefix);
-    if (arguments.Flag("on", true))
-        host.watched.append(prefix);
-    return {};
-}
-
-/// Fills the localised texts and tells that the language has changed.
-Answer Strings(Host& host, const Arguments& arguments)
+/// Fills the localised strings and tells that the language has changed.
+Answer Strings(VariableHub& hub, const Arguments& arguments)
 {
     const QVariantMap values = arguments.Value("values").toMap();
     for (auto it = values.begin(); it != values.end(); ++it)
         if (!it.key().startsWith(QLatin1Char('@')))
             return Answer::Failure(QStringLiteral("\"%1\" is not the id of a variable.").arg(it.key()));
-    host.hub.Set(QStringLiteral("@Localization:language_id"), arguments.Value("language"), Actor::Page);
+    hub.Set(QStringLiteral("@Localization:language_id"), arguments.Value("language"), Actor::Page);
     for (auto it = values.begin(); it != values.end(); ++it)
-        host.hub.Set(it.key(), it.value(), Actor::Page);
-    host.hub.Trigger(QStringLiteral("@Localization\\MetaData\\Localization:updated"), true, Actor::Page);
+        hub.Set(it.key(), it.value(), Actor::Page);
+    hub.Trigger(QStringLiteral("@Localization\\MetaData\\Localization:updated"), true, Actor::Page);
     return {};
 }
 
 } // namespace
 
-std::vector<Command> VariableCommands()
+std::vector<Command> VariableCommands(VariableHub& hub)
 {
     using Kind = ArgumentKind;
+    using Turn = Command::Turn;
     constexpr auto Optional = Parameter::Need::Optional;
     return {
-        {"get", {{"name", Kind::VariableId}}, &Get},
-        {"set", {{"name", Kind::VariableId}, {"value", Kind::Any}}, &Set},
-        {"trigger", {{"name", Kind::VariableId}, {"value", Kind::Any, Optional}}, &Trigger},
-        {"variables", {{"prefix", Kind::Text, Optional}}, &Variables},
-        {"history", {{"name", Kind::VariableId, Optional}, {"since", Kind::Natural, Optional}}, &History},
-        {"watch", {{"prefix", Kind::Text}, {"on", Kind::Flag, Optional}}, &Watch},
-        {"strings", {{"language", Kind::Text}, {"values", Kind::TextMap}}, &Strings},
+        {"get",
+         "a variable's value",
+         {{"name", Kind::VariableId}},
+         [&hub](const Arguments& arguments) {
+             return Answer{hub.Value(arguments.String("name")), {}};
+         },
+         Turn::Any},
+        {"set",
+         "writes a variable as a page does",
+         {{"name", Kind::VariableId}, {"value", Kind::Any}},
+         [&hub](const Arguments& arguments) {
+             hub.Set(arguments.String("name"), arguments.Value("value"), Actor::Page);
+             return Answer{};
+         }},
+        {"trigger",
+         "fires a trigger as a page does",
+         {{"name", Kind::VariableId}, {"value", Kind::Any, Optional}},
+         [&hub](const Arguments& arguments) {
+             hub.Trigger(arguments.String("name"), arguments.Value("value", true), Actor::Page);
+             return Answer{};
+         }},
+        {"variables",
+         "every variable whose id begins so",
+         {{"prefix", Kind::String, Optional}},
+         [&hub](const Arguments& arguments) { return Variables(hub, arguments); },
+         Turn::Any},
+        {"history",
+         "what was done with the variables, as far back as it is kept",
+         {{"name", Kind::VariableId, Optional}, {"since", Kind::Natural, Optional}},
+         [&hub](const Arguments& arguments) { return ListHistory(hub, arguments); },
+         Turn::Any},
+        {"strings",
+         "fills localised strings and tells that they are new",
+         {{"language", Kind::String}, {"values", Kind::StringMap}},
+         [&hub](const Arguments& arguments) { return Strings(hub, arguments); }},
     };
 }

@@ -37,6 +37,17 @@ QMetaMethod FindSlot(const QObject& receiver, const char* slot)
     return fits ? method : QMetaMethod();
 }
 
+QVariantMap VariableHub::View::Describe() const
+{
+    return {{QStringLiteral("value"), value},
+            {QStringLiteral("type"), value.isValid() ? QVariant(QLatin1String(value.typeName())) : QVariant()},
+            {QStringLiteral("registered"), registered},
+            {QStringLiteral("kept"), kept},
+            {QStringLiteral("subscribers"), subscribers},
+            {QStringLiteral("writes"), writes},
+            {QStringLiteral("triggers"), triggers}};
+}
+
 VariableHub::VariableHub(Warn warn) : m_warn(std::move(warn)) {}
 
 QVariant VariableHub::Value(const QString& name) const
@@ -49,20 +60,19 @@ void VariableHub::Set(const QString& name, const QVariant& value, Actor by)
 {
     Variable& variable = m_variables[name];
     WarnOfMisuse(name, variable, value, by);
-    const QVariant previous = std::exchange(variable.value, value);
+    variable.value = value;
     ++variable.writes;
-    Record(name, VariableChange::Kind::Set, by, value, previous);
+    Record(name, VariableChange::Kind::Set, by, value);
     Notify(name);
 }
 
 void VariableHub::Trigger(const QString& name, const QVariant& value, Actor by)
 {
     Variable& variable = m_variables[name];
-    const QVariant previous = variable.value;
     if (value.isValid())
         variable.value = value;
     ++variable.triggers;
-    Record(name, VariableChange::Kind::Trigger, by, value, previous);
+    Record(name, VariableChange::Kind::Trigger, by, value);
     Notify(name);
 }
 
@@ -123,13 +133,11 @@ std::map<QString, VariableHub::View> VariableHub::Variables(const QString& prefi
     return views;
 }
 
-void VariableHub::Record(const QString& name, VariableChange::Kind kind, Actor by, const QVariant& value,
-                         const QVariant& previous)
+void VariableHub::Record(const QString& name, VariableChange::Kind kind, Actor by, const QVariant& value)
 {
-    const VariableChange change{m_history.size() + 1, name, kind, by, value};
-    m_history.push_back(change);
+    const VariableChange change = m_history.Add({0, name, kind, by, value});
     if (m_observer)
-        m_observer(change, previous);
+        m_observer(change);
 }
 
 void VariableHub::Notify(const QString& name)

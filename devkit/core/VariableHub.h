@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devkit/core/History.h"
+
 #include <QMetaMethod>
 #include <QPointer>
 #include <QString>
@@ -11,29 +13,6 @@
 #include <map>
 #include <utility>
 #include <vector>
-
-/// Who wrote a variable or fired a trigger.
-enum class Actor
-{
-    Page,
-    PlugIn
-};
-
-/// One write or trigger, as the history keeps it.
-struct VariableChange
-{
-    enum class Kind
-    {
-        Set,
-        Trigger
-    };
-
-    quint64 sequence; // counted from 1
-    QString name;
-    Kind kind;
-    Actor by;
-    QVariant value;
-};
 
 /// The method behind Qt's slot string ("1OnSave()"): a slot that takes nothing or one VariableIdentifier; invalid when
 /// `receiver` has no such slot.
@@ -50,8 +29,8 @@ class VariableHub
 public:
     /// The party that declares and subscribes: a data peer. Only its address matters here.
     using Owner = const void*;
-    /// Told of every change before the subscribers are; `previous` is the value before it.
-    using Observer = std::function<void(const VariableChange& change, const QVariant& previous)>;
+    /// Told of every change before the subscribers are.
+    using Observer = std::function<void(const VariableChange& change)>;
     using Warn = std::function<void(const QString& sentence)>;
 
     struct View
@@ -62,6 +41,10 @@ public:
         int subscribers;
         quint32 writes;
         quint32 triggers;
+
+        /// {"value", "type", "registered", "kept", "subscribers", "writes", "triggers"}; the type is Qt's name of it,
+        /// null where there is no value.
+        QVariantMap Describe() const;
     };
 
     explicit VariableHub(Warn warn);
@@ -83,7 +66,7 @@ public:
     void Release(Owner owner);
 
     std::map<QString, View> Variables(const QString& prefix) const;
-    const std::vector<VariableChange>& History() const { return m_history; }
+    const std::deque<VariableChange>& Changes() const { return m_history.Changes(); }
     void SetObserver(Observer observer) { m_observer = std::move(observer); }
 
 private:
@@ -105,8 +88,7 @@ private:
         std::vector<quint64> subscriptions; // keys of m_subscriptions, ascending
     };
 
-    void Record(const QString& name, VariableChange::Kind kind, Actor by, const QVariant& value,
-                const QVariant& previous);
+    void Record(const QString& name, VariableChange::Kind kind, Actor by, const QVariant& value);
     void Notify(const QString& name);
     void Deliver(const QString& name);
     void WarnOfMisuse(const QString& name, Variable& variable, const QVariant& value, Actor by);
@@ -116,7 +98,7 @@ private:
     quint64 m_nextSubscription = 0;
     std::deque<QString> m_pending;
     bool m_delivering = false;
-    std::vector<VariableChange> m_history;
+    History m_history;
     Observer m_observer;
     Warn m_warn;
 };

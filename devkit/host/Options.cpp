@@ -33,6 +33,9 @@ Options Options::FromCommandLine()
     QString problem;
     if (parser.isSet(temporary) && parser.isSet(data))
         problem = QStringLiteral("--data and --temporary exclude each other.");
+    else if (!parser.isSet(temporary) && parser.value(data).isEmpty())
+        problem = parser.isSet(data) ? QStringLiteral("--data needs a folder.")
+                                     : QStringLiteral("This user has no home folder; name a data folder with --data.");
     else if (!parser.positionalArguments().isEmpty())
         problem = QStringLiteral("There are no arguments but options; see --help.");
     return {parser.isSet(jsonLines),

@@ -2,9 +2,11 @@
 // script.
 
 #include "devkit/core/Host.h"
+#include "devkit/core/Printable.h"
 #include "devkit/host/Options.h"
 #include "devkit/host/QtPlatform.h"
 #include "devkit/jsonl/JsonLinesSession.h"
+#include "devkit/process/StandardStreams.h"
 #include "devkit/process/Termination.h"
 #include "devkit/terminal/InteractiveSession.h"
 
@@ -16,25 +18,34 @@
 namespace
 {
 
-constexpr int UsageError = 2;
+constexpr int kUsageError = 2;
 
 void PrintWarning(const QString& sentence)
 {
-    std::fprintf(stderr, "veridan-host: %s\n", qUtf8Printable(sentence));
+    std::fprintf(stderr, "veridan-host: %s\n", qUtf8Printable(Printable(sentence)));
 }
 
-int RunJsonLines(const DataFolder& folder, const Options& options)
+/// Ends the host when the system asks for it, also while nobody takes what it writes.
+Termination EndWhenAsked(Host& host, StandardOutput& output)
+{
+    return Termination([&host, &output] {
+        host.RequestQuit();
+        output.Cancel();
+    });
+}
+
+int RunJsonLines(const DataFolder& folder, const Options& options, StandardOutput& output)
 {
     const QString problem = folder.Prepare();
     if (!problem.isEmpty())
         PrintWarning(problem);
     Host host(folder, {options.plugInFile, QCoreApplication::applicationDirPath(), options.openUrls, &PrintWarning});
-    const Termination termination([&host] { host.RequestQuit(); });
-    const JsonLinesSession session(host);
+    const Termination termination = EndWhenAsked(host, output);
+    const JsonLinesSession session(host, output);
     return host.Run();
 }
 
-int RunInteractively(const DataFolder& folder, const Options& options)
+int RunInteractively(const DataFolder& folder, const Options& options, StandardOutput& output)
 {
     const QString problem = folder.Prepare();
     if (!problem.isEmpty())
@@ -45,14 +56,8 @@ int RunInteractively(const DataFolder& folder, const Options& options)
     InteractiveSession* shown = nullptr;
     const auto warn = [&shown](const QString& sentence) { shown ? shown->Warn(sentence) : PrintWarning(sentence); };
     Host host(folder, {options.plugInFile, QCoreApplication::applicationDirPath(), options.openUrls, warn});
-    const Answer store = host.store.List(QStringLiteral("system"), QString());
-    if (!store.Ok())
-    {
-        PrintWarning(store.error);
-        return EXIT_FAILURE;
-    }
-    const Termination termination([&host] { host.RequestQuit(); });
-    InteractiveSession session(host);
+    const Termination termination = EndWhenAsked(host, output);
+    InteractiveSession session(host, output);
     shown = &session;
     const QString failure = session.Start();
     const int exitCode = failure.isEmpty() ? host.Run() : EXIT_FAILURE;
@@ -73,6 +78,7 @@ void OnQtMessage(QtMsgType, const QMessageLogContext&, const QString& message)
 
 int main(int argc, char** argv)
 {
+    PrepareStandardStreams();
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", QtPlatform());
     qInstallMessageHandler(&OnQtMessage);
@@ -84,8 +90,9 @@ int main(int argc, char** argv)
     if (!options.problem.isEmpty())
     {
         PrintWarning(options.problem);
-        return UsageError;
+        return kUsageError;
     }
+    StandardOutput output;
     const DataFolder folder = options.temporary ? DataFolder() : DataFolder(options.dataFolder);
-    return options.jsonLines ? RunJsonLines(folder, options) : RunInteractively(folder, options);
+    return options.jsonLines ? RunJsonLines(folder, options, output) : RunInteractively(folder, options, output);
 }

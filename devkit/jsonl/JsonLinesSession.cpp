@@ -1,108 +1,91 @@
 #include "devkit/jsonl/JsonLinesSession.h"
 
-#include "devkit/core/EventLoop.h"
 #include "devkit/core/Host.h"
 #include "devkit/core/Json.h"
-#include "devkit/core/VariableJson.h"
+#include "devkit/core/Session.h"
+#include "devkit/process/StandardStreams.h"
 
-#include <QCoreApplication>
+#include <QTimer>
 
-#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 
 namespace
 {
 
-constexpr int LongestLine = 16 * 1024 * 1024;
-
-Answer Refuse(const QString& reason)
-{
-    return Answer::Failure(QStringLiteral("The line is not a request: %1.").arg(reason));
-}
+constexpr int kLongestLine = 16 * 1024 * 1024;
+constexpr std::size_t kMostWaiting = 1000; // requests that are read before the first of them is answered
 
 } // namespace
 
-JsonLinesSession::JsonLinesSession(Host& host) : m_host(host), m_lines(LongestLine), m_input([this] { OnInput(); })
+JsonLinesSession::JsonLinesSession(Host& host, StandardOutput& output)
+    : m_host(host), m_output(output), m_session(Session::Open(host, *this)), m_lines(kLongestLine),
+      m_input([this] { OnInput(); })
 {
-    m_host.hub.SetObserver([this](const VariableChange& change, const QVariant&) { OnChange(change); });
-    Send({{QStringLiteral("event"), QStringLiteral("hello")},
-          {QStringLiteral("protocol"), 1},
-          {QStringLiteral("platform"), QStringLiteral(VERIDAN_PLATFORM_NAME)},
-          {QStringLiteral("version"), QCoreApplication::applicationVersion()}});
+    QVariantMap hello = Session::Greeting();
+    hello.insert(QStringLiteral("event"), QStringLiteral("hello"));
+    Receive(hello);
 }
 
 JsonLinesSession::~JsonLinesSession()
 {
-    m_host.hub.SetObserver(nullptr);
+    m_session->Close();
 }
 
 void JsonLinesSession::OnInput()
 {
-    // A command that runs the event loop must not be overtaken by the next one.
-    if (m_busy)
-        return;
-    m_busy = true;
-    for (auto piece = m_input.Take(); piece && !m_host.IsQuitting(); piece = m_input.Take())
+    for (m_held = true; m_session->Waiting() < kMostWaiting && !m_host.IsQuitting();)
     {
+        const auto piece = m_input.Take();
+        if (!piece)
+        {
+            m_held = false;
+            return;
+        }
         if (piece->isEmpty())
             m_lines.Finish();
         m_lines.Feed(*piece);
-        AnswerLines();
+        for (auto line = m_lines.Take(); line && !m_host.IsQuitting(); line = m_lines.Take())
+            if (line->tooLong || !line->text.trimmed().isEmpty())
+                Submit(*line);
         if (piece->isEmpty())
-            m_host.RequestQuit();
+            m_session->EndInput();
     }
-    m_busy = false;
 }
 
-void JsonLinesSession::AnswerLines()
-{
-    for (auto line = m_lines.Take(); line && !m_host.IsQuitting(); line = m_lines.Take())
-        if (line->tooLong || !line->text.trimmed().isEmpty())
-            AnswerLine(*line);
-}
-
-void JsonLinesSession::AnswerLine(const LineSplitter::Line& line)
+void JsonLinesSession::Submit(const LineSplitter::Line& line)
 {
     const Json::Parsed parsed = line.tooLong ? Json::Parsed() : Json::Parse(line.text);
-    const QVariantMap request = parsed.value.toMap();
-    Answer answer;
-    if (line.tooLong)
-    {
-        answer = Refuse(QStringLiteral("it is longer than %1 bytes").arg(LongestLine));
-    }
-    else if (!parsed.error.isEmpty())
-    {
-        answer = Refuse(parsed.error);
-    }
-    else if (parsed.value.userType() != QMetaType::QVariantMap)
-    {
-        answer = Refuse(QStringLiteral("it is not a JSON object"));
-    }
+    const QString why = line.tooLong              ? QStringLiteral("it is longer than %1 bytes").arg(kLongestLine)
+                        : !parsed.error.isEmpty() ? parsed.error
+                        : parsed.value.userType() != QMetaType::QVariantMap ? QStringLiteral("it is not a JSON object")
+                                                                            : QString();
+    if (why.isEmpty())
+        m_session->Submit(parsed.value.toMap());
     else
-    {
-        answer = m_commands.Run(m_host, request);
-        RunUntilIdle();
-    }
-    QVariantMap message{{QStringLiteral("id"), request.value(QStringLiteral("id"))},
-                        {QStringLiteral("ok"), answer.Ok()}};
-    message.insert(answer.Ok() ? QStringLiteral("result") : QStringLiteral("error"),
-                   answer.Ok() ? answer.value : QVariant(answer.error));
-    Send(message);
+        m_session->Refuse(QStringLiteral("The line is not a request: %1.").arg(why));
 }
 
-void JsonLinesSession::OnChange(const VariableChange& change)
+void JsonLinesSession::Receive(const QVariantMap& message)
 {
-    const bool watched = std::any_of(m_host.watched.begin(), m_host.watched.end(),
-                                     [&change](const QString& prefix) { return change.name.startsWith(prefix); });
-    if (watched)
+    QByteArray text = Json::Write(message);
+    if (text.isEmpty())
     {
-        QVariantMap event = VariableJson::Describe(change);
-        event.insert(QStringLiteral("event"), QStringLiteral("variable"));
-        Send(event);
+        const QVariantMap refusal{{QStringLiteral("id"), message.value(QStringLiteral("id"))},
+                                  {QStringLiteral("ok"), false},
+                                  {QStringLiteral("error"), QStringLiteral("The answer is too long; ask for less.")}};
+        text = Json::Write(refusal);
     }
-}
-
-void JsonLinesSession::Send(const QVariantMap& message)
-{
-    if (!WriteStandardOutput(Json::Write(message) + '\n'))
-        m_host.RequestQuit();
+    if (!m_output.Write(text + '\n') && !m_host.IsQuitting())
+    {
+        const QString error = m_output.Error();
+        if (!error.isEmpty())
+            std::fprintf(stderr, "veridan-host: Standard output cannot be written: %s.\n", qUtf8Printable(error));
+        m_host.RequestQuit(error.isEmpty() ? EXIT_SUCCESS : EXIT_FAILURE);
+    }
+    if (m_held && m_session->Waiting() < kMostWaiting / 2)
+    {
+        m_held = false;
+        QTimer::singleShot(0, &m_input, [this] { OnInput(); });
+    }
 }

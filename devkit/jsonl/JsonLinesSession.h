@@ -1,32 +1,33 @@
 #pragma once
 
-#include "devkit/core/CommandTable.h"
+#include "devkit/core/Client.h"
 #include "devkit/core/InputReader.h"
 #include "devkit/core/LineSplitter.h"
-#include "devkit/core/VariableHub.h"
+
+#include <memory>
 
 class Host;
+class Session;
+class StandardOutput;
 
-/// Drives a host by JSON Lines: requests from standard input, one after the other, answers and events to standard
-/// output. Ends the application at the end of input or when nobody reads the answers any more.
-class JsonLinesSession
+/// Drives a host by JSON Lines: requests from standard input, answers and events to standard output. Ends the host at
+/// the end of input or when nobody reads the answers any more.
+class JsonLinesSession : public Client
 {
 public:
-    explicit JsonLinesSession(Host& host);
-    ~JsonLinesSession();
-    JsonLinesSession(const JsonLinesSession&) = delete;
-    JsonLinesSession& operator=(const JsonLinesSession&) = delete;
+    JsonLinesSession(Host& host, StandardOutput& output);
+    ~JsonLinesSession() override;
+
+    void Receive(const QVariantMap& message) override;
 
 private:
     void OnInput();
-    void AnswerLines();
-    void AnswerLine(const LineSplitter::Line& line);
-    void OnChange(const VariableChange& change);
-    void Send(const QVariantMap& message);
+    void Submit(const LineSplitter::Line& line);
 
     Host& m_host;
-    const CommandTable m_commands;
+    StandardOutput& m_output;
+    const std::shared_ptr<Session> m_session;
     LineSplitter m_lines;
-    bool m_busy = false;
+    bool m_held = false; // there may be input that waits for answers
     InputReader m_input; // last: it calls back
 };

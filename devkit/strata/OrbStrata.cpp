@@ -16,12 +16,13 @@ using namespace Strata;
 namespace
 {
 
-OrbStrataHandle Open(const wchar_t* store, const wchar_t* sid, Access access, OrbStrataResult* result)
+OrbStrataHandle Open(const wchar_t* store, const wchar_t* sid, const wchar_t* clientId, Access access,
+                     OrbStrataResult* result)
 {
     OrbStrataHandle handle = nullptr;
     OrbStrataResult answer = ORB_STRATA_INVALID_ARGUMENT;
     if (store != nullptr && std::wcscmp(store, L"safe") == 0)
-        handle = Store::Instance().Open(sid, access, answer);
+        handle = Store::Instance().Open(sid, access, clientId, answer);
     Tell(result, answer);
     return handle;
 }
@@ -62,16 +63,16 @@ OrbStrataResult WriteText(OrbStrataHandle handle, const wchar_t* key, OrbStrataT
 namespace Strata::Api
 {
 
-OrbStrataHandle OrbStrata_OpenHandle(const wchar_t* store, const wchar_t* sid, const wchar_t* /*clientId*/,
+OrbStrataHandle OrbStrata_OpenHandle(const wchar_t* store, const wchar_t* sid, const wchar_t* clientId,
                                      OrbStrataResult* result)
 {
-    return Open(store, sid, Access::Normal, result);
+    return Open(store, sid, clientId, Access::Normal, result);
 }
 
-OrbStrataHandle OrbStrata_OpenElevatedHandle(const wchar_t* store, const wchar_t* sid, const wchar_t* /*clientId*/,
+OrbStrataHandle OrbStrata_OpenElevatedHandle(const wchar_t* store, const wchar_t* sid, const wchar_t* clientId,
                                              OrbStrataResult* result)
 {
-    return Open(store, sid, Access::Elevated, result);
+    return Open(store, sid, clientId, Access::Elevated, result);
 }
 
 void OrbStrata_CloseHandle(OrbStrataHandle handle)

@@ -81,7 +81,7 @@ char* OrbStrataControl_LastError(void)
 OrbStrataHandle OrbStrataControl_OpenProductHandle(const wchar_t* sid, OrbStrataResult* result)
 {
     OrbStrataResult answer = Success;
-    const auto handle = Store::Instance().Open(sid, Access::Product, answer);
+    const auto handle = Store::Instance().Open(sid, Access::Product, nullptr, answer);
     Tell(result, answer);
     return handle;
 }
@@ -157,6 +157,11 @@ OrbStrataSubscription OrbStrataControl_Watch(OrbStrataHandle handle, const wchar
 void OrbStrataControl_SetElevationAnswer(bool accept)
 {
     Store::Instance().acceptElevation = accept;
+}
+
+void OrbStrataControl_SetElevationHandler(OrbStrataElevationHandler handler, void* context)
+{
+    Store::Instance().SetElevationHandler(handler, context);
 }
 
 bool OrbStrataControl_SetFault(const char* function, const wchar_t* key, OrbStrataResult code, uint32_t count)

@@ -38,6 +38,9 @@ typedef void(NL_SUITE_CALL* OrbStrataWatcher)(void* context, int32_t changeType,
  * product handles and for other processes. Called on a thread of the store's, or inside a call that writes or waits. */
 typedef void(NL_SUITE_CALL* OrbStrataWriteObserver)(void* context, const char* sid, const wchar_t* key, bool byPlugIn);
 
+/* Whether the user agrees to an elevated handle. Called on the thread that opens the handle, which waits. */
+typedef bool(NL_SUITE_CALL* OrbStrataElevationHandler)(void* context, const wchar_t* clientId);
+
 #define NL_ORB_STRATA_CONTROL_FUNCTIONS(F)                                                                             \
     /* The database file (UTF-8 path), before the first handle. Default: the environment variable                      \
      * ORB_STRATA_STORE, else "Norlane/Strata/store.db" below Common AppData. */                                       \
@@ -73,6 +76,8 @@ typedef void(NL_SUITE_CALL* OrbStrataWriteObserver)(void* context, const char* s
     F(void, OrbStrataControl_SetWriteObserver, (OrbStrataWriteObserver observer, void* context))                       \
     /* The answer to every elevation prompt of this process from now on; true at start. */                             \
     F(void, OrbStrataControl_SetElevationAnswer, (bool accept))                                                        \
+    /* Who answers each prompt instead; null: the answer that was set. */                                              \
+    F(void, OrbStrataControl_SetElevationHandler, (OrbStrataElevationHandler handler, void* context))                  \
     /* The next `count` calls (0 = every call) of `function` (C name) by handles other than the product's, with `key`  \
      * where it is not null, answer `code`; code 0 takes such a fault back. Several faults hold at once; the first set \
      * answers. For a function on fields, `key` is the field's name. Functions that answer nothing cannot fail. False: \

@@ -91,14 +91,14 @@ void Store::Shutdown()
     }
 }
 
-OrbStrataHandle Store::Open(const wchar_t* sid, Access access, OrbStrataResult& result)
+OrbStrataHandle Store::Open(const wchar_t* sid, Access access, const wchar_t* clientId, OrbStrataResult& result)
 {
     const std::string scopeSid = sid == nullptr || *sid == L'\0' ? UserSid() : Platform::ToUtf8(sid);
     result = ORB_STRATA_INVALID_ARGUMENT;
     if (!IsScope(scopeSid))
         return nullptr;
     result = ORB_STRATA_ACCESS_DENIED;
-    if (access == Access::Elevated && !acceptElevation)
+    if (access == Access::Elevated && !AcceptsElevation(clientId))
         return nullptr;
     result = ORB_STRATA_STORE_FAILED;
     std::shared_ptr<Session> session; // goes after the lock: its thread may be on its way into the store
@@ -243,6 +243,20 @@ bool Store::IsProduct(OrbStrataHandle handle)
 {
     const auto opened = Lookup(handle);
     return opened && opened->access == Access::Product;
+}
+
+void Store::SetElevationHandler(OrbStrataElevationHandler handler, void* context)
+{
+    const std::lock_guard lock(m_mutex);
+    m_elevationHandler = {handler, context};
+}
+
+bool Store::AcceptsElevation(const wchar_t* clientId)
+{
+    std::unique_lock lock(m_mutex);
+    const auto [handler, context] = m_elevationHandler;
+    lock.unlock();
+    return handler ? handler(context, clientId) : acceptElevation.load();
 }
 
 void Store::SetFile(const char* path)

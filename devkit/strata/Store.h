@@ -14,6 +14,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace Strata
@@ -41,7 +42,8 @@ public:
     static void Shutdown();
     Store();
 
-    OrbStrataHandle Open(const wchar_t* sid, Access access, OrbStrataResult& result);
+    /// `clientId` is told to who answers for elevation.
+    OrbStrataHandle Open(const wchar_t* sid, Access access, const wchar_t* clientId, OrbStrataResult& result);
     void Close(OrbStrataHandle handle);
     uint32_t OpenHandles();
 
@@ -59,6 +61,7 @@ public:
     bool IsProduct(OrbStrataHandle handle);
 
     void SetFile(const char* path);
+    void SetElevationHandler(OrbStrataElevationHandler handler, void* context);
     std::string LastError();
 
     SuiteFaults::FaultInjector faults;
@@ -73,6 +76,7 @@ private:
         std::shared_ptr<Scope> scope;
     };
 
+    bool AcceptsElevation(const wchar_t* clientId);
     std::shared_ptr<const Handle> Lookup(OrbStrataHandle handle);
     std::shared_ptr<Session> OpenSession();
     /// Keeps the reason of a failure.
@@ -83,6 +87,7 @@ private:
     std::shared_ptr<Session> m_session;
     std::unordered_map<uintptr_t, std::shared_ptr<const Handle>> m_handles;
     std::string m_lastError;
+    std::pair<OrbStrataElevationHandler, void*> m_elevationHandler;
 };
 
 } // namespace Strata

@@ -5,7 +5,7 @@
 namespace
 {
 
-constexpr int LongestLine = 1024 * 1024;
+constexpr int kLongestLine = 1024 * 1024;
 
 QString Prompt()
 {
@@ -14,10 +14,11 @@ QString Prompt()
 
 } // namespace
 
-Console::Console(Listener listener)
-    : m_interactive(Terminal::IsInteractive()), m_style{Terminal::HasColours(), Terminal::IsUtf8()},
-      m_listener(std::move(listener)), m_keyMode(m_interactive ? std::make_unique<Terminal::KeyMode>() : nullptr),
-      m_lines(LongestLine)
+Console::Console(StandardOutput& output, Listener listener)
+    : m_output(output), m_interactive(Terminal::IsInteractive()), m_style{Terminal::HasColours(), Terminal::IsUtf8()},
+      m_listener(std::move(listener)),
+      m_keyMode(m_interactive ? std::make_unique<Terminal::KeyMode>([this] { DrawPrompt(); }) : nullptr),
+      m_lines(kLongestLine)
 {}
 
 Console::~Console()
@@ -41,13 +42,8 @@ void Console::Print(const QString& text)
 
 void Console::OnInput()
 {
-    // A command that runs the event loop must not be overtaken by the next one.
-    if (m_busy)
-        return;
-    m_busy = true;
     for (auto piece = m_input->Take(); piece && !m_ended; piece = m_input->Take())
         Consume(*piece);
-    m_busy = false;
     DrawPrompt();
 }
 
@@ -56,12 +52,7 @@ void Console::Consume(const QByteArray& piece)
     if (m_interactive)
     {
         const QStringList lines = m_editor.Feed(piece);
-        for (const QString& line : lines)
-        {
-            Write(LineEditor::Clear() + m_style.Faint(Prompt()) + line + QLatin1Char('\n'));
-            m_promptShown = false;
-            m_listener.onLine(line);
-        }
+        m_typed.insert(m_typed.end(), lines.begin(), lines.end());
     }
     else
     {
@@ -69,16 +60,26 @@ void Console::Consume(const QByteArray& piece)
         if (piece.isEmpty())
             m_lines.Finish();
         for (auto line = m_lines.Take(); line; line = m_lines.Take())
-            m_listener.onLine(QString::fromUtf8(line->text));
+            m_typed.push_back(QString::fromUtf8(line->text));
     }
-    m_ended = m_ended || piece.isEmpty() || m_editor.HasEnded();
-    if (m_ended)
+    const bool ended = piece.isEmpty() || m_editor.HasEnded();
+    // A line may run the event loop, and with it this function: what was typed first has gone from the queue then.
+    while (!m_typed.empty())
+    {
+        const QString line = std::move(m_typed.front());
+        m_typed.pop_front();
+        if (m_interactive)
+            Write(LineEditor::Clear() + m_style.Faint(Prompt()) + line + QLatin1Char('\n'));
+        m_promptShown = false;
+        m_listener.onLine(line);
+    }
+    if (ended && !std::exchange(m_ended, true))
         m_listener.onEnd();
 }
 
 void Console::DrawPrompt()
 {
-    if (m_interactive && m_input != nullptr && !m_busy && !m_ended)
+    if (m_interactive && m_input && !m_ended)
     {
         Write(m_editor.Draw(Prompt(), Terminal::Width()));
         m_promptShown = true;
@@ -87,9 +88,6 @@ void Console::DrawPrompt()
 
 void Console::Write(const QString& text)
 {
-    if (!WriteStandardOutput(m_style.unicode ? text.toUtf8() : text.toLocal8Bit()) && !m_ended)
-    {
-        m_ended = true;
-        m_listener.onEnd();
-    }
+    if (!m_output.Write(m_style.unicode ? text.toUtf8() : text.toLocal8Bit()) && !std::exchange(m_ended, true))
+        m_listener.onGone();
 }

@@ -6,6 +6,7 @@
 #include "devkit/terminal/Terminal.h"
 #include "devkit/terminal/TextStyle.h"
 
+#include <deque>
 #include <functional>
 #include <memory>
 
@@ -17,10 +18,11 @@ public:
     struct Listener
     {
         std::function<void(const QString& line)> onLine;
-        std::function<void()> onEnd; // end of input, or nobody reads any more
+        std::function<void()> onEnd;  // of the input
+        std::function<void()> onGone; // nobody reads any more
     };
 
-    explicit Console(Listener listener);
+    Console(StandardOutput& output, Listener listener);
     /// Leaves the terminal as it was, with the cursor at the start of a line.
     ~Console();
     Console(const Console&) = delete;
@@ -41,6 +43,8 @@ private:
     void DrawPrompt();
     void Write(const QString& text);
 
+    StandardOutput& m_output;
+
     const bool m_interactive;
     const TextStyle m_style;
     const Listener m_listener;
@@ -48,7 +52,7 @@ private:
     LineEditor m_editor;
     LineSplitter m_lines;
     bool m_promptShown = false;
-    bool m_busy = false;
+    std::deque<QString> m_typed; // lines that are finished
     bool m_ended = false;
     std::unique_ptr<InputReader> m_input; // last: it calls back
 };

@@ -1,5 +1,8 @@
 #include "devkit/terminal/LineEditor.h"
 
+#include "devkit/terminal/DisplayWidth.h"
+
+#include <QTextBoundaryFinder>
 #include <QTextCodec>
 
 #include <algorithm>
@@ -33,10 +36,29 @@ QString LineEditor::Draw(const QString& prompt, int columns) const
 {
     // Of a line that is too long, the part around the cursor is shown: a line never wraps.
     const int room = std::max(columns - prompt.size() - 1, 1);
-    const int start = std::max(m_cursor - room, 0);
-    const QString shown = m_text.mid(start, room);
-    const int back = start + shown.size() - m_cursor;
-    return Clear() + prompt + shown + (back > 0 ? QStringLiteral("\x1b[%1D").arg(back) : QString());
+    const auto widthOf = [this](int from, int to) { return DisplayWidth(m_text.mid(from, to - from)); };
+    QTextBoundaryFinder at(QTextBoundaryFinder::Grapheme, m_text);
+    const auto move = [&at](int from, bool forward) {
+        at.setPosition(from);
+        return forward ? at.toNextBoundary() : at.toPreviousBoundary();
+    };
+    int left = room;
+    int start = m_cursor;
+    for (int before = move(start, false); start > 0 && left >= widthOf(before, start); before = move(start, false))
+    {
+        left -= widthOf(before, start);
+        start = before;
+    }
+    int end = m_cursor;
+    int back = 0;
+    for (int behind = move(end, true); end < m_text.size() && left >= widthOf(end, behind); behind = move(end, true))
+    {
+        left -= widthOf(end, behind);
+        back += widthOf(end, behind);
+        end = behind;
+    }
+    return Clear() + prompt + m_text.mid(start, end - start) +
+           (back > 0 ? QStringLiteral("\x1b[%1D").arg(back) : QString());
 }
 
 QString LineEditor::Clear()
@@ -61,7 +83,7 @@ void LineEditor::OnKey(QChar key, QStringList& finished)
     {
         m_escape = key;
     }
-    else if (key.unicode() < ' ' || key.unicode() == Delete)
+    else if (key.category() == QChar::Other_Control)
     {
         OnControl(key.unicode(), finished);
     }
@@ -81,7 +103,7 @@ void LineEditor::OnControl(ushort key, QStringList& finished)
         break;
     case Backspace:
     case Delete:
-        DeleteBefore(m_cursor - 1);
+        DeleteBefore(Before());
         break;
     case Ctrl('U'):
         DeleteBefore(0);
@@ -100,7 +122,7 @@ void LineEditor::OnControl(ushort key, QStringList& finished)
         break;
     case Ctrl('D'):
         m_ended = m_ended || m_text.isEmpty();
-        m_text.remove(m_cursor, 1);
+        m_text.remove(m_cursor, Behind() - m_cursor);
         break;
     default:
         break;
@@ -113,15 +135,15 @@ void LineEditor::OnEscape(const QString& sequence)
     if (key == QLatin1String("[A") || key == QLatin1String("[B"))
         Recall(key == QLatin1String("[A") ? -1 : 1);
     else if (key == QLatin1String("[D"))
-        m_cursor = std::max(m_cursor - 1, 0);
+        m_cursor = Before();
     else if (key == QLatin1String("[C"))
-        m_cursor = std::min(m_cursor + 1, m_text.size());
+        m_cursor = Behind();
     else if (key == QLatin1String("[H"))
         m_cursor = 0;
     else if (key == QLatin1String("[F"))
         m_cursor = m_text.size();
     else if (key == QLatin1String("[3~"))
-        m_text.remove(m_cursor, 1);
+        m_text.remove(m_cursor, Behind() - m_cursor);
 }
 
 void LineEditor::Finish(QStringList& finished)
@@ -146,4 +168,19 @@ void LineEditor::Recall(int step)
     m_recalled = std::clamp(m_recalled + step, 0, m_history.size());
     m_text = m_history.value(m_recalled);
     m_cursor = m_text.size();
+}
+
+int LineEditor::Before() const
+{
+    QTextBoundaryFinder at(QTextBoundaryFinder::Grapheme, m_text);
+    at.setPosition(m_cursor);
+    return std::max(at.toPreviousBoundary(), 0);
+}
+
+int LineEditor::Behind() const
+{
+    QTextBoundaryFinder at(QTextBoundaryFinder::Grapheme, m_text);
+    at.setPosition(m_cursor);
+    const int next = at.toNextBoundary();
+    return next < 0 ? m_text.size() : next;
 }

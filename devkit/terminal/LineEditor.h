@@ -29,6 +29,9 @@ private:
     void Finish(QStringList& finished);
     void DeleteBefore(int from);
     void Recall(int step);
+    /// The place before or behind the character, as a reader sees it, beside the cursor.
+    int Before() const;
+    int Behind() const;
 
     QTextDecoder m_decoder;
     QString m_text;

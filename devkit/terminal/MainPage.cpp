@@ -1,5 +1,7 @@
 #include "devkit/terminal/MainPage.h"
 
+#include "devkit/core/Printable.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -65,7 +67,7 @@ QString InWords(const QVariant& value)
     });
     return found != std::end(Phrases) ? QString::fromLatin1(found->words)
            : text.isEmpty()           ? QStringLiteral("unknown")
-                                      : text;
+                                      : Printable(text);
 }
 
 QString Row(const QString& title, const QString& value)
@@ -74,19 +76,20 @@ QString Row(const QString& title, const QString& value)
     return QStringLiteral("   ") + title.leftJustified(TitleColumns) + value + QLatin1Char('\n');
 }
 
-QString DrawStatus(const VariableHub& hub, const TextStyle& style)
+QString DrawStatus(const QVariantMap& values, const TextStyle& style)
 {
-    const bool good = hub.Value(QLatin1String(StatusLevel)) == QLatin1String("Ok");
-    const QString headline = style.Dot() + QLatin1Char(' ') + InWords(hub.Value(QLatin1String(MainStatus)));
+    const bool good = values.value(QLatin1String(StatusLevel)) == QLatin1String("Ok");
+    const QString headline = style.Dot() + QLatin1Char(' ') + InWords(values.value(QLatin1String(MainStatus)));
     return QLatin1Char(' ') + (good ? style.Good(headline) : style.Bad(headline)) +
-           style.Faint(QStringLiteral("  (%1)").arg(InWords(hub.Value(QLatin1String(SubStatus))))) + QLatin1Char('\n');
+           style.Faint(QStringLiteral("  (%1)").arg(InWords(values.value(QLatin1String(SubStatus))))) +
+           QLatin1Char('\n');
 }
 
-QString DrawSwitch(const VariableHub& hub, const TextStyle& style, const Switch& row)
+QString DrawSwitch(const QVariantMap& values, const TextStyle& style, const Switch& row)
 {
-    const QString state = hub.Value(QLatin1String(row.state)).toString();
-    const QString shown = state.isEmpty() ? QStringLiteral("?") : state;
-    const bool readOnly = row.readOnly != nullptr && hub.Value(QLatin1String(row.readOnly)).toBool();
+    const QString state = values.value(QLatin1String(row.state)).toString();
+    const QString shown = state.isEmpty() ? QStringLiteral("?") : Printable(state);
+    const bool readOnly = row.readOnly != nullptr && values.value(QLatin1String(row.readOnly)).toBool();
     const QString mark =
         readOnly ? QString(std::max(7 - shown.size(), 1), QLatin1Char(' ')) + style.Notice(QStringLiteral("read-only"))
                  : QString();
@@ -129,15 +132,16 @@ QString MainPage::TitleOf(const QString& id)
     return found == std::end(Titles) ? id : QString::fromLatin1(found->title);
 }
 
-QString MainPage::Draw(const VariableHub& hub, const TextStyle& style)
+QString MainPage::Draw(const QVariantMap& values, const TextStyle& style)
 {
-    QString page = DrawStatus(hub, style) + QLatin1Char('\n');
+    QString page = DrawStatus(values, style) + QLatin1Char('\n');
     for (const Switch& row : Switches)
-        page += DrawSwitch(hub, style, row);
-    const bool disabled = hub.Value(QLatin1String(ExtensionDisabled)).toBool();
+        page += DrawSwitch(values, style, row);
+    const bool disabled = values.value(QLatin1String(ExtensionDisabled)).toBool();
     page += QLatin1Char('\n');
     page += Row(QStringLiteral("Browser extension"),
                 disabled ? style.Bad(QStringLiteral("disabled")) : QStringLiteral("not disabled"));
-    page += Row(QStringLiteral("Default browser type"), hub.Value(QLatin1String(DefaultBrowser)).toString());
+    page +=
+        Row(QStringLiteral("Default browser type"), Printable(values.value(QLatin1String(DefaultBrowser)).toString()));
     return page;
 }

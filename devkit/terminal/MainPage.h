@@ -1,9 +1,9 @@
 #pragma once
 
-#include "devkit/core/VariableHub.h"
 #include "devkit/terminal/TextStyle.h"
 
 #include <QStringList>
+#include <QVariantMap>
 
 /// The main page as text: the protection status, the switches and the browser facts, each from its UI variable.
 namespace MainPage
@@ -26,6 +26,7 @@ QStringList SwitchNames();
 /// What a person calls a variable: its title on the page, else its id.
 QString TitleOf(const QString& id);
 
-QString Draw(const VariableHub& hub, const TextStyle& style);
+/// `values` are those of the variables, by id.
+QString Draw(const QVariantMap& values, const TextStyle& style);
 
 } // namespace MainPage

@@ -1,148 +1,99 @@
 #include "devkit/terminal/TypedCommands.h"
 
-#include "devkit/core/EventLoop.h"
 #include "devkit/core/Host.h"
-#include "devkit/core/LogTail.h"
+#include "devkit/core/Json.h"
+#include "devkit/core/Printable.h"
+#include "devkit/core/StoreCommands.h"
 #include "devkit/terminal/Console.h"
-#include "devkit/terminal/MainPage.h"
-#include "devkit/terminal/ValueText.h"
 
 #include <QCoreApplication>
 #include <QDir>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
 
-constexpr int SettleMs = 2000;
-
-constexpr const char* HelpText =
+constexpr const char* kHelpHead =
     "  page                       show the main page again\n"
     "  set SWITCH on|off          move a switch: %1\n"
     "                             (opens the settings page first, which asks for elevation, and closes it again)\n"
-    "  set NAME VALUE             write a UI variable as a page does\n"
-    "  get NAME                   its value\n"
-    "  trigger NAME [VALUE]       fire a trigger as a page does\n"
-    "  variables [PREFIX]         every variable and its value\n"
-    "  store set [--scope system|user|SID] KEY VALUE\n"
-    "                             change a setting as the product does; the scope is the user's unless named\n"
-    "  store get [--scope system|user|SID] KEY\n"
-    "  log                        the last lines of the plug-in's log\n"
-    "  help, quit\n"
-    "  A NAME is an id (@Package\\Path:name), or the part after its colon where that is unique.\n"
-    "  A VALUE is JSON (true, 5, {\"a\":1}); anything else is taken as text.\n";
+    "  help, quit\n";
+constexpr const char* kHelpTail =
+    "  A NAME is an id (@Package\\Path:name), or the part after its colon where that is unique. The scope is \"user\"\n"
+    "  unless named: system, user or a SID. A VALUE is JSON (true, 5, {\"a\":1}); anything else is taken as a "
+    "string.\n";
 
-/// The first word of a line, and what follows it.
-QString TakeWord(QString& rest)
+QVariantMap Request(const char* op, QVariantMap arguments = {})
 {
-    rest = rest.trimmed();
-    const auto* const end = std::find_if(rest.cbegin(), rest.cend(), [](QChar c) { return c.isSpace(); });
-    QString word = rest.left(static_cast<int>(end - rest.cbegin()));
-    rest = rest.mid(word.size()).trimmed();
-    return word;
+    arguments.insert(QStringLiteral("op"), QLatin1String(op));
+    return arguments;
 }
 
-/// The store's type for a value of a key that has none yet.
-QString TypeFor(const QVariant& value)
+QVariantMap Fire(const char* trigger)
 {
-    switch (static_cast<QMetaType::Type>(value.userType()))
-    {
-    case QMetaType::Bool:
-        return QStringLiteral("bool");
-    case QMetaType::Int:
-        return QStringLiteral("int32");
-    case QMetaType::LongLong:
-        return QStringLiteral("int64");
-    case QMetaType::QVariantMap:
-    case QMetaType::QVariantList:
-        return QStringLiteral("object");
-    default:
-        return QStringLiteral("string");
-    }
+    return Request("trigger", {{QStringLiteral("name"), QLatin1String(trigger)}});
+}
+
+QString Text(const QVariantMap& request, const char* argument)
+{
+    return request.value(QLatin1String(argument)).toString();
 }
 
 } // namespace
 
-void TypedCommands::Run(const QString& line)
+TypedCommands::TypedCommands(Host& host, Console& console, const QVariantMap& values, Ask ask)
+    : m_host(host), m_console(console), m_values(values), m_ask(std::move(ask))
+{}
+
+void TypedCommands::Run(const CommandTable& commands, const QString& text)
 {
-    QString rest = line;
-    const QString command = TakeWord(rest);
-    using Handler = void (TypedCommands::*)(const QString&);
-    struct Row
+    const Words::Line line = Words::Line::FromText(text);
+    const QString first = line.words.value(0);
+    const QString last = line.words.value(2).toLower();
+    const bool onOff = line.words.size() == 3 && (last == QLatin1String("on") || last == QLatin1String("off"));
+    const auto* const row = first == QLatin1String("set") && onOff ? MainPage::FindSwitch(line.words[1]) : nullptr;
+    const Words::Named named = Words::Find(commands, line.words);
+    if (first == QLatin1String("page"))
+        ShowPage();
+    else if (first == QLatin1String("help"))
+        Help(commands);
+    else if (first == QLatin1String("exit"))
+        m_ask(Request("quit"), nullptr);
+    else if (row)
+        MoveSwitch(*row, last == QLatin1String("on"));
+    else if (named.command)
+        RunCommand(*named.command, line, named.words);
+    else if (!first.isEmpty())
+        Complain(QStringLiteral("There is no command \"%1\"; \"help\" lists them.").arg(first));
+}
+
+void TypedCommands::RunCommand(const Command& command, const Words::Line& line, int first)
+{
+    Result<QVariantMap> request = Words::ToRequest(command, line, first);
+    const QString op = QLatin1String(command.op);
+    bool isNew = false;
+    for (const Parameter& parameter : command.parameters)
     {
-        const char* name;
-        Handler run;
-    };
-    static constexpr Row Rows[] = {
-        {"get", &TypedCommands::Get},         {"set", &TypedCommands::Set},
-        {"trigger", &TypedCommands::Trigger}, {"variables", &TypedCommands::Variables},
-        {"store", &TypedCommands::Store},     {"page", &TypedCommands::Page},
-        {"log", &TypedCommands::Log},         {"help", &TypedCommands::Help},
-        {"quit", &TypedCommands::Quit},       {"exit", &TypedCommands::Quit},
-    };
-    const auto* const row = std::find_if(std::begin(Rows), std::end(Rows),
-                                         [&command](const Row& known) { return command == QLatin1String(known.name); });
-    if (row != std::end(Rows))
-    {
-        (this->*row->run)(rest);
-        RunUntilIdle();
+        const QString name = QLatin1String(parameter.name);
+        if (!request.Ok() || parameter.kind != ArgumentKind::VariableId || !request.value.contains(name))
+            continue;
+        const QString id = Resolve(request.value.value(name).toString());
+        if (id.isEmpty())
+            return;
+        request.value.insert(name, id);
     }
-    else if (!command.isEmpty())
+    if (request.Ok() && op == QLatin1String("store.set"))
+        request.error = CompleteStoreSet(m_host.store, request.value, isNew).error;
+    if (!request.Ok())
     {
-        Complain(QStringLiteral("There is no command \"%1\"; \"help\" lists them.").arg(command));
+        Complain(request.error);
+        return;
     }
-}
-
-void TypedCommands::ShowPage()
-{
-    const TextStyle& style = m_console.Style();
-    const int columns = std::min(m_console.Columns() - 1, 76);
-    const QString title = QStringLiteral("Veridan ") + QCoreApplication::applicationVersion();
-    const QString about = QStringLiteral("development host");
-    m_console.Print(QStringLiteral("\n ") + style.Strong(title) +
-                    style.Faint(about.rightJustified(std::max(columns - 1 - title.size(), about.size() + 1))) +
-                    QLatin1Char('\n') + style.Rule(columns) + QLatin1Char('\n') + MainPage::Draw(m_host.hub, style) +
-                    style.Rule(columns) + QLatin1Char('\n') +
-                    style.Faint(QStringLiteral(" Data in %1; \"help\" lists the commands.\n")
-                                    .arg(QDir::toNativeSeparators(m_host.folder.Path()))));
-}
-
-void TypedCommands::Page(const QString&)
-{
-    ShowPage();
-}
-
-void TypedCommands::Help(const QString&)
-{
-    m_console.Print(QString::fromLatin1(HelpText).arg(MainPage::SwitchNames().join(QLatin1String(", "))));
-}
-
-void TypedCommands::Quit(const QString&)
-{
-    m_host.RequestQuit();
-}
-
-void TypedCommands::Get(const QString& arguments)
-{
-    QString rest = arguments;
-    const QString id = Resolve(TakeWord(rest));
-    if (!id.isEmpty())
-        Say(QStringLiteral("%1 = %2").arg(id, ValueText::Short(m_host.hub.Value(id))));
-}
-
-void TypedCommands::Set(const QString& arguments)
-{
-    QString rest = arguments;
-    const QString name = TakeWord(rest);
-    const QString word = rest.toLower();
-    if (rest.isEmpty())
-        Complain(QStringLiteral("Say what to set: set NAME VALUE."));
-    else if (const auto* row = MainPage::FindSwitch(name);
-             row != nullptr && (word == QLatin1String("on") || word == QLatin1String("off")))
-        MoveSwitch(*row, word == QLatin1String("on"));
-    else if (const QString id = Resolve(name); !id.isEmpty())
-        m_host.hub.Set(id, ValueText::FromTyped(rest), Actor::Page);
+    m_ask(request.value, [this, asked = request.value](const Answer& answer) { ShowAnswer(asked, answer); });
+    if (op.startsWith(QLatin1String("store.")))
+        m_ask(Request("settle"), nullptr); // what follows from it shows before the next prompt
 }
 
 void TypedCommands::MoveSwitch(const MainPage::Switch& row, bool on)
@@ -157,112 +108,119 @@ void TypedCommands::MoveSwitch(const MainPage::Switch& row, bool on)
                 .arg(QLatin1String(row.title)));
         return;
     }
+    const QVariant before = found->second.value;
     const QString settled = on ? QStringLiteral("On") : QStringLiteral("Off");
+    const auto set = [id](const QVariant& value) {
+        return Request("set", {{QStringLiteral("name"), id}, {QStringLiteral("value"), value}});
+    };
     Say(QStringLiteral("Opening the settings page, moving the switch, closing the page:"));
-    m_host.hub.Trigger(QStringLiteral("@Veridan\\Settings\\Triggers:request_show_settings_ui"), true, Actor::Page);
-    m_host.hub.Set(id, QLatin1String("Move") + settled, Actor::Page);
-    RunUntilIdle();
-    if (m_host.hub.Value(id) != settled)
+    m_ask(Fire("@Veridan\\Settings\\Triggers:request_show_settings_ui"), nullptr);
+    m_ask(set(QLatin1String("Move") + settled), [this, set, id, settled, before](const Answer&) {
+        if (m_host.hub.Value(id) != settled)
+        {
+            Complain(QStringLiteral("The switch did not move."));
+            m_ask(set(before), nullptr);
+        }
+        m_ask(Fire("@Veridan\\Settings\\Triggers:settings_ui_closed"), nullptr);
+        m_ask(Request("settle"), nullptr); // the status follows when the store has told of the change
+    });
+}
+
+void TypedCommands::ShowPage()
+{
+    constexpr int Widest = 76;
+    const TextStyle& style = m_console.Style();
+    const int columns = std::min(m_console.Columns() - 1, Widest);
+    const QString title = QStringLiteral("Veridan ") + QCoreApplication::applicationVersion();
+    const QString about = QStringLiteral("development host");
+    m_console.Print(QStringLiteral("\n ") + style.Strong(title) +
+                    style.Faint(about.rightJustified(std::max(columns - 1 - title.size(), about.size() + 1))) +
+                    QLatin1Char('\n') + style.Rule(columns) + QLatin1Char('\n') + MainPage::Draw(m_values, style) +
+                    style.Rule(columns) + QLatin1Char('\n') +
+                    style.Faint(Printable(QStringLiteral(" Data in %1; \"help\" lists the commands.\n")
+                                              .arg(QDir::toNativeSeparators(m_host.folder.Path())))));
+}
+
+void TypedCommands::Help(const CommandTable& commands)
+{
+    constexpr int UsageColumns = 42;
+    QString help = QString::fromLatin1(kHelpHead).arg(MainPage::SwitchNames().join(QLatin1String(", ")));
+    for (const auto& [op, command] : commands.Rows())
     {
-        Complain(QStringLiteral("The switch did not move."));
-        m_host.hub.Set(id, found->second.value, Actor::Page);
+        const QString usage = command.Usage();
+        const QString gap = usage.size() < UsageColumns ? QString(UsageColumns - usage.size(), QLatin1Char(' '))
+                                                        : QStringLiteral("\n      ");
+        help += QStringLiteral("  %1%2  %3\n").arg(usage, gap, QLatin1String(command.help));
     }
-    m_host.hub.Trigger(QStringLiteral("@Veridan\\Settings\\Triggers:settings_ui_closed"), true, Actor::Page);
-    m_host.store.Settle(SettleMs); // the status follows when the store has told of the change
+    m_console.Print(help + QLatin1String(kHelpTail));
 }
 
-void TypedCommands::Trigger(const QString& arguments)
+void TypedCommands::ShowAnswer(const QVariantMap& request, const Answer& answer)
 {
-    QString rest = arguments;
-    const QString id = Resolve(TakeWord(rest));
-    if (!id.isEmpty())
-        m_host.hub.Trigger(id, rest.isEmpty() ? QVariant(true) : ValueText::FromTyped(rest), Actor::Page);
+    const QString op = Text(request, "op");
+    const QVariant& result = answer.value;
+    if (!answer.Ok())
+        Complain(answer.error);
+    else if (op == QLatin1String("get"))
+        Say(QStringLiteral("%1 = %2").arg(Text(request, "name"), ShortText(result)));
+    else if (op == QLatin1String("variables"))
+        ShowVariables(request, result.toMap());
+    else if (op == QLatin1String("store.get"))
+        ShowEntry(request, result.toMap());
+    else if (op == QLatin1String("store.set"))
+        Say(QStringLiteral("Stored %1 = %2  (%3, scope %4)")
+                .arg(Text(request, "key"), ShortText(request.value(QStringLiteral("value"))), Text(request, "type"),
+                     Text(request, "scope")));
+    else if (result.userType() == QMetaType::QVariantList || result.userType() == QMetaType::QStringList)
+        for (const QVariant& row : result.toList())
+            Say(row.userType() == QMetaType::QString ? row.toString() : QString::fromUtf8(Json::Write(row)));
+    else if (result.userType() == QMetaType::QVariantMap)
+        for (const QString& name : result.toMap().keys())
+            Say(name + QLatin1String(": ") + QString::fromUtf8(Json::Write(result.toMap().value(name))));
+    else if (result.isValid())
+        Say(ShortText(result));
 }
 
-void TypedCommands::Variables(const QString& prefix)
+void TypedCommands::ShowEntry(const QVariantMap& request, const QVariantMap& entry)
 {
-    const auto variables = m_host.hub.Variables(prefix);
-    QString table;
-    for (const auto& [name, view] : variables)
-    {
-        constexpr int NameColumns = 66;
-        table += QStringLiteral("  ") + name.leftJustified(NameColumns) + QLatin1Char(' ') +
-                 ValueText::Short(view.value) + QLatin1Char('\n');
-    }
-    table.isEmpty() ? Complain(QStringLiteral("No variable begins with \"%1\".").arg(prefix)) : m_console.Print(table);
-}
-
-void TypedCommands::Log(const QString&)
-{
-    constexpr int Lines = 20;
-    QStringList lines = ReadLogTail(m_host.folder.LogFile(), Lines, 0);
-    lines.removeAll(QString());
-    m_console.Print(lines.isEmpty() ? QStringLiteral("  The log is empty.\n")
-                                    : QStringLiteral("  ") + lines.join(QLatin1String("\n  ")) + QLatin1Char('\n'));
-}
-
-void TypedCommands::Store(const QString& arguments)
-{
-    QString rest = arguments;
-    const QString verb = TakeWord(rest);
-    QString scope = QStringLiteral("user");
-    QString key = TakeWord(rest);
-    if (key == QLatin1String("--scope"))
-    {
-        scope = TakeWord(rest);
-        key = TakeWord(rest);
-    }
-    if (verb == QLatin1String("get") && !key.isEmpty())
-        StoreGet(scope, key);
-    else if (verb == QLatin1String("set") && !rest.isEmpty())
-        StoreSet(scope, key, rest);
-    else
-        Complain(QStringLiteral("Say \"store get [--scope SCOPE] KEY\" or \"store set [--scope SCOPE] KEY VALUE\"."));
-}
-
-void TypedCommands::StoreGet(const QString& scope, const QString& key)
-{
-    const Answer found = m_host.store.Get(scope, key);
-    const QVariantMap entry = found.value.toMap();
-    if (!found.Ok())
-    {
-        Complain(found.error);
-    }
-    else if (!entry.value(QStringLiteral("found")).toBool())
+    const QString key = Text(request, "key");
+    const QString scope = Text(request, "scope");
+    if (!entry.value(QStringLiteral("found")).toBool())
     {
         Say(QStringLiteral("%1 is not in the store (scope %2).").arg(key, scope));
+        return;
     }
-    else
-    {
-        const bool enforced = (entry.value(QStringLiteral("constraints")).toUInt() & 1U) != 0;
-        Say(QStringLiteral("%1 = %2  (%3, scope %4%5)")
-                .arg(key, ValueText::Short(entry.value(QStringLiteral("value"))),
-                     entry.value(QStringLiteral("type")).toString(), scope,
-                     enforced ? QStringLiteral(", enforced") : QString()));
-    }
+    const QString constraints = StoreEntry::ConstraintsText(entry.value(QStringLiteral("constraints")).toUInt());
+    Say(QStringLiteral("%1 = %2  (%3, scope %4%5)")
+            .arg(key, ShortText(entry.value(QStringLiteral("value"))), entry.value(QStringLiteral("type")).toString(),
+                 scope, constraints.isEmpty() ? QString() : QLatin1String(", ") + constraints));
 }
 
-void TypedCommands::StoreSet(const QString& scope, const QString& key, const QString& typed)
+void TypedCommands::ShowVariables(const QVariantMap& request, const QVariantMap& variables)
 {
-    const Answer present = m_host.store.Get(scope, key);
-    if (!present.Ok())
+    constexpr int NameColumns = 66;
+    QString table;
+    for (auto it = variables.begin(); it != variables.end(); ++it)
     {
-        Complain(present.error);
-        return;
+        const QString value = ShortText(it.value().toMap().value(QStringLiteral("value")));
+        table +=
+            QStringLiteral("  ") + it.key().leftJustified(NameColumns) + QLatin1Char(' ') + value + QLatin1Char('\n');
     }
-    QVariant value = ValueText::FromTyped(typed);
-    const QString presentType = present.value.toMap().value(QStringLiteral("type")).toString();
-    const QString type = presentType.isEmpty() ? TypeFor(value) : presentType;
-    if (type == QLatin1String("string") || type == QLatin1String("utf8"))
-        value = value.userType() == QMetaType::QString ? value : typed;
-    const Answer stored = m_host.store.Set(scope, key, type, value);
-    if (!stored.Ok())
-    {
-        Complain(stored.error);
-        return;
-    }
-    Say(QStringLiteral("Stored %1 = %2  (%3, scope %4)").arg(key, ValueText::Short(value), type, scope));
-    m_host.store.Settle(SettleMs);
+    if (table.isEmpty())
+        Complain(QStringLiteral("No variable begins with \"%1\".").arg(Text(request, "prefix")));
+    else
+        m_console.Print(Printable(table));
+}
+
+QString TypedCommands::ShortText(const QVariant& value)
+{
+    constexpr int Longest = 60;
+    if (!value.isValid())
+        return QStringLiteral("(none)");
+    const bool isWord = value.userType() == QMetaType::QString && !value.toString().trimmed().isEmpty() &&
+                        !value.toString().contains(QLatin1Char('\n'));
+    const QString text = isWord ? value.toString() : QString::fromUtf8(Json::Write(value));
+    return text.size() <= Longest ? text : text.left(Longest - 3) + QLatin1String("...");
 }
 
 QString TypedCommands::Resolve(const QString& name)
@@ -277,19 +235,17 @@ QString TypedCommands::Resolve(const QString& name)
             matches.append(id);
     if (matches.size() == 1)
         return matches.first();
-    Complain(name.isEmpty() ? QStringLiteral("Name a variable; \"variables\" lists them.")
-             : matches.isEmpty()
-                 ? QStringLiteral("There is no variable \"%1\"; \"variables\" lists them.").arg(name)
-                 : QStringLiteral("\"%1\" could be %2.").arg(name, matches.join(QLatin1String(" or "))));
+    Complain(matches.isEmpty() ? QStringLiteral("There is no variable \"%1\"; \"variables\" lists them.").arg(name)
+                               : QStringLiteral("\"%1\" could be %2.").arg(name, matches.join(QLatin1String(" or "))));
     return {};
 }
 
 void TypedCommands::Say(const QString& sentence)
 {
-    m_console.Print(QStringLiteral("  ") + sentence + QLatin1Char('\n'));
+    m_console.Print(QStringLiteral("  ") + Printable(sentence) + QLatin1Char('\n'));
 }
 
 void TypedCommands::Complain(const QString& sentence)
 {
-    m_console.Print(QStringLiteral("  ") + m_console.Style().Bad(sentence) + QLatin1Char('\n'));
+    m_console.Print(QStringLiteral("  ") + m_console.Style().Bad(Printable(sentence)) + QLatin1Char('\n'));
 }

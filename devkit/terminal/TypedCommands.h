@@ -1,36 +1,42 @@
 #pragma once
 
+#include "devkit/core/Result.h"
+#include "devkit/core/Words.h"
 #include "devkit/terminal/MainPage.h"
 
 #include <QString>
-#include <QStringList>
+#include <QVariantMap>
+
+#include <functional>
 
 class Console;
 class Host;
+class Session;
 
-/// The commands that a person types.
+/// The lines that a person types: the commands of the table as words, and what only a person needs.
 class TypedCommands
 {
 public:
-    TypedCommands(Host& host, Console& console) : m_host(host), m_console(console) {}
+    /// Submits a request and hands over its answer.
+    using Ask = std::function<void(QVariantMap request, std::function<void(const Answer& answer)> onAnswer)>;
 
-    void Run(const QString& line);
+    /// `values` are the variables' values by id.
+    TypedCommands(Host& host, Console& console, const QVariantMap& values, Ask ask);
+
+    /// `commands` are those of the session.
+    void Run(const CommandTable& commands, const QString& line);
     void ShowPage();
 
+    /// A value as a person reads it: a string as it is, anything else as JSON; cut where it is long.
+    static QString ShortText(const QVariant& value);
+
 private:
-    // Each takes what was typed after its name.
-    void Page(const QString& arguments);
-    void Help(const QString& arguments);
-    void Quit(const QString& arguments);
-    void Get(const QString& arguments);
-    void Set(const QString& arguments);
-    void Trigger(const QString& arguments);
-    void Variables(const QString& prefix);
-    void Log(const QString& arguments);
-    void Store(const QString& arguments);
-    void StoreGet(const QString& scope, const QString& key);
-    void StoreSet(const QString& scope, const QString& key, const QString& typed);
+    void Help(const CommandTable& commands);
+    void RunCommand(const Command& command, const Words::Line& line, int first);
     void MoveSwitch(const MainPage::Switch& row, bool on);
+    void ShowAnswer(const QVariantMap& request, const Answer& answer);
+    void ShowEntry(const QVariantMap& request, const QVariantMap& entry);
+    void ShowVariables(const QVariantMap& request, const QVariantMap& variables);
 
     /// The id behind what was typed: an id, the name of a switch, or the last part of an id that only one variable
     /// has. Empty, and told, when there is none.
@@ -40,4 +46,6 @@ private:
 
     Host& m_host;
     Console& m_console;
+    const QVariantMap& m_values;
+    const Ask m_ask;
 };

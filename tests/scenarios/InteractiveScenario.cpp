@@ -78,7 +78,6 @@ TEST(InteractiveScenario, PageIsShownAndFollowsWhatIsTyped)
     EXPECT_TRUE(host.Shows("Sub status"));
     host.Type("store set --scope system windows.browsing_protection.enabled false");
     EXPECT_TRUE(host.Shows("Stored"));
-    EXPECT_TRUE(host.Shows("UsersProtected"));
     host.Type("page");
     EXPECT_TRUE(host.Shows("Users are not protected"));
     EXPECT_TRUE(host.Shows("Web page filter               On"));

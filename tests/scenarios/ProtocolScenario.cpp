@@ -62,7 +62,7 @@ TEST(ProtocolScenario, ArgumentsThatAreMissingOrOfAnotherTypeAreNamed)
     names("missing", "load", {{"missing", "flyer"}});
     names("missing", "load", {{"missing", QVariantList{"printer"}}});
     names("on", "watch", {{"prefix", ""}, {"on", 1}});
-    names("prefix", "watch", {});
+    names("topic", "watch", {{"topic", "weather"}});
     names("key", "store.get", {{"scope", "user"}});
     names("type", "store.set", {{"scope", "user"}, {"key", "a"}, {"type", "float"}, {"value", 1}});
     names("constraints", "store.constrain", {{"scope", "user"}, {"key", "a"}, {"constraints", -1}});

@@ -1,65 +1,156 @@
 #include "devkit/process/StandardStreams.h"
 
+#include <algorithm>
 #include <atomic>
 
 #include <windows.h>
 
+namespace
+{
+
+/// A blocking call on a standard stream, made by one thread and cancelled by another.
+class Cancellable
+{
+public:
+    explicit Cancellable(DWORD stream) : m_stream(GetStdHandle(stream)) {}
+    ~Cancellable()
+    {
+        if (const HANDLE caller = m_caller)
+            CloseHandle(caller);
+    }
+    Cancellable(const Cancellable&) = delete;
+    Cancellable& operator=(const Cancellable&) = delete;
+
+    template <class Call>
+    bool Do(Call&& call)
+    {
+        if (m_caller == nullptr)
+        {
+            HANDLE self = nullptr;
+            DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &self, 0, FALSE,
+                            DUPLICATE_SAME_ACCESS);
+            m_caller = self;
+        }
+        m_inside = true;
+        const bool done = !m_cancelled && call(m_stream) != FALSE;
+        m_inside = false;
+        return done;
+    }
+
+    void Cancel()
+    {
+        m_cancelled = true;
+        // The caller may be just about to block: only a call that has begun can be cancelled.
+        while (m_inside)
+        {
+            CancelSynchronousIo(m_caller);
+            CancelIoEx(m_stream, nullptr); // a pipe that was made for overlapped calls
+            Sleep(1);
+        }
+    }
+
+    bool IsCancelled() const { return m_cancelled; }
+
+private:
+    const HANDLE m_stream;
+    std::atomic<HANDLE> m_caller{nullptr};
+    std::atomic<bool> m_inside{false};
+    std::atomic<bool> m_cancelled{false};
+};
+
+bool MeansEnd(DWORD error)
+{
+    return error == ERROR_BROKEN_PIPE || error == ERROR_NO_DATA || error == ERROR_HANDLE_EOF ||
+           error == ERROR_OPERATION_ABORTED;
+}
+
+} // namespace
+
+void PrepareStandardStreams()
+{
+    SetConsoleOutputCP(CP_UTF8);
+}
+
 struct StandardInput::Implementation
 {
-    HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
-    std::atomic<HANDLE> reader{nullptr}; // the thread inside Read()
-    std::atomic<bool> reading{false};
-    std::atomic<bool> cancelled{false};
+    Cancellable input{STD_INPUT_HANDLE};
+    bool failed = false;
 };
 
 StandardInput::StandardInput() : m_implementation(std::make_unique<Implementation>()) {}
 
-StandardInput::~StandardInput()
-{
-    if (const HANDLE reader = m_implementation->reader)
-        CloseHandle(reader);
-}
+StandardInput::~StandardInput() = default;
 
 QByteArray StandardInput::Read()
 {
-    if (m_implementation->reader == nullptr)
-    {
-        HANDLE self = nullptr;
-        DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &self, 0, FALSE,
-                        DUPLICATE_SAME_ACCESS);
-        m_implementation->reader = self;
-    }
     QByteArray bytes(64 * 1024, Qt::Uninitialized);
     DWORD count = 0;
-    m_implementation->reading = true;
-    const bool read = !m_implementation->cancelled && ReadFile(m_implementation->input, bytes.data(),
-                                                               static_cast<DWORD>(bytes.size()), &count, nullptr);
-    m_implementation->reading = false;
+    const bool read = m_implementation->input.Do([&bytes, &count](HANDLE stream) {
+        return ReadFile(stream, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
+    });
+    m_implementation->failed = !read && !MeansEnd(GetLastError());
     bytes.resize(read ? static_cast<int>(count) : 0);
     return bytes;
 }
 
-void StandardInput::Cancel()
+bool StandardInput::ReadAll(QByteArray& bytes)
 {
-    m_implementation->cancelled = true;
-    // The reader may be just about to read: only a read that has begun can be cancelled.
-    while (m_implementation->reading)
-    {
-        CancelSynchronousIo(m_implementation->reader);
-        CancelIoEx(m_implementation->input, nullptr); // a pipe that was made for overlapped reads
-        Sleep(1);
-    }
+    for (QByteArray piece = Read(); !piece.isEmpty(); piece = Read())
+        bytes += piece;
+    return !m_implementation->failed;
 }
 
-bool WriteStandardOutput(const QByteArray& bytes)
+void StandardInput::Cancel()
 {
-    const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+    m_implementation->input.Cancel();
+}
+
+struct StandardOutput::Implementation
+{
+    Cancellable output{STD_OUTPUT_HANDLE};
+    DWORD error = 0;
+};
+
+StandardOutput::StandardOutput() : m_implementation(std::make_unique<Implementation>()) {}
+
+StandardOutput::~StandardOutput() = default;
+
+bool StandardOutput::Write(const QByteArray& bytes)
+{
     for (int done = 0; done < bytes.size();)
     {
         DWORD count = 0;
-        if (!WriteFile(output, bytes.constData() + done, static_cast<DWORD>(bytes.size() - done), &count, nullptr))
+        const bool written = m_implementation->output.Do([&bytes, &count, done](HANDLE stream) {
+            return WriteFile(stream, bytes.constData() + done, static_cast<DWORD>(bytes.size() - done), &count,
+                             nullptr);
+        });
+        if (!written)
+        {
+            m_implementation->error = GetLastError();
             return false;
+        }
         done += static_cast<int>(count);
     }
     return true;
+}
+
+QString StandardOutput::Error() const
+{
+    const DWORD error = m_implementation->error;
+    const bool isFailure = error != 0 && !MeansEnd(error) && !m_implementation->output.IsCancelled();
+    return isFailure ? QStringLiteral("error %1").arg(error) : QString();
+}
+
+void StandardOutput::WaitForEnd()
+{
+    // Nothing tells that the reader of a pipe has gone, but that writing nothing to it fails.
+    constexpr DWORD IntervalMs = 200;
+    DWORD count = 0;
+    while (m_implementation->output.Do([&count](HANDLE stream) { return WriteFile(stream, "", 0, &count, nullptr); }))
+        Sleep(IntervalMs);
+}
+
+void StandardOutput::Cancel()
+{
+    m_implementation->output.Cancel();
 }

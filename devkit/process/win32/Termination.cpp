@@ -1,27 +1,29 @@
 #include "devkit/process/Termination.h"
 
-#include <QCoreApplication>
+#include <mutex>
+#include <utility>
 
 #include <windows.h>
-
-#include <utility>
 
 namespace
 {
 
-std::function<void()>* g_onRequest = nullptr;
+std::mutex s_mutex; // guards what follows
+const std::function<void()>* s_onRequest = nullptr;
 
 /// Called on a thread of the system's.
 BOOL WINAPI OnConsole(DWORD)
 {
-    QMetaObject::invokeMethod(
-        QCoreApplication::instance(),
-        [] {
-            if (g_onRequest != nullptr)
-                (*g_onRequest)();
-        },
-        Qt::QueuedConnection);
+    const std::lock_guard<std::mutex> lock(s_mutex);
+    if (s_onRequest)
+        (*s_onRequest)();
     return TRUE;
+}
+
+void Set(const std::function<void()>* onRequest)
+{
+    const std::lock_guard<std::mutex> lock(s_mutex);
+    s_onRequest = onRequest;
 }
 
 } // namespace
@@ -34,12 +36,12 @@ struct Termination::Implementation
 Termination::Termination(std::function<void()> onRequest)
     : m_implementation(std::make_unique<Implementation>(Implementation{std::move(onRequest)}))
 {
-    g_onRequest = &m_implementation->onRequest;
+    Set(&m_implementation->onRequest);
     SetConsoleCtrlHandler(&OnConsole, TRUE);
 }
 
 Termination::~Termination()
 {
     SetConsoleCtrlHandler(&OnConsole, FALSE);
-    g_onRequest = nullptr;
+    Set(nullptr);
 }

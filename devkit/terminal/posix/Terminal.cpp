@@ -1,9 +1,15 @@
 #include "devkit/terminal/Terminal.h"
 
 #include <QByteArray>
+#include <QSocketNotifier>
 
+#include <array>
+#include <cerrno>
+#include <csignal>
 #include <cstring>
+#include <utility>
 
+#include <fcntl.h>
 #include <langinfo.h>
 #include <sys/ioctl.h>
 #include <termios.h>
@@ -11,7 +17,7 @@
 
 bool Terminal::IsInteractive()
 {
-    return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
+    return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0 && qgetenv("TERM") != "dumb";
 }
 
 bool Terminal::HasColours()
@@ -30,27 +36,89 @@ int Terminal::Width()
     return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
 
+namespace
+{
+
+// What the signal handlers use; one KeyMode lives at a time.
+termios s_before{};
+termios s_keys{};
+int s_resumed = -1; // a pipe's end
+
+void CatchStop();
+
+extern "C" void OnStop(int)
+{
+    const int error = errno;
+    tcsetattr(STDIN_FILENO, TCSANOW, &s_before);
+    struct sigaction stop
+    {};
+    stop.sa_handler = SIG_DFL;
+    sigaction(SIGTSTP, &stop, nullptr);
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTSTP);
+    raise(SIGTSTP);
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr); // stops here, and goes on here
+    CatchStop();
+    tcsetattr(STDIN_FILENO, TCSANOW, &s_keys);
+    const char byte = 0;
+    [[maybe_unused]] const ssize_t written = write(s_resumed, &byte, 1);
+    errno = error;
+}
+
+void CatchStop()
+{
+    struct sigaction handle
+    {};
+    handle.sa_handler = &OnStop;
+    handle.sa_flags = SA_RESTART;
+    sigaction(SIGTSTP, &handle, nullptr);
+}
+
+} // namespace
+
 struct Terminal::KeyMode::Saved
 {
     bool valid = false;
-    termios mode{};
+    std::array<int, 2> pipe{-1, -1};
+    std::unique_ptr<QSocketNotifier> resumed;
 };
 
-Terminal::KeyMode::KeyMode() : m_saved(std::make_unique<Saved>())
+Terminal::KeyMode::KeyMode(std::function<void()> onResume) : m_saved(std::make_unique<Saved>())
 {
-    m_saved->valid = tcgetattr(STDIN_FILENO, &m_saved->mode) == 0;
-    if (m_saved->valid)
+    m_saved->valid = tcgetattr(STDIN_FILENO, &s_before) == 0 && pipe(m_saved->pipe.data()) == 0;
+    if (!m_saved->valid)
+        return;
+    for (const int end : m_saved->pipe)
     {
-        termios mode = m_saved->mode;
-        mode.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
-        mode.c_cc[VMIN] = 1;
-        mode.c_cc[VTIME] = 0;
-        tcsetattr(STDIN_FILENO, TCSADRAIN, &mode);
+        fcntl(end, F_SETFD, FD_CLOEXEC);
+        fcntl(end, F_SETFL, O_NONBLOCK);
     }
+    s_resumed = m_saved->pipe[1];
+    m_saved->resumed = std::make_unique<QSocketNotifier>(m_saved->pipe[0], QSocketNotifier::Read);
+    QObject::connect(m_saved->resumed.get(), &QSocketNotifier::activated,
+                     [end = m_saved->pipe[0], onResume = std::move(onResume)] {
+                         std::array<char, 16> bytes{};
+                         [[maybe_unused]] const ssize_t count = read(end, bytes.data(), bytes.size());
+                         onResume();
+                     });
+    s_keys = s_before;
+    s_keys.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+    s_keys.c_cc[VMIN] = 1;
+    s_keys.c_cc[VTIME] = 0;
+    tcsetattr(STDIN_FILENO, TCSADRAIN, &s_keys);
+    CatchStop();
 }
 
 Terminal::KeyMode::~KeyMode()
 {
-    if (m_saved->valid)
-        tcsetattr(STDIN_FILENO, TCSADRAIN, &m_saved->mode);
+    if (!m_saved->valid)
+        return;
+    struct sigaction stop
+    {};
+    stop.sa_handler = SIG_DFL;
+    sigaction(SIGTSTP, &stop, nullptr);
+    tcsetattr(STDIN_FILENO, TCSADRAIN, &s_before);
+    for (const int end : m_saved->pipe)
+        close(end);
 }

@@ -48,7 +48,7 @@ struct Terminal::KeyMode::Saved
     UINT codePage = 0;
 };
 
-Terminal::KeyMode::KeyMode() : m_saved(std::make_unique<Saved>())
+Terminal::KeyMode::KeyMode(std::function<void()>) : m_saved(std::make_unique<Saved>())
 {
     const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
     m_saved->valid = GetConsoleMode(input, &m_saved->mode) != FALSE;

@@ -41,15 +41,16 @@ TEST(JsonTest, FractionsStayFractions)
 
 TEST(JsonTest, TextsOfEveryKindComeBack)
 {
-    const QString hostile = QStringLiteral("\"\\/\b\f\n\r\t\x01\x7f\u2028 \u00e4\u20ac") +
-                            QString::fromUcs4(U"\U0001F600\U0010FFFF") + QChar(0) + QChar(0xD800) + QLatin1Char('x') +
-                            QChar(0xDC00) + QChar(0xFEFF);
+    const QString hostile = QStringLiteral("\"\\/\b\f\n\r\t\x01\x7f\u0080\u009f\u2028 \u00e4\u20ac") +
+                            QString::fromUcs4(U"\U0001F600\U0010FFFF") + QChar(0) + QChar(0xFEFF);
     for (const QString& text :
          {QString(), hostile, QChar(QChar::ByteOrderMark) + hostile, QString(3'000'000, u'\u20ac')})
         EXPECT_TRUE(RoundTrip(text).toString() == text);
     EXPECT_EQ(Json::Parse(R"("\ud83d\ude00\u0041")").value, QString::fromUtf8("\xF0\x9F\x98\x80"
                                                                               "A"));
     EXPECT_FALSE(Json::Write(hostile).contains('\n'));
+    EXPECT_TRUE(Json::Write(hostile).contains("\\u007f\\u0080\\u009f"));
+    EXPECT_EQ(Json::Write(QString(QChar(0xD800))), "\"?\"");
 }
 
 TEST(JsonTest, ContainersNestAsDeepAsTheLimit)
@@ -58,24 +59,57 @@ TEST(JsonTest, ContainersNestAsDeepAsTheLimit)
     EXPECT_EQ(RoundTrip(object), object);
 
     const auto nested = [](int depth) { return QByteArray(depth, '[') + QByteArray(depth, ']'); };
-    EXPECT_EQ(Json::Parse(nested(Json::MaximumDepth)).error, "");
-    EXPECT_NE(Json::Parse(nested(Json::MaximumDepth + 2)).error, "");
+    EXPECT_EQ(Json::Parse(nested(Json::kMaximumDepth)).error, "");
+    EXPECT_NE(Json::Parse(nested(Json::kMaximumDepth + 1)).error, "");
     EXPECT_NE(Json::Parse(QByteArray(10'000'000, '[')).error, "");
 }
 
 TEST(JsonTest, WhatIsNotJsonIsRefusedWithItsPosition)
 {
-    for (const char* text : {"",         " ",           "{",       "}",      "[1,]",     "[1 2]",    "{\"a\"}",
-                             "{\"a\":}", "{\"a\":1,}",  "{a:1}",   "01",     "-",        "+1",       "1.",
-                             ".5",       "1e",          "1e+",     "1e999",  "tru",      "nul",      "\"",
-                             "\"\\x\"",  "\"\\u12g4\"", "\"\\u12", "\"\n\"", "\"\xff\"", "\"\xc3\"", "\"\xed\xa0\x80\"",
-                             "1 2",      "[1]]",        "'a'",     "NaN",    "/**/1"})
+    for (const char* text : {"",
+                             " ",
+                             "{",
+                             "}",
+                             "[1,]",
+                             "[1 2]",
+                             "{\"a\"}",
+                             "{\"a\":}",
+                             "{\"a\":1,}",
+                             "{a:1}",
+                             "01",
+                             "-",
+                             "+1",
+                             "1.",
+                             ".5",
+                             "1e",
+                             "1e+",
+                             "1e999",
+                             "tru",
+                             "nul",
+                             "\"",
+                             "\"\\x\"",
+                             "\"\\u12g4\"",
+                             "\"\\u12",
+                             "\"\n\"",
+                             "\"\xff\"",
+                             "\"\xc3\"",
+                             "\"\xed\xa0\x80\"",
+                             "\"\\ud800\"",
+                             "\"\\udc00\"",
+                             "\xef\xbb\xbf"
+                             "1",
+                             "1 2",
+                             "[1]]",
+                             "'a'",
+                             "NaN",
+                             "/**/1"})
     {
         const Json::Parsed parsed = Json::Parse(text);
-        EXPECT_TRUE(parsed.error.contains("at byte")) << text;
+        EXPECT_TRUE(parsed.error.startsWith("line ")) << text;
         EXPECT_FALSE(parsed.value.isValid()) << text;
     }
-    EXPECT_TRUE(Json::Parse("{\"a\": nope}").error.endsWith("at byte 7"));
+    EXPECT_TRUE(Json::Parse("{\n  \"a\": nope}").error.startsWith("line 2, column 9: "));
+    EXPECT_FALSE(Json::Parse(QByteArray("1\0x", 3)).error.isEmpty());
 }
 
 } // namespace

@@ -134,7 +134,7 @@ TEST_F(VariableHubTest, TriggerOfThePlugInLeavesTheValueAndThatOfAPageMayBringOn
     hub.Trigger("@T:go", "https://example.com/", Actor::Page);
     EXPECT_EQ(peer->GetValue("@T:go"), "https://example.com/");
 
-    const auto& history = hub.History();
+    const auto& history = hub.Changes();
     ASSERT_EQ(history.size(), 3U);
     EXPECT_EQ(history[1].kind, VariableChange::Kind::Trigger);
     EXPECT_EQ(history[1].by, Actor::PlugIn);
@@ -147,11 +147,11 @@ TEST_F(VariableHubTest, ObserverLearnsOfChangesBeforeTheSubscribersAndInTheirOrd
 {
     peer->Subscribe("@P:a", &first, Notify);
     first.onNotify = [this](const QString&) { hub.Set("@P:b", 2, Actor::PlugIn); };
-    hub.SetObserver([this](const VariableChange& change, const QVariant& previous) {
-        calls.push_back(change.name.toStdString() + " was " + previous.toString().toStdString());
+    hub.SetObserver([this](const VariableChange& change) {
+        calls.push_back(change.name.toStdString() + " is " + change.value.toString().toStdString());
     });
     hub.Set("@P:a", 1, Actor::Page);
-    EXPECT_THAT(calls, ElementsAre("@P:a was ", "first begins @P:a", "@P:b was ", "first ends @P:a"));
+    EXPECT_THAT(calls, ElementsAre("@P:a is 1", "first begins @P:a", "@P:b is 2", "first ends @P:a"));
 }
 
 TEST_F(VariableHubTest, RegisteringKeepsWhatAPageHasWrittenBefore)

@@ -1,0 +1,114 @@
+#include "devkit/core/Feeds.h"
+
+#include "devkit/core/Host.h"
+#include "devkit/core/LogTail.h"
+#include "devkit/core/SuiteLists.h"
+
+#include <utility>
+
+namespace
+{
+
+constexpr int kIntervalMs = 100;
+
+QVariantMap Event(const char* name, QVariantMap members)
+{
+    members.insert(QStringLiteral("event"), QLatin1String(name));
+    return members;
+}
+
+} // namespace
+
+Feeds::Feeds(Host& host) : m_host(host)
+{
+    QObject::connect(&m_timer, &QTimer::timeout, this, &Feeds::Poll);
+    host.hub.SetObserver([&host](const VariableChange& change) {
+        if (host.sessions.Watched(Topic::Variables, change.name))
+            host.sessions.Publish(Topic::Variables, change.name, Event("variable", change.Describe()));
+    });
+    host.urls.SetObserver([&host](const QString& url) {
+        host.sessions.Publish(Topic::Urls, {}, Event("url", {{QStringLiteral("url"), url}}));
+    });
+}
+
+QString Feeds::OnWatchesChanged()
+{
+    const Sessions& sessions = m_host.sessions;
+    Poll(); // who watches now learns of what comes from now on
+    const bool looks =
+        sessions.WatchedAny(Topic::Flyers) || sessions.WatchedAny(Topic::Metrics) || sessions.WatchedAny(Topic::Log);
+    if (!looks)
+        m_timer.stop();
+    else if (!m_timer.isActive())
+        m_timer.start(kIntervalMs);
+    if (!sessions.WatchedAny(Topic::Store))
+        m_store.clear();
+    return sessions.WatchedAny(Topic::Store) && m_store.empty() ? WatchStore() : QString();
+}
+
+QString Feeds::WatchStore()
+{
+    for (const char* const scope : {"system", "user"})
+    {
+        const QString name = QLatin1String(scope);
+        // Told on a thread of the store's.
+        const auto tell = [this, name](const QString& key, bool removed, const StoreEntry& entry) {
+            const auto publish = [this, name, key, removed, entry] {
+                QVariantMap members = entry.Describe();
+                members.insert(QStringLiteral("scope"), name);
+                members.insert(QStringLiteral("key"), key);
+                members.insert(QStringLiteral("kind"), removed ? QStringLiteral("removed") : QStringLiteral("changed"));
+                m_host.sessions.Publish(Topic::Store, key, Event("store", members));
+            };
+            QMetaObject::invokeMethod(this, publish, Qt::QueuedConnection);
+        };
+        const auto watch = m_host.store.WatchChanges(name, {}, tell);
+        if (!watch.Ok())
+        {
+            m_store.clear();
+            return watch.error;
+        }
+        m_store.push_back(watch.value);
+    }
+    return {};
+}
+
+void Feeds::Poll()
+{
+    PollList(Topic::Flyers, "flyer", &SuiteLists::Flyers, m_flyers);
+    PollList(Topic::Metrics, "metric", &SuiteLists::Metrics, m_metrics);
+    PollLog();
+}
+
+void Feeds::PollList(Topic topic, const char* event, QVariantList (*read)(), std::optional<QVariantList>& told)
+{
+    if (!m_host.sessions.WatchedAny(topic))
+    {
+        told.reset();
+        return;
+    }
+    const QVariantList rows = read();
+    const QVariantList before = std::exchange(told, rows).value_or(rows); // who begins to watch is told what comes
+    for (int i = 0; i < rows.size(); ++i)
+        if (i >= before.size() || rows[i] != before[i])
+            m_host.sessions.Publish(topic, {}, Event(event, rows[i].toMap()));
+}
+
+void Feeds::PollLog()
+{
+    if (!m_host.sessions.WatchedAny(Topic::Log))
+    {
+        m_logEnd = -1;
+        return;
+    }
+    const QStringList lines = ReadLogFrom(m_host.folder.LogFile(), m_logEnd);
+    for (const QString& line : lines)
+        m_host.sessions.Publish(Topic::Log, {}, Event("log", {{QStringLiteral("line"), line}}));
+}
+
+void Feeds::TellHost()
+{
+    m_host.sessions.Publish(Topic::Host, {},
+                            Event("host", {{QStringLiteral("loaded"), m_host.plugIn.IsLoaded()},
+                                           {QStringLiteral("initialized"), m_host.plugIn.IsInitialized()}}));
+}

@@ -1,0 +1,62 @@
+#include "devkit/core/History.h"
+
+#include <QStringList>
+
+#include <utility>
+
+namespace
+{
+
+qint64 SizeOf(const QVariant& value);
+
+template <class Container>
+qint64 SizeOfAll(const Container& values)
+{
+    qint64 size = 0;
+    for (const QVariant& value : values)
+        size += SizeOf(value);
+    return size;
+}
+
+/// The memory of a value, roughly.
+qint64 SizeOf(const QVariant& value)
+{
+    constexpr qint64 Overhead = 64;
+    const auto sizeOf = [](const QString& string) { return string.size() * qint64{2}; };
+    switch (static_cast<QMetaType::Type>(value.userType()))
+    {
+    case QMetaType::QString:
+        return Overhead + sizeOf(value.toString());
+    case QMetaType::QByteArray:
+        return Overhead + value.toByteArray().size();
+    case QMetaType::QVariantMap: {
+        const QVariantMap map = value.toMap();
+        qint64 names = 0;
+        for (auto it = map.keyBegin(); it != map.keyEnd(); ++it)
+            names += Overhead + sizeOf(*it);
+        return Overhead + names + SizeOfAll(map);
+    }
+    case QMetaType::QVariantList:
+    case QMetaType::QStringList:
+        return Overhead + SizeOfAll(value.toList());
+    default:
+        return Overhead;
+    }
+}
+
+} // namespace
+
+const VariableChange& History::Add(VariableChange change)
+{
+    change.sequence = ++m_last;
+    m_sizes.push_back(SizeOf(change.value) + SizeOf(change.name));
+    m_bytes += m_sizes.back();
+    m_changes.push_back(std::move(change));
+    while (m_changes.size() > 1 && (m_changes.size() > kMostChanges || m_bytes > kMostBytes))
+    {
+        m_bytes -= m_sizes.front();
+        m_sizes.pop_front();
+        m_changes.pop_front();
+    }
+    return m_changes.back();
+}

@@ -1,0 +1,93 @@
+#include "devkit/core/Host.h"
+#include "devkit/core/HostCommands.h"
+#include "devkit/strata/OrbStrataControl.h"
+
+Answer SetFault(const Arguments& arguments, const std::function<void()>& clear,
+                const std::function<bool(const QByteArray& function, qint64 code, quint32 count)>& set)
+{
+    if (!arguments.Has("function"))
+    {
+        clear();
+        return {};
+    }
+    if (!arguments.Has("code"))
+        return Answer::Failure(QStringLiteral("The argument \"code\" is missing."));
+    const QString function = arguments.String("function");
+    const bool known =
+        set(function.toUtf8(), arguments.Number("code"), static_cast<quint32>(arguments.Number("count", 1)));
+    return {{}, known ? QString() : QStringLiteral("There is no function \"%1\".").arg(function)};
+}
+
+namespace
+{
+
+Answer Fault(const Arguments& arguments)
+{
+    const std::wstring key = arguments.String("key").toStdWString();
+    return SetFault(arguments, &OrbStrataControl_ClearFaults,
+                    [&arguments, &key](const QByteArray& function, qint64 code, quint32 count) {
+                        return OrbStrataControl_SetFault(function.constData(),
+                                                         arguments.Has("key") ? key.c_str() : nullptr,
+                                                         static_cast<OrbStrataResult>(code), count);
+                    });
+}
+
+Answer Writes(const Host& host, const Arguments& arguments)
+{
+    QVariantList rows;
+    for (const StoreWrites::Write& write : host.storeWrites.Since(static_cast<quint64>(arguments.Number("since"))))
+    {
+        rows.append(
+            QVariantMap{{QStringLiteral("seq"), write.sequence},
+                        {QStringLiteral("scope"), write.scope},
+                        {QStringLiteral("key"), write.key},
+                        {QStringLiteral("by"), write.byPlugIn ? QStringLiteral("plugin") : QStringLiteral("product")}});
+    }
+    return {rows, {}};
+}
+
+Elevation::Mode ModeNamed(const QString& name)
+{
+    return name == QLatin1String("accept")    ? Elevation::Mode::Accept
+           : name == QLatin1String("decline") ? Elevation::Mode::Decline
+                                              : Elevation::Mode::Ask;
+}
+
+} // namespace
+
+std::vector<Command> StoreTestCommands(Host& host)
+{
+    using Kind = ArgumentKind;
+    using Turn = Command::Turn;
+    constexpr auto Optional = Parameter::Need::Optional;
+    constexpr auto Required = Parameter::Need::Required;
+    return {
+        {"store.fault",
+         "makes the plug-in's next calls of a store function answer a code",
+         {{"function", Kind::Name, Optional},
+          {"code", Kind::UInt32, Optional},
+          {"key", Kind::Name, Optional},
+          {"count", Kind::UInt32, Optional}},
+         &Fault},
+        {"store.writes",
+         "every value write that reached the store in this run",
+         {{"since", Kind::Natural, Optional}},
+         [&host](const Arguments& arguments) { return Writes(host, arguments); },
+         Turn::Any},
+        {"elevation",
+         "the answer to the plug-in's elevation prompts",
+         {{"answer", Kind::String, Required, "accept|decline|ask"}},
+         [&host](const Arguments& arguments) {
+             host.elevation.SetMode(ModeNamed(arguments.String("answer")));
+             return Answer{};
+         }},
+        {"elevation.answer",
+         "answers one prompt",
+         {{"prompt", Kind::Natural}, {"accept", Kind::Bool}},
+         [&host](const Arguments& arguments) {
+             return Answer{
+                 {}, host.elevation.Answer(static_cast<quint64>(arguments.Number("prompt")), arguments.Bool("accept"))};
+         },
+         Turn::AtOnce},
+    };
+}
