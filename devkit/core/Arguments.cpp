@@ -15,8 +15,10 @@ bool IsString(const QVariant& value)
 
 bool IsWholeNumber(const QVariant& value, qint64 from, qint64 to)
 {
-    const bool integer = value.userType() == QMetaType::Int || value.userType() == QMetaType::LongLong;
-    return integer && value.toLongLong() >= from && value.toLongLong() <= to;
+    bool isInteger = value.userType() == QMetaType::Int || value.userType() == QMetaType::LongLong;
+    if (value.userType() == QMetaType::ULongLong)
+        isInteger = value.toULongLong() <= static_cast<quint64>(std::numeric_limits<qint64>::max());
+    return isInteger && value.toLongLong() >= from && value.toLongLong() <= to;
 }
 
 template <class Container>

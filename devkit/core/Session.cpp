@@ -128,7 +128,7 @@ void Session::Run(Request& request)
     Finish(request, answer);
     m_running = false;
     if (hasTurn)
-        m_host.sessions.HandTurnBack();
+        m_host.sessions.HandTurnBack(*this);
 }
 
 void Session::Finish(Request& request, const Answer& answer) const

@@ -46,10 +46,11 @@ bool Sessions::TakeTurn()
     return !std::exchange(m_turnTaken, true);
 }
 
-void Sessions::HandTurnBack()
+void Sessions::HandTurnBack(const Session& from)
 {
     m_turnTaken = false;
-    if (m_sessions.size() <= 1)
+    const auto waits = [&from](const auto& session) { return session.get() != &from && session->Waiting() > 0; };
+    if (std::none_of(m_sessions.begin(), m_sessions.end(), waits))
         return;
     const auto goOn = [this] {
         const auto sessions = m_sessions;

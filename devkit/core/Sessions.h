@@ -30,7 +30,7 @@ public:
     bool TakeTurn();
     bool IsTurnFree() const { return !m_turnTaken; }
     /// The others go on, through the event loop.
-    void HandTurnBack();
+    void HandTurnBack(const Session& from);
 
 private:
     std::vector<std::shared_ptr<Session>> m_sessions;

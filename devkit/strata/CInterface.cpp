@@ -1,7 +1,7 @@
 #include "devkit/strata/CInterface.h"
 
 #include "devkit/strata/Object.h"
-#include "devkit/strata/json/Utf8.h"
+#include "devkit/strata/Utf8.h"
 
 #include <cstdlib>
 #include <cstring>

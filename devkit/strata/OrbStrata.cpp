@@ -3,7 +3,7 @@
 #include "devkit/strata/Api.h"
 #include "devkit/strata/CInterface.h"
 #include "devkit/strata/Object.h"
-#include "devkit/strata/json/Utf8.h"
+#include "devkit/strata/Utf8.h"
 
 #include "platform/Text.h"
 

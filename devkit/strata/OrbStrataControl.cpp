@@ -1,7 +1,7 @@
 // What the development kit adds to the store's functions.
 
 #include "devkit/strata/CInterface.h"
-#include "devkit/strata/json/Utf8.h"
+#include "devkit/strata/Utf8.h"
 
 #include "platform/Text.h"
 

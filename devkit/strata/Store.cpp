@@ -3,7 +3,7 @@
 #include "devkit/faults/Edge.h"
 
 #include "devkit/strata/Environment.h"
-#include "devkit/strata/json/Utf8.h"
+#include "devkit/strata/Utf8.h"
 
 #include "platform/Text.h"
 

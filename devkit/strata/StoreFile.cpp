@@ -1,7 +1,7 @@
 #include "devkit/strata/StoreFile.h"
 
 #include "devkit/strata/Schema.h"
-#include "devkit/strata/json/Utf8.h"
+#include "devkit/strata/Utf8.h"
 
 #include <limits>
 #include <string_view>

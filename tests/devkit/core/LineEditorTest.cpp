@@ -36,6 +36,21 @@ TEST(LineEditorTest, BytesOfOneCharacterMayArriveApart)
     EXPECT_EQ(editor.Feed("\xac\r").value(0), QString(QChar(0x20AC)));
 }
 
+TEST(LineEditorTest, CharacterIsWhatAReaderTakesForOne)
+{
+    const QByteArray smile("\xf0\x9f\x98\x80");
+    const QByteArray accented("e\xcc\x81");
+    EXPECT_EQ(TypedOnce("a" + smile + accented + "\x7f\x7f\r"), "a");
+    EXPECT_EQ(TypedOnce(smile + accented + Left + Left + Delete + "\r"), QString::fromUtf8(accented));
+    LineEditor editor;
+    editor.Feed("a" + smile + accented + "\xe6\xbc\xa2");
+    EXPECT_EQ(editor.Draw("> ", 80),
+              LineEditor::Clear() + QString::fromUtf8("> a" + smile + accented + "\xe6\xbc\xa2"));
+    editor.Feed(Home);
+    EXPECT_TRUE(editor.Draw("> ", 80).endsWith("\x1b[6D"));
+    EXPECT_EQ(editor.Draw("> ", 7), LineEditor::Clear() + QString::fromUtf8("> a" + smile + accented) + "\x1b[4D");
+}
+
 TEST(LineEditorTest, HistoryIsWalkedBothWays)
 {
     LineEditor editor;

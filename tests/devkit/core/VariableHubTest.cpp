@@ -154,6 +154,21 @@ TEST_F(VariableHubTest, ObserverLearnsOfChangesBeforeTheSubscribersAndInTheirOrd
     EXPECT_THAT(calls, ElementsAre("@P:a is 1", "first begins @P:a", "@P:b is 2", "first ends @P:a"));
 }
 
+TEST_F(VariableHubTest, HistoryKeepsWhatIsNewWithinItsLimits)
+{
+    const QString large(1'000'000, u'x');
+    for (int i = 0; i < 100; ++i)
+        hub.Set("@P:a", QVariantList{i, QVariantMap{{"text", large}}}, Actor::Page);
+    const auto& changes = hub.Changes();
+    EXPECT_LE(changes.size() * 2'000'000, static_cast<std::size_t>(History::kMostBytes));
+    EXPECT_GT(changes.size(), 20U);
+    EXPECT_EQ(changes.back().sequence, 100U);
+    for (std::size_t i = 0; i < History::kMostChanges; ++i)
+        hub.Trigger("@P:b", {}, Actor::Page);
+    EXPECT_EQ(changes.size(), History::kMostChanges);
+    EXPECT_EQ(changes.front().sequence, 101U);
+}
+
 TEST_F(VariableHubTest, RegisteringKeepsWhatAPageHasWrittenBefore)
 {
     hub.Set("@P:a", "from the page", Actor::Page);

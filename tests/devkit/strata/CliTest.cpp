@@ -54,6 +54,9 @@ TEST_F(Cli, ExitCodeTellsWhatHappened)
                                       {"list", "--nothing"},
                                       {"list", "--scope"},
                                       {"list", "--scope", "S-2"},
+                                      {"--scope", "", "list"},
+                                      {"list", "--data", ""},
+                                      {"get", ""},
                                       {"set", "a", "1", "--type", "float"}})
     {
         const Outcome outcome = Run(misuse);
@@ -64,6 +67,8 @@ TEST_F(Cli, ExitCodeTellsWhatHappened)
     EXPECT_EQ(Run({"remove", "absent"}).code, 3);
     EXPECT_EQ(Run({"import", Path("absent.json")}).code, 1);
     EXPECT_EQ(Run({"export", Path("no/such/folder.json")}).code, 1);
+    for (const char* const command : {"import", "seed"})
+        EXPECT_THAT(Run({command, Path(".")}).errors, HasSubstr("it is a folder"));
     Put("store.db", "damaged");
     const Outcome damaged = Run({"list"});
     EXPECT_EQ(damaged.code, 1);
@@ -83,6 +88,9 @@ TEST_F(Cli, SetKeepsTheKeysTypeAndRefusesWhatIsNoneOfIt)
             EXPECT_EQ(Run({"set", key, wrong}).code, 4) << value[0].toStdString() << ": " << wrong.toStdString();
         EXPECT_EQ(Run({"get", key}).output, value[1].toStdString() + "\n");
     }
+    EXPECT_EQ(Run({"set", "key.bool", "-"}, "false\r\n").code, 0);
+    EXPECT_EQ(Run({"get", "key.bool"}).output, "false\n");
+    EXPECT_EQ(Run({"set", "key.bool", "-"}, "\xff").code, 4);
     EXPECT_EQ(Run({"set", "key.string", "5", "--type", "string"}).code, 0);
     EXPECT_EQ(Run({"set", "key.string", "true"}).code, 0);
     EXPECT_EQ(Run({"get", "key.string", "--json"}).output, R"({"type":"string","value":"true","constraints":0})"
@@ -134,6 +142,20 @@ TEST_F(Cli, ExportAndImportLoseNothing)
     EXPECT_EQ(Run({"export"}).output, json.toStdString());
     EXPECT_EQ(Run({"list", "--json"}).output, json.toStdString());
     EXPECT_EQ(Run({"export", "--scope", "S-1-5-21-7"}).output, "{}\n");
+}
+
+TEST_F(Cli, OnlyAPlainValueReachesTheTerminalAsItIs)
+{
+    const QString hostile = QStringLiteral("\x1b[31m\x7f\u009b\n");
+    EXPECT_EQ(Run({"set", hostile, hostile}).code, 0);
+    EXPECT_EQ(Run({"get", hostile}).output, hostile.toStdString() + "\n");
+    EXPECT_EQ(Run({"list"}).output, "\\u001b[31m\\u007f\\u009b\\n = \"\\u001b[31m\\u007f\\u009b\\n\"  (string)\n");
+    for (const QStringList& words : {QStringList{"export"}, {"get", "none" + hostile}, {"list", "--scope", hostile}})
+    {
+        const Outcome outcome = Run(words);
+        EXPECT_FALSE(QByteArray::fromStdString(outcome.output + outcome.errors).contains('\x1b'));
+        EXPECT_FALSE(QString::fromStdString(outcome.output + outcome.errors).contains(QChar(0x9b)));
+    }
 }
 
 TEST_F(Cli, ImportOfAFileThatIsPartlyWrongChangesNothing)

@@ -13,7 +13,4 @@ bool IsUtf8(std::string_view text);
 /// `text` as UTF-8; nothing for null or ill-formed text (a lone surrogate, no code point).
 std::optional<std::string> ToUtf8Strict(const wchar_t* text);
 
-/// Appends a code point. False: a surrogate, or beyond U+10FFFF.
-bool AppendUtf8(std::string& text, char32_t code);
-
 } // namespace Strata

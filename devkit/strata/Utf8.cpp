@@ -1,4 +1,4 @@
-#include "devkit/strata/json/Utf8.h"
+#include "devkit/strata/Utf8.h"
 
 #include "platform/Text.h"
 
@@ -55,24 +55,6 @@ std::optional<std::string> ToUtf8Strict(const wchar_t* text)
     if (Platform::FromUtf8(utf8) != wide)
         return std::nullopt;
     return utf8;
-}
-
-bool AppendUtf8(std::string& text, char32_t code)
-{
-    const auto tail = [code](unsigned shift) { return static_cast<char>(0x80 | ((code >> shift) & 0x3F)); };
-    if (code < 0x80)
-        text += static_cast<char>(code);
-    else if (code < 0x800)
-        text += {static_cast<char>(0xC0 | (code >> 6)), tail(0)};
-    else if (code >= 0xD800 && code <= 0xDFFF)
-        return false;
-    else if (code < 0x10000)
-        text += {static_cast<char>(0xE0 | (code >> 12)), tail(6), tail(0)};
-    else if (code <= 0x10FFFF)
-        text += {static_cast<char>(0xF0 | (code >> 18)), tail(12), tail(6), tail(0)};
-    else
-        return false;
-    return true;
 }
 
 } // namespace Strata
