@@ -60,7 +60,8 @@ void ReadLine(const QByteArray& line)
     const Json::Parsed parsed = Json::Parse(line);
     if (!parsed.error.isEmpty())
     {
-        Require(!parsed.value.isValid() && parsed.error.contains(QLatin1String("column")),
+        Require(!parsed.value.isValid() &&
+                    (parsed.error.startsWith(QLatin1String("line ")) || parsed.error.endsWith(QLatin1String(" deep"))),
                 "a refusal tells where, and gives nothing");
         return;
     }
