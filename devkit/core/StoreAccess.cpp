@@ -29,6 +29,7 @@ Result<T> Explain(OrbStrataResult result, const QString& key)
         return Result<T>::Failure(QStringLiteral("The store does not take this key or value (\"%1\").").arg(key),
                                   FailureKind::Refused);
     case ORB_STRATA_STORE_FAILED:
+    case ORB_STRATA_BUSY:
         return Result<T>::Failure(LastError());
     default:
         return Result<T>::Failure(QStringLiteral("The store answered %1 for \"%2\".").arg(result).arg(key));
