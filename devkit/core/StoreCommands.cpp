@@ -45,7 +45,8 @@ std::vector<Command> StoreCommands(StoreAccess& store)
          [&store](const Arguments& arguments) {
              const Result<StoreEntry> entry = store.Get(arguments.String("scope"), arguments.String("key"));
              return entry.Ok() ? Answer{entry.value.Describe(), {}} : Pass(entry);
-         }},
+         },
+         Command::Turn::Any},
         {"store.set",
          "changes a setting as the product does",
          {scope, key, type, {"value", Kind::Typed}},
@@ -78,7 +79,8 @@ std::vector<Command> StoreCommands(StoreAccess& store)
              for (const auto& [name, entry] : entries.value)
                  list.insert(name, entry.Describe());
              return Answer{list, {}};
-         }},
+         },
+         Command::Turn::Any},
         {"store.write",
          "writes entries by key, all or none; with absent only where there is no value",
          {scope, {"entries", Kind::Entries}, {"absent", Kind::Bool, Optional}},
