@@ -22,12 +22,17 @@ Options Options::FromCommandLine()
         QStringLiteral("library"), QStringLiteral("Load the plug-in from <file> instead of the one beside the host."),
         QStringLiteral("file"),
         QCoreApplication::applicationDirPath() + QLatin1String("/Veridan" VERIDAN_MODULE_SUFFIX));
+    const QCommandLineOption page(QStringLiteral("page"),
+                                  QStringLiteral("Serve the page for browsers, also with --jsonl."));
+    const QCommandLineOption noPage(QStringLiteral("no-page"), QStringLiteral("Serve no page."));
+    const QCommandLineOption openPage(QStringLiteral("open"), QStringLiteral("Open the page in the browser."));
+    const QCommandLineOption pageMayQuit(QStringLiteral("page-may-quit"), QStringLiteral("Let a page end the host."));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Loads the Veridan plug-in and shows its main page. Type \"help\" at the prompt for the commands."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOptions({jsonLines, data, temporary, openUrls, plugIn});
+    parser.addOptions({jsonLines, data, temporary, openUrls, plugIn, page, noPage, openPage, pageMayQuit});
     parser.process(*QCoreApplication::instance());
 
     QString problem;
@@ -36,11 +41,16 @@ Options Options::FromCommandLine()
     else if (!parser.isSet(temporary) && parser.value(data).isEmpty())
         problem = parser.isSet(data) ? QStringLiteral("--data needs a folder.")
                                      : QStringLiteral("This user has no home folder; name a data folder with --data.");
+    else if (parser.isSet(noPage) && (parser.isSet(page) || parser.isSet(openPage)))
+        problem = QStringLiteral("--no-page excludes --page and --open.");
     else if (!parser.positionalArguments().isEmpty())
         problem = QStringLiteral("There are no arguments but options; see --help.");
     return {parser.isSet(jsonLines),
             parser.isSet(temporary),
             parser.isSet(openUrls),
+            !parser.isSet(noPage) && (!parser.isSet(jsonLines) || parser.isSet(page) || parser.isSet(openPage)),
+            parser.isSet(openPage),
+            parser.isSet(pageMayQuit),
             parser.value(data),
             QFileInfo(parser.value(plugIn)).absoluteFilePath(),
             problem};

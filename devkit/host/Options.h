@@ -8,6 +8,9 @@ struct Options
     bool jsonLines = false;
     bool temporary = false;
     bool openUrls = false;
+    bool page = false; // serve it
+    bool openPage = false;
+    bool pageMayQuit = false;
     QString dataFolder;
     QString plugInFile;
     QString problem; // what is wrong with the options; empty when nothing is

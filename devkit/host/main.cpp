@@ -4,6 +4,7 @@
 #include "devkit/core/Host.h"
 #include "devkit/core/Printable.h"
 #include "devkit/host/Options.h"
+#include "devkit/host/Page.h"
 #include "devkit/host/QtPlatform.h"
 #include "devkit/jsonl/JsonLinesSession.h"
 #include "devkit/process/StandardStreams.h"
@@ -41,7 +42,10 @@ int RunJsonLines(const DataFolder& folder, const Options& options, StandardOutpu
         PrintWarning(problem);
     Host host(folder, {options.plugInFile, QCoreApplication::applicationDirPath(), options.openUrls, &PrintWarning});
     const Termination termination = EndWhenAsked(host, output);
-    const JsonLinesSession session(host, output);
+    const Page page(host, options);
+    if (!page.Problem().isEmpty())
+        PrintWarning(page.Problem());
+    const JsonLinesSession session(host, output, page.Address());
     return host.Run();
 }
 
@@ -57,9 +61,12 @@ int RunInteractively(const DataFolder& folder, const Options& options, StandardO
     const auto warn = [&shown](const QString& sentence) { shown ? shown->Warn(sentence) : PrintWarning(sentence); };
     Host host(folder, {options.plugInFile, QCoreApplication::applicationDirPath(), options.openUrls, warn});
     const Termination termination = EndWhenAsked(host, output);
-    InteractiveSession session(host, output);
+    const Page page(host, options);
+    InteractiveSession session(host, output, page.Address());
     shown = &session;
     const QString failure = session.Start();
+    if (!page.Problem().isEmpty())
+        session.Warn(page.Problem());
     const int exitCode = failure.isEmpty() ? host.Run() : EXIT_FAILURE;
     shown = nullptr;
     if (!failure.isEmpty())

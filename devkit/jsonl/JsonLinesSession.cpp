@@ -18,12 +18,14 @@ constexpr std::size_t kMostWaiting = 1000; // requests that are read before the 
 
 } // namespace
 
-JsonLinesSession::JsonLinesSession(Host& host, StandardOutput& output)
+JsonLinesSession::JsonLinesSession(Host& host, StandardOutput& output, const QString& page)
     : m_host(host), m_output(output), m_session(Session::Open(host, *this)), m_lines(kLongestLine),
       m_input([this] { OnInput(); })
 {
     QVariantMap hello = Session::Greeting();
     hello.insert(QStringLiteral("event"), QStringLiteral("hello"));
+    if (!page.isEmpty())
+        hello.insert(QStringLiteral("page"), page);
     Receive(hello);
 }
 

@@ -15,7 +15,8 @@ class StandardOutput;
 class JsonLinesSession : public Client
 {
 public:
-    JsonLinesSession(Host& host, StandardOutput& output);
+    /// `page` is the page's address, empty where none is served.
+    JsonLinesSession(Host& host, StandardOutput& output, const QString& page);
     ~JsonLinesSession() override;
 
     void Receive(const QVariantMap& message) override;

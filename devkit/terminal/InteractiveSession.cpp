@@ -22,13 +22,14 @@ QString Member(const QVariantMap& map, const char* name)
 
 } // namespace
 
-InteractiveSession::InteractiveSession(Host& host, StandardOutput& output)
+InteractiveSession::InteractiveSession(Host& host, StandardOutput& output, const QString& page)
     : m_host(host), m_console(output, {[this](const QString& line) { OnLine(line); }, [this] { OnEnd(); },
                                        [&host] { host.RequestQuit(); }}),
       m_session(Session::Open(host, *this)),
-      m_commands(host, m_console, m_values, [this](QVariantMap request, std::function<void(const Answer&)> onAnswer) {
-          Ask(std::move(request), std::move(onAnswer));
-      })
+      m_commands(host, m_console, m_values, page,
+                 [this](QVariantMap request, std::function<void(const Answer&)> onAnswer) {
+                     Ask(std::move(request), std::move(onAnswer));
+                 })
 {}
 
 InteractiveSession::~InteractiveSession()

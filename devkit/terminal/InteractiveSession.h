@@ -18,7 +18,8 @@ class Session;
 class InteractiveSession : public Client
 {
 public:
-    InteractiveSession(Host& host, StandardOutput& output);
+    /// `page` is the page's address, empty where none is served.
+    InteractiveSession(Host& host, StandardOutput& output, const QString& page);
     ~InteractiveSession() override;
 
     /// Loads the plug-in and shows the page. Why the plug-in cannot be used, else empty.

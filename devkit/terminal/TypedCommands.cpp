@@ -43,8 +43,8 @@ QString Text(const QVariantMap& request, const char* argument)
 
 } // namespace
 
-TypedCommands::TypedCommands(Host& host, Console& console, const QVariantMap& values, Ask ask)
-    : m_host(host), m_console(console), m_values(values), m_ask(std::move(ask))
+TypedCommands::TypedCommands(Host& host, Console& console, const QVariantMap& values, QString page, Ask ask)
+    : m_host(host), m_console(console), m_values(values), m_page(std::move(page)), m_ask(std::move(ask))
 {}
 
 void TypedCommands::Run(const CommandTable& commands, const QString& text)
@@ -137,6 +137,7 @@ void TypedCommands::ShowPage()
                     style.Faint(about.rightJustified(std::max(columns - 1 - title.size(), about.size() + 1))) +
                     QLatin1Char('\n') + style.Rule(columns) + QLatin1Char('\n') + MainPage::Draw(m_values, style) +
                     style.Rule(columns) + QLatin1Char('\n') +
+                    (m_page.isEmpty() ? QString() : QStringLiteral(" In a browser: %1\n").arg(m_page)) +
                     style.Faint(Printable(QStringLiteral(" Data in %1; \"help\" lists the commands.\n")
                                               .arg(QDir::toNativeSeparators(m_host.folder.Path())))));
 }

@@ -20,8 +20,8 @@ public:
     /// Submits a request and hands over its answer.
     using Ask = std::function<void(QVariantMap request, std::function<void(const Answer& answer)> onAnswer)>;
 
-    /// `values` are the variables' values by id.
-    TypedCommands(Host& host, Console& console, const QVariantMap& values, Ask ask);
+    /// `values` are the variables' values by id; `page` is the address of the page for browsers, or empty.
+    TypedCommands(Host& host, Console& console, const QVariantMap& values, QString page, Ask ask);
 
     /// `commands` are those of the session.
     void Run(const CommandTable& commands, const QString& line);
@@ -47,5 +47,6 @@ private:
     Host& m_host;
     Console& m_console;
     const QVariantMap& m_values;
+    const QString m_page;
     const Ask m_ask;
 };

@@ -1,0 +1,118 @@
+#include "devkit/page/PageClient.h"
+
+#include "devkit/core/Host.h"
+#include "devkit/core/Json.h"
+#include "devkit/core/Session.h"
+
+namespace
+{
+
+constexpr int kHelloMs = 10'000;
+constexpr int kGoodbyeMs = 2'000;
+constexpr int kLongestHello = 1024;
+constexpr int kLongestMessage = 16 * 1024 * 1024;
+constexpr std::size_t kMostWaiting = 10'000;       // requests without an answer
+constexpr qint64 kMostUnread = 32LL * 1024 * 1024; // bytes of earlier messages
+
+constexpr int kPolicyViolation = 1008;
+constexpr int kTryAgainLater = 1013;
+
+const QString& Id()
+{
+    static const QString id = QStringLiteral("id");
+    return id;
+}
+
+} // namespace
+
+PageClient::PageClient(Host& host, QWebSocket* socket, const QByteArray& token, bool mayQuit)
+    : m_host(host), m_socket(socket), m_token(token), m_mayQuit(mayQuit)
+{
+    m_socket->setParent(nullptr);
+    m_socket->setMaxAllowedIncomingMessageSize(kLongestHello);
+    m_socket->setMaxAllowedIncomingFrameSize(kLongestHello);
+    // Queued: a command may run the event loop, and with it end this client; the socket must not be at work then.
+    connect(m_socket.get(), &QWebSocket::textMessageReceived, this, &PageClient::OnText, Qt::QueuedConnection);
+    connect(m_socket.get(), &QWebSocket::binaryMessageReceived, this,
+            [this] { Drop(kPolicyViolation, QStringLiteral("Messages are text.")); });
+    m_deadline.setSingleShot(true);
+    connect(&m_deadline, &QTimer::timeout, this, [this] {
+        if (m_dropped)
+            m_socket->abort();
+        else
+            Drop(kPolicyViolation, QStringLiteral("The first message did not come in time."));
+    });
+    m_deadline.start(kHelloMs);
+}
+
+PageClient::~PageClient()
+{
+    if (m_session)
+        m_session->Close();
+    m_socket->disconnect();
+}
+
+void PageClient::OnText(const QString& text)
+{
+    if (m_dropped)
+        return;
+    if (!m_rate.Take() || (m_session && m_session->Waiting() > kMostWaiting))
+        Drop(kPolicyViolation, QStringLiteral("Too many requests."));
+    else if (m_session)
+        Submit(text);
+    else
+        Admit(Json::Parse(text.toUtf8()).value.toMap());
+}
+
+void PageClient::Admit(const QVariantMap& request)
+{
+    const QByteArray token = request.value(QStringLiteral("token")).toString().toUtf8();
+    if (request.value(QStringLiteral("op")) != QLatin1String("hello") || !Admission::IsSameToken(token, m_token))
+    {
+        Drop(kPolicyViolation, QStringLiteral("The token is not this start's."));
+        return;
+    }
+    m_deadline.stop();
+    m_socket->setMaxAllowedIncomingMessageSize(kLongestMessage);
+    m_socket->setMaxAllowedIncomingFrameSize(kLongestMessage);
+    m_session = Session::Open(m_host, *this, m_mayQuit ? Session::Rights::All : Session::Rights::NoQuit);
+    Receive(
+        {{Id(), request.value(Id())}, {QStringLiteral("ok"), true}, {QStringLiteral("result"), Session::Greeting()}});
+}
+
+void PageClient::Submit(const QString& text)
+{
+    const Json::Parsed parsed = Json::Parse(text.toUtf8());
+    if (parsed.value.userType() == QMetaType::QVariantMap)
+        m_session->Submit(parsed.value.toMap());
+    else
+        m_session->Refuse(QStringLiteral("The message is not a request: %1.")
+                              .arg(parsed.error.isEmpty() ? QStringLiteral("it is not a JSON object") : parsed.error));
+}
+
+void PageClient::Receive(const QVariantMap& message)
+{
+    if (m_dropped)
+        return;
+    if (m_socket->bytesToWrite() > kMostUnread)
+    {
+        Drop(kTryAgainLater, QStringLiteral("The client does not read."));
+        return;
+    }
+    QByteArray text = Json::Write(message);
+    if (text.isEmpty())
+        text = Json::Write(
+            QVariantMap{{Id(), message.value(Id())},
+                        {QStringLiteral("ok"), false},
+                        {QStringLiteral("error"), QStringLiteral("The answer is too long; ask for less.")}});
+    m_socket->sendTextMessage(QString::fromUtf8(text));
+}
+
+void PageClient::Drop(int code, const QString& reason)
+{
+    m_dropped = true;
+    if (m_session)
+        m_session->Close();
+    m_socket->close(static_cast<QWebSocketProtocol::CloseCode>(code), reason);
+    m_deadline.start(kGoodbyeMs);
+}

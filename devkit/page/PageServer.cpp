@@ -1,0 +1,159 @@
+#include "devkit/page/PageServer.h"
+
+#include "devkit/page/Admission.h"
+
+#include <QFile>
+#include <QTcpSocket>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int kMostArriving = 64;
+constexpr std::size_t kMostClients = 32;
+constexpr int kArrivalMs = 10'000;
+
+QByteArray ReadResource(const QString& name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray Page()
+{
+    return ReadResource(QStringLiteral(":/page/page.html"));
+}
+
+/// Only the page's own script and style, by their hashes, and only connections to the server it came from.
+QByteArray Policy(const QByteArray& host)
+{
+    return "default-src 'none'; " + ReadResource(QStringLiteral(":/page/policy.txt")) + "; connect-src ws://" + host +
+           "; img-src data:; base-uri 'none'; form-action 'none'; frame-ancestors 'none'";
+}
+
+void Respond(QTcpSocket* socket, const QByteArray& status, const QByteArray& headers, const QByteArray& body)
+{
+    socket->readAll();
+    socket->write("HTTP/1.1 " + status + "\r\n" + headers + "Content-Length: " + QByteArray::number(body.size()) +
+                  "\r\nCache-Control: no-store\r\nX-Content-Type-Options: nosniff\r\nX-Frame-Options: DENY\r\n"
+                  "Referrer-Policy: no-referrer\r\nCross-Origin-Opener-Policy: same-origin\r\n"
+                  "Cross-Origin-Resource-Policy: same-origin\r\nConnection: close\r\n\r\n" +
+                  body);
+    socket->disconnectFromHost();
+}
+
+void Refuse(QTcpSocket* socket, const QByteArray& status)
+{
+    Respond(socket, status, "Content-Type: text/plain; charset=utf-8\r\n", status.mid(4) + '\n');
+}
+
+} // namespace
+
+PageServer::PageServer(Host& host, bool mayQuit)
+    : m_host(host), m_mayQuit(mayQuit), m_token(Admission::NewToken()),
+      m_webSockets(QStringLiteral("veridan-host"), QWebSocketServer::NonSecureMode)
+{
+    connect(
+        &m_ipv4, &QTcpServer::newConnection, this, [this] { Accept(m_ipv4); });
+    connect(
+        &m_ipv6, &QTcpServer::newConnection, this, [this] { Accept(m_ipv6); });
+    connect(&m_webSockets, &QWebSocketServer::newConnection, this, [this] { Admit(); });
+}
+
+PageServer::~PageServer() = default;
+
+QString PageServer::Listen()
+{
+    Q_INIT_RESOURCE(page);
+    if (Page().isEmpty())
+        return QStringLiteral(
+            "The page is not part of this build: it needs Node.js and npm's registry. Everything else "
+            "works without it.");
+    if (!m_ipv4.listen(QHostAddress::LocalHost))
+        return QStringLiteral("The page is not served: %1.").arg(m_ipv4.errorString());
+    m_ipv6.listen(QHostAddress::LocalHostIPv6, m_ipv4.serverPort()); // a convenience: the address names IPv4
+    return {};
+}
+
+QString PageServer::Address() const
+{
+    return QStringLiteral("http://127.0.0.1:%1/#%2").arg(m_ipv4.serverPort()).arg(QString::fromLatin1(m_token));
+}
+
+void PageServer::Accept(QTcpServer& server)
+{
+    while (QTcpSocket* socket = server.nextPendingConnection())
+    {
+        connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+        if (m_arriving == kMostArriving)
+        {
+            socket->abort();
+            continue;
+        }
+        ++m_arriving;
+        auto* const deadline = new QTimer(socket);
+        connect(
+            deadline, &QObject::destroyed, this, [this] { --m_arriving; });
+        connect(deadline, &QTimer::timeout, socket, [socket] { socket->abort(); });
+        deadline->start(kArrivalMs);
+        connect(socket, &QTcpSocket::readyRead, this, [this, socket] { OnReceived(socket); });
+    }
+}
+
+void PageServer::OnReceived(QTcpSocket* socket)
+{
+    // Only looked at: a WebSocket's handshake reads the request for itself.
+    const QByteArray received = socket->peek(HttpRequest::kLongestHead);
+    const int length = HttpRequest::LengthOfHead(received);
+    if (length == 0 && received.size() < HttpRequest::kLongestHead)
+        return;
+    disconnect(socket, &QTcpSocket::readyRead, this, nullptr);
+    delete socket->findChild<QTimer*>();
+    const auto request = length == 0 ? std::nullopt : HttpRequest::Parse(received.left(length));
+    if (length == 0)
+        Refuse(socket, "431 Request Header Fields Too Large");
+    else if (!request)
+        Refuse(socket, "400 Bad Request");
+    else
+        Answer(socket, *request);
+}
+
+void PageServer::Answer(QTcpSocket* socket, const HttpRequest& request)
+{
+    const bool wantsSocket = request.path == "/socket" && request.IsWebSocket();
+    if (!Admission::IsOwnHost(request, m_ipv4.serverPort()) || !Admission::IsOwnOrigin(request))
+        Refuse(socket, "403 Forbidden");
+    else if (request.method != "GET")
+        Refuse(socket, "405 Method Not Allowed");
+    else if (wantsSocket && m_clients.size() == kMostClients)
+        Refuse(socket, "503 Service Unavailable");
+    else if (wantsSocket)
+        m_webSockets.handleConnection(socket);
+    else if (request.path == "/")
+        Respond(socket, "200 OK",
+                "Content-Type: text/html; charset=utf-8\r\nContent-Security-Policy: " + Policy(request.Header("host")) +
+                    "\r\n",
+                Page());
+    else
+        Refuse(socket, "404 Not Found");
+}
+
+void PageServer::Admit()
+{
+    while (QWebSocket* socket = m_webSockets.nextPendingConnection())
+    {
+        auto client = std::make_unique<PageClient>(m_host, socket, m_token, m_mayQuit);
+        // Not within the call of the client that has ended.
+        connect(
+            socket, &QWebSocket::disconnected, this,
+            [this, ended = client.get()] {
+                m_clients.erase(std::remove_if(m_clients.begin(), m_clients.end(),
+                                               [ended](const auto& known) { return known.get() == ended; }),
+                                m_clients.end());
+            },
+            Qt::QueuedConnection);
+        m_clients.push_back(std::move(client));
+    }
+}
