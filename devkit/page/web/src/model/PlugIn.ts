@@ -1,0 +1,27 @@
+import { signal } from "@preact/signals";
+import { connection } from "../connection/Connection";
+import { fire } from "./Variables";
+
+/// Whether there is a plug-in behind the pages: it was loaded and its start succeeded.
+export const plugInRuns = signal(true);
+
+/// The settings pages show what they showed last until the plug-in is asked to publish anew.
+export function reload(): Promise<void> {
+  return fire("@Veridan\\Settings\\Triggers:load_data");
+}
+
+export async function loadPlugIn(): Promise<void> {
+  const { initialized, error } = await connection.request("load", {});
+  if (!initialized) throw new Error(error ?? "The plug-in's start failed; its log says why.");
+}
+
+connection.on("host", ({ initialized }) => {
+  plugInRuns.value = initialized;
+  if (initialized) reload().catch(() => undefined);
+});
+
+connection.onConnect(async () => {
+  await connection.request("watch", { topic: "host" });
+  plugInRuns.value = (await connection.request("info", {})).initialized;
+  if (plugInRuns.value) reload().catch(() => undefined);
+});

@@ -1,0 +1,158 @@
+import { useState } from "preact/hooks";
+import { bankingFlyer, collapseFlyer, endSession, expandFlyer, flyerText } from "../model/Banking";
+import { answerPrompt, prompts } from "../model/Elevation";
+import { pressButton, shownFlyers } from "../model/Flyers";
+import { attempt, dismiss, notices } from "../model/Notices";
+import {
+  blockDescription, blockShown, cancelExtension, extendDialogOpen, extendTime, extensionMinutes, requestExtension,
+} from "../model/TimeLock";
+import { counted, fill, text } from "../text/Text";
+import { Choice } from "./Choice";
+import { Dialog } from "./Dialog";
+import { Icon } from "./Icon";
+
+function ElevationDialog({ prompt, client }: { prompt: number; client: string }) {
+  const t = text.value.live;
+  return (
+    <Dialog title={t.elevation} onCancel={() => answerPrompt(prompt, false)}>
+      <p>{fill(t.elevationText, client)}</p>
+      <div class="buttons">
+        <button type="button" class="button" onClick={() => answerPrompt(prompt, false)}>
+          {t.refuse}
+        </button>
+        <button type="button" class="button primary" onClick={() => answerPrompt(prompt, true)}>
+          {t.allow}
+        </button>
+      </div>
+    </Dialog>
+  );
+}
+
+function BlockDialog() {
+  const t = text.value.live;
+  return (
+    <Dialog title={t.lock} tone="block">
+      <p>{blockDescription.value}</p>
+      {blockShown.value > 1 && <p class="faint">{counted(t.shownAgain, blockShown.value - 1)}</p>}
+      <div class="buttons">
+        <button type="button" class="button primary" onClick={() => attempt(requestExtension)}>
+          {t.extend}
+        </button>
+      </div>
+    </Dialog>
+  );
+}
+
+function ExtendDialog() {
+  const t = text.value;
+  const [index, setIndex] = useState(1);
+  const cancel = () => attempt(cancelExtension);
+  return (
+    <Dialog title={t.live.extendTitle} onCancel={cancel}>
+      <Choice
+        label={t.live.extendLabel}
+        value={String(index)}
+        options={extensionMinutes.map((minutes, i) => [String(i), fill(t.live.minutes, minutes)])}
+        onChoose={(chosen) => setIndex(Number(chosen))}
+      />
+      <div class="buttons">
+        <button type="button" class="button" onClick={cancel}>
+          {t.cancel}
+        </button>
+        <button type="button" class="button primary" onClick={() => attempt(() => extendTime(index))}>
+          {t.live.extend}
+        </button>
+      </div>
+    </Dialog>
+  );
+}
+
+function BankingFlyer() {
+  const t = text.value.banking;
+  const collapsed = bankingFlyer.value === "collapsed";
+  return (
+    <aside class="banking-flyer" aria-label={t.flyer}>
+      <Icon name="banking-protection" />
+      <div>
+        <h2>{t.flyer}</h2>
+        {!collapsed && <p>{flyerText.value || t.flyerText}</p>}
+      </div>
+      <div class="buttons">
+        <button type="button" class="quiet" onClick={collapsed ? expandFlyer : () => attempt(collapseFlyer)}>
+          {collapsed ? t.show : t.hide}
+        </button>
+        <button type="button" class="button" onClick={() => attempt(endSession)}>
+          {t.end}
+        </button>
+      </div>
+    </aside>
+  );
+}
+
+function Toasts() {
+  const t = text.value;
+  return (
+    <div class="toasts">
+      <div role="region" aria-label={t.live.notifications} aria-live="polite">
+        {shownFlyers.value.map(({ id, title, description, buttons }) => (
+          <section key={id} class="toast flyer" aria-label={title}>
+            <Icon name="bell" />
+            <div>
+              <h2>{title}</h2>
+              <p>{description}</p>
+              <div class="buttons">
+                {buttons.map(({ caption }, i) => (
+                  <button
+                    key={i}
+                    type="button"
+                    class={i === 0 ? "button primary" : "button"}
+                    onClick={() => attempt(() => pressButton(id, i))}
+                  >
+                    {caption}
+                  </button>
+                ))}
+              </div>
+            </div>
+          </section>
+        ))}
+      </div>
+      <div role="region" aria-label={t.frame.notices} aria-live="polite">
+        {notices.value.map(({ id, message, kind, action }) => (
+          <div key={id} class={`toast ${kind}`} role={kind === "failed" ? "alert" : undefined}>
+            <Icon name={kind === "done" ? "check" : "warning"} />
+            <p>{message}</p>
+            {action && (
+              <button
+                type="button"
+                class="button"
+                onClick={() => {
+                  dismiss(id);
+                  action.run();
+                }}
+              >
+                {action.label}
+              </button>
+            )}
+            <button type="button" class="quiet" aria-label={t.live.dismiss} onClick={() => dismiss(id)}>
+              <Icon name="close" />
+            </button>
+          </div>
+        ))}
+      </div>
+    </div>
+  );
+}
+
+/// What comes by itself, whichever page is open.
+export function Live() {
+  const prompt = prompts.value[0];
+  return (
+    <>
+      {bankingFlyer.value !== "closed" && <BankingFlyer />}
+      <Toasts />
+      {blockShown.value > 0 && <BlockDialog />}
+      {extendDialogOpen.value && <ExtendDialog />}
+      {prompt && <ElevationDialog key={prompt.prompt} {...prompt} />}
+    </>
+  );
+}
