@@ -17,6 +17,7 @@ function show(what: string, samples: readonly number[], wanted?: number): void {
 
 /// Leaves in the page when each heading that follows came onto the screen: in the frame that shows it.
 async function watchHeading(page: Page): Promise<void> {
+  await page.locator(".page:not([inert])").waitFor();
   await page.getByRole("heading", { name: headings.UsersProtected }).waitFor();
   await page.evaluate(() => {
     const shown: number[] = ((window as unknown as { shown: number[] }).shown = []);
@@ -29,6 +30,7 @@ async function watchHeading(page: Page): Promise<void> {
 async function eventToScreen(host: Host, pages: readonly Page[], count: number): Promise<number[]> {
   const told: number[] = [];
   for (const page of pages) await watchHeading(page);
+  await host.request("settle");
   for (let i = 0; i < count; ++i) {
     const value = i % 2 === 0 ? "UsersNotProtected" : "UsersProtected";
     told.push(performance.timeOrigin + performance.now());

@@ -187,3 +187,17 @@ test("statistics count in the language's plural forms, with a bar for each day",
   await page.getByRole("combobox", { name: "Sprache" }).selectOption("en");
   await page.getByText("website checked", { exact: true }).waitFor();
 });
+
+test("settings that the plug-in does not follow by itself are shown when another process changes them", async () => {
+  await go(page, "Browsing protection");
+  const suspicious = page.getByRole("switch", { name: "Block suspicious websites" });
+  await becomes(() => isOn(suspicious), true);
+  host.strata("--scope", "system", "set", "windows.browsing_protection.block_suspicious_websites", "false");
+  await becomes(() => isOn(suspicious), false);
+  await go(page, "Web page filter");
+  host.strata("set", "windows.browsing_protection.web_content_control.child_mode", "false");
+  await becomes(() => page.getByRole("radio", { name: "By category" }).isChecked(), true);
+  host.strata("set", "common.content.allowed_categories.travel", "false");
+  await page.getByRole("searchbox", { name: "Search categories" }).fill("Travel");
+  await becomes(() => page.getByRole("checkbox", { name: "Travel" }).isChecked(), false);
+});

@@ -15,6 +15,15 @@ export async function loadPlugIn(): Promise<void> {
   if (!initialized) throw new Error(error ?? "The plug-in's start failed; its log says why.");
 }
 
+/// The plug-in publishes some settings only when it is asked to: after a change of any other process, too.
+const reloadSoonMs = 50;
+let soon: ReturnType<typeof setTimeout> | undefined;
+function reloadSoon(): void {
+  clearTimeout(soon);
+  soon = setTimeout(() => plugInRuns.value && reload().catch(() => undefined), reloadSoonMs);
+}
+connection.on("store", reloadSoon);
+
 connection.on("host", ({ initialized }) => {
   plugInRuns.value = initialized;
   if (initialized) reload().catch(() => undefined);

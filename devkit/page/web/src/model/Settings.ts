@@ -5,11 +5,15 @@ import type { Entry, Json, Scope, SettingType } from "../connection/Protocol";
 /// The part of the store that the pages show beside what the plug-in tells them.
 const mirrored: readonly [scope: "system" | "user", prefix: string][] = [
   ["system", "windows.browsing_protection.enabled"],
+  ["system", "windows.browsing_protection.block_"],
+  ["system", "windows.browsing_protection.show_link_reputations_on_search_results"],
   ["system", "windows.browsing_protection.banking_protection."],
   ["user", "common.content."],
   ["user", "common.time."],
   ["user", "windows.browsing_protection.search_result_filter."],
-  ["user", "windows.browsing_protection.fragfinn.enabled"],
+  ["user", "windows.browsing_protection.skip_activate_extensions"],
+  ["user", "windows.browsing_protection.fragfinn."],
+  ["user", "windows.browsing_protection.web_content_control."],
   ["user", "windows.browsing_protection.internal.time_limit_data."],
   ["user", "windows.browsing_protection.internal.statistics."],
 ];

@@ -7,16 +7,18 @@ import { text } from "../text/Text";
 import { Choice } from "./Choice";
 import { Dialog } from "./Dialog";
 
-/// 1: for a child; 0: for a teenager. The plug-in answers the choice with it.
+/// 1: for a child; 0: for a teenager. The plug-in follows the choice with it.
 const contentIndex = variable<number>("@ContentControl\\WebPageFilterWizard:wpf_wizard_content_index");
 
 /// Sets the filter up in two steps. Its result is a draft of the page, which is saved there.
 export function FilterWizard({ onClose }: { onClose(): void }) {
   const t = text.value;
   const [second, setSecond] = useState(false);
-  const child = contentIndex.value === 1;
-  const choose = (wanted: "child" | "teen") =>
+  const [child, setChild] = useState(contentIndex.value === 1);
+  const choose = (wanted: "child" | "teen") => {
+    setChild(wanted === "child");
     attempt(() => fire(`@ContentControl\\Triggers:web_page_filter_${wanted}mode`));
+  };
   const finish = () => {
     const all = withCategories(filter.value.categories, allCategories, true);
     changeFilter(child ? { byCategory: false } : { byCategory: true, categories: withCategories(all, blockedForTeens, false) });
