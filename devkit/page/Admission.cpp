@@ -1,9 +1,8 @@
 #include "devkit/page/Admission.h"
 
-#include <QRandomGenerator>
-
 #include <algorithm>
 #include <array>
+#include <random>
 
 namespace
 {
@@ -29,7 +28,7 @@ bool Admission::IsOwnOrigin(const HttpRequest& request)
 QByteArray Admission::NewToken()
 {
     std::array<quint32, 8> random{};
-    QRandomGenerator::system()->fillRange(random.data(), static_cast<qsizetype>(random.size()));
+    std::generate(random.begin(), random.end(), std::random_device());
     return QByteArray(reinterpret_cast<const char*>(random.data()), sizeof random)
         .toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals);
 }

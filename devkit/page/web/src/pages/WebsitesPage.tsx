@@ -3,6 +3,7 @@ import { storedForm } from "../logic/Address";
 import { plugInRuns } from "../model/PlugIn";
 import { connection } from "../connection/Connection";
 import { attempt } from "../model/Notices";
+import { changing } from "../model/Rights";
 import {
   addWebsite, clearWebsites, closeWebsites, deniedEnabled, editWebsite, removeWebsite, showWebsites, websites, working,
   type ListName, type WebsiteRow,
@@ -213,7 +214,8 @@ function WebsiteList({ name }: { name: ListName }) {
 
 export function WebsitesPage() {
   const t = text.value;
-  const shown = connection.state.value === "connected" && plugInRuns.value;
+  // Rights that another page was given end with it, before this one opens.
+  const shown = connection.state.value === "connected" && plugInRuns.value && !changing.value;
   useEffect(() => {
     if (!shown) return undefined;
     attempt(showWebsites);
