@@ -111,10 +111,18 @@ Stamp& Stamp::operator=(Stamp&& other) noexcept
     return *this;
 }
 
+/// Watchers of a folder are told of writes and not of a close: a byte behind the revision tells that it is committed.
+/// Where the file was opened for reading only, the write is refused.
 void Stamp::Close()
 {
-    if (m_file != None)
-        CloseHandle(FileOf(std::exchange(m_file, None)));
+    if (m_file == None)
+        return;
+    constexpr char kCommitted = 0;
+    OVERLAPPED behind = {};
+    behind.Offset = sizeof(int64_t);
+    DWORD size = 0;
+    WriteFile(FileOf(m_file), &kCommitted, sizeof kCommitted, &size, &behind);
+    CloseHandle(FileOf(std::exchange(m_file, None)));
 }
 
 bool Stamp::Read(int64_t& revision) const
