@@ -154,9 +154,10 @@ void Day::Live()
     }
 }
 
-void Day::Go(std::size_t step)
+void Day::Go(std::size_t index)
 {
-    (this->*kSteps[step].go)();
+    const Step& step = kSteps[index];
+    (this->*step.go)();
 }
 
 std::vector<const char*> Day::StepNames()

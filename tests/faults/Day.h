@@ -26,7 +26,7 @@ protected:
     void Live();
 
     /// One step of the day; the first is the plug-in's start.
-    void Go(std::size_t step);
+    void Go(std::size_t index);
     static std::vector<const char*> StepNames();
     virtual void AfterStep(const char* /*name*/) {}
 
