@@ -1,6 +1,9 @@
 #include "devkit/host/OpenFile.h"
 
 #include <QDir>
+
+#include <string>
+
 #include <windows.h>
 
 #include <shellapi.h>
