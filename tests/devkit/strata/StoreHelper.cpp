@@ -27,6 +27,16 @@ std::wstring Key(const char* prefix, int number)
     return Platform::FromUtf8(prefix + std::to_string(number));
 }
 
+/// Whether a write is done, however long others keep the store busy.
+template <typename F>
+bool Done(const F& write)
+{
+    OrbStrataResult result = write();
+    while (result == ORB_STRATA_BUSY)
+        result = write();
+    return result == ORB_STRATA_SUCCESS;
+}
+
 /// Writes "PREFIX0", "PREFIX1", ... and an object "PREFIXobject" beside each, and tells of each when it is done.
 void Write(OrbStrataHandle store, const char* prefix, int count)
 {
@@ -34,9 +44,10 @@ void Write(OrbStrataHandle store, const char* prefix, int count)
     {
         OrbStrataObject* object = OrbStrata_CreateObject();
         OrbStrata_ObjectSetInt64(object, L"n", i);
-        const bool written = OrbStrata_SetObject(store, Key((std::string(prefix) + "object").c_str(), 0).c_str(),
-                                                 object) == ORB_STRATA_SUCCESS &&
-                             OrbStrata_SetInt32(store, Key(prefix, i).c_str(), i) == ORB_STRATA_SUCCESS;
+        const std::wstring objectKey = Key((std::string(prefix) + "object").c_str(), 0);
+        const std::wstring key = Key(prefix, i);
+        const bool written = Done([&] { return OrbStrata_SetObject(store, objectKey.c_str(), object); }) &&
+                             Done([&] { return OrbStrata_SetInt32(store, key.c_str(), i); });
         OrbStrata_DeleteObject(object);
         if (!written)
         {
