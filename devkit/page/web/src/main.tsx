@@ -18,6 +18,7 @@ import { StatisticsPage } from "./pages/StatisticsPage";
 import { TimeLimitsPage } from "./pages/TimeLimitsPage";
 import { WebFilterPage } from "./pages/WebFilterPage";
 import { WebsitesPage } from "./pages/WebsitesPage";
+import { panels } from "./panels/Panels";
 import { Frame } from "./parts/Frame";
 import type { ComponentType } from "preact";
 
@@ -33,6 +34,6 @@ const pages: Record<Route, ComponentType> = {
   statistics: StatisticsPage,
 };
 
-render(<Frame pages={pages} />, document.getElementById("page")!);
+render(<Frame pages={pages} panels={panels} />, document.getElementById("page")!);
 // Another token in the address is another start of the host.
 token.subscribe((value) => connection.open(value));

@@ -18,6 +18,8 @@ export interface VariableRow {
   type: string;
   registered: boolean;
   kept: boolean;
+  /// Who declares it, or else wrote it first.
+  owner: "plugin" | "page";
   subscribers: number;
   writes: number;
   triggers: number;
@@ -29,6 +31,8 @@ export interface HistoryRow {
   kind: "set" | "trigger";
   by: "page" | "plugin";
   value: Json;
+  /// The change that the plug-in was being told of when it made this one.
+  cause?: number;
 }
 
 export interface Entry {

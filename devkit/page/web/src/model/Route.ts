@@ -12,23 +12,25 @@ export const routes = [
   "statistics",
 ] as const;
 
+/// The suite's pages; the panels beside them are named where they are listed.
 export type Route = (typeof routes)[number];
 
-/// The address is #TOKEN/ROUTE: nothing of it is ever sent to a server.
-function parse(): { token: string; route: Route } {
-  const [token = "", name] = location.hash.slice(1).split("/");
-  return { token, route: routes.find((route) => route === name) ?? "main" };
+/// The address is #TOKEN/NAME: nothing of it is ever sent to a server.
+function parse(): { token: string; name: string } {
+  const [token = "", name = "main"] = location.hash.slice(1).split("/");
+  return { token, name };
 }
 
 export const token = signal(parse().token);
-export const route = signal<Route>(parse().route);
+/// The name of a page or panel, as it stands in the address.
+export const route = signal(parse().name);
 
-export function addressOf(target: Route): string {
-  return target === "main" ? `./#${token.value}` : `./#${token.value}/${target}`;
+export function addressOf(name: string): string {
+  return name === "main" ? `./#${token.value}` : `./#${token.value}/${name}`;
 }
 
 addEventListener("hashchange", () => {
   const now = parse();
   token.value = now.token;
-  route.value = now.route;
+  route.value = now.name;
 });

@@ -5,18 +5,23 @@ interface Props {
   title: string;
   /// Escape and the like; without it the dialog stays until it is taken away.
   onCancel?: (() => void) | undefined;
+  /// "block" is modal over the suite's pages only: whoever shows it makes them inert.
   tone?: "plain" | "block";
   children: ComponentChildren;
 }
 
-/// A modal dialog, for as long as it is rendered; what was in focus before has it again afterwards.
+/// A dialog that comes before everything else, for as long as it is rendered; what was in focus before has it again afterwards.
 export function Dialog({ title, onCancel, tone = "plain", children }: Props) {
   const id = useId();
   const element = useRef<HTMLDialogElement>(null);
   useEffect(() => {
     const dialog = element.current;
     const before = document.activeElement;
-    const show = () => dialog?.isConnected && !dialog.open && dialog.showModal();
+    const show = () => {
+      if (!dialog?.isConnected || dialog.open) return;
+      if (tone === "block") dialog.show();
+      else dialog.showModal();
+    };
     show();
     // A browser closes even a dialog that refuses to, when it is asked twice.
     dialog?.addEventListener("close", show);

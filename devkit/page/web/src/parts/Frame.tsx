@@ -5,20 +5,40 @@ import { bankingFlyer } from "../model/Banking";
 import { attempt } from "../model/Notices";
 import { loadPlugIn, plugInRuns } from "../model/PlugIn";
 import { addressOf, route, routes, type Route } from "../model/Route";
+import { blockShown } from "../model/TimeLock";
+import type { Panel } from "../panels/Panels";
 import { appearance, chooseLanguage, language, languages, text, type Language } from "../text/Text";
 import { Icon } from "./Icon";
+import { InSight } from "./InSight";
 import { Live } from "./Live";
 
-function Navigation() {
+function SuitePages({ shown }: { shown: Route | undefined }) {
   const t = text.value;
   return (
     <nav class="pages" aria-label={t.frame.pages}>
       <ul>
         {routes.map((name) => (
           <li key={name}>
-            <a href={addressOf(name)} aria-current={name === route.value ? "page" : undefined}>
+            <a href={addressOf(name)} aria-current={name === shown ? "page" : undefined}>
               <Icon name={name} />
               {t.routes[name]}
+            </a>
+          </li>
+        ))}
+      </ul>
+    </nav>
+  );
+}
+
+function DeveloperPanels({ panels, shown }: { panels: readonly Panel[]; shown: Panel | undefined }) {
+  return (
+    <nav class="pages panels" aria-labelledby="developer" lang="en">
+      <h2 id="developer">Developer</h2>
+      <ul>
+        {panels.map((panel) => (
+          <li key={panel.name}>
+            <a href={addressOf(panel.name)} aria-current={panel === shown ? "page" : undefined}>
+              {panel.title}
             </a>
           </li>
         ))}
@@ -81,15 +101,24 @@ function ConnectionBanner() {
   );
 }
 
-/// The same around every page. What is below is inert while there is no connection: it would change nothing.
-export function Frame({ pages }: { pages: Record<Route, ComponentType> }) {
+interface Props {
+  pages: Record<Route, ComponentType>;
+  panels: readonly Panel[];
+}
+
+/// The same around every page and panel. What is below is inert while there is no connection: it would change nothing;
+/// and the suite's pages are while their lock covers them, so that a developer still reaches the panels.
+export function Frame({ pages, panels }: Props) {
   const t = text.value;
-  const Shown = pages[route.value];
+  const panel = panels.find(({ name }) => name === route.value);
+  const page = panel ? undefined : (routes.find((name) => name === route.value) ?? "main");
+  const Shown = panel?.Panel ?? pages[page ?? "main"];
+  const locked = !panel && blockShown.value > 0;
   const main = useRef<HTMLElement>(null);
   const first = useRef(true);
 
   useEffect(() => {
-    document.title = `${t.routes[route.value]} – Veridan`;
+    document.title = `${panel?.title ?? t.routes[page ?? "main"]} – Veridan`;
     document.documentElement.lang = language.value;
     document.documentElement.dataset["appearance"] = appearance.value;
   });
@@ -116,16 +145,24 @@ export function Frame({ pages }: { pages: Record<Route, ComponentType> }) {
           <Icon name="browsing-protection" />
           Veridan
         </p>
-        <Navigation />
+        <div inert={locked}>
+          <SuitePages shown={page} />
+        </div>
+        <DeveloperPanels panels={panels} shown={panel} />
         <Preferences />
       </header>
       <main ref={main} id="page-content">
         <ConnectionBanner />
-        <div class="page" inert={connection.state.value !== "connected"}>
+        <InSight onPanel={panel !== undefined} />
+        <div
+          class={panel ? "page panel" : "page"}
+          lang={panel ? "en" : undefined}
+          inert={locked || connection.state.value !== "connected"}
+        >
           <Shown />
         </div>
       </main>
-      <Live />
+      <Live locked={locked} />
     </div>
   );
 }

@@ -143,14 +143,16 @@ function Toasts() {
   );
 }
 
-/// What comes by itself, whichever page is open.
-export function Live() {
+/// What comes by itself, whichever page is open; the lock covers what the suite shows.
+export function Live({ locked }: { locked: boolean }) {
   const prompt = prompts.value[0];
   return (
     <>
-      {bankingFlyer.value !== "closed" && <BankingFlyer />}
-      <Toasts />
-      {blockShown.value > 0 && <BlockDialog />}
+      <div class="contents" inert={locked}>
+        {bankingFlyer.value !== "closed" && <BankingFlyer />}
+        <Toasts />
+      </div>
+      {locked && <BlockDialog />}
       {extendDialogOpen.value && <ExtendDialog />}
       {prompt && <ElevationDialog key={prompt.prompt} {...prompt} />}
     </>

@@ -1,0 +1,14 @@
+import type { ComponentType } from "preact";
+import { VariablesPanel } from "./VariablesPanel";
+
+export interface Panel {
+  /// In the address.
+  name: string;
+  title: string;
+  Panel: ComponentType;
+}
+
+/// What a developer sees beside the suite's pages, in the navigation's order.
+export const panels: readonly Panel[] = [
+  { name: "variables", title: "Variables", Panel: VariablesPanel },
+];
