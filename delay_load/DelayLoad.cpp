@@ -20,16 +20,16 @@ namespace
 
 using Platform::SharedLibrary;
 
-constexpr const wchar_t* LibrariesKey = L"Software\\Norlane\\ORB\\Delay Loading";
-constexpr const wchar_t* DependenciesKey = L"Software\\Norlane\\ORB\\Delay Loading\\NLDelayLoadDependencies";
+constexpr const wchar_t* kLibrariesKey = L"Software\\Norlane\\ORB\\Delay Loading";
+constexpr const wchar_t* kDependenciesKey = L"Software\\Norlane\\ORB\\Delay Loading\\NLDelayLoadDependencies";
 
 /// One for all libraries, as they may depend on each other.
 std::mutex g_lock;
 
 std::wstring PathOfLibrary(const std::wstring& fileName)
 {
-    auto path =
-        Platform::Get<Platform::Registry>().ReadString(Platform::RegistryRoot::Machine, LibrariesKey, fileName.c_str());
+    auto path = Platform::Get<Platform::Registry>().ReadString(Platform::RegistryRoot::Machine, kLibrariesKey,
+                                                               fileName.c_str());
     if (path)
         return *std::move(path);
     const auto here = reinterpret_cast<const void*>(&PathOfLibrary);
@@ -39,15 +39,15 @@ std::wstring PathOfLibrary(const std::wstring& fileName)
 /// Without the blanks around it.
 std::wstring_view WithoutBlanks(std::wstring_view text)
 {
-    constexpr const wchar_t* blanks = L" \t";
-    const auto begin = text.find_first_not_of(blanks);
+    constexpr const wchar_t* kBlanks = L" \t";
+    const auto begin = text.find_first_not_of(kBlanks);
     return begin == std::wstring_view::npos ? std::wstring_view()
-                                            : text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
+                                            : text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
 }
 
 std::vector<std::wstring> DependenciesOf(const std::wstring& fileName)
 {
-    const auto list = Platform::Get<Platform::Registry>().ReadString(Platform::RegistryRoot::Machine, DependenciesKey,
+    const auto list = Platform::Get<Platform::Registry>().ReadString(Platform::RegistryRoot::Machine, kDependenciesKey,
                                                                      fileName.c_str());
     std::vector<std::wstring> paths;
     std::wstring_view rest = list ? std::wstring_view(*list) : std::wstring_view();
@@ -104,12 +104,12 @@ private:
         {
             Table table = UnloadedTable<Table>();
             error.function = m_resolve(m_files->back(), table);
-            if (error.function == nullptr)
+            if (!error.function)
             {
                 m_table = table;
                 return true;
             }
-            code = SharedLibrary::ErrorFunctionNotFound;
+            code = SharedLibrary::kErrorFunctionNotFound;
         }
         error.code = static_cast<std::int32_t>(code);
         Unload();

@@ -6,19 +6,19 @@
 namespace
 {
 
-constexpr int Reserved = 100;
+constexpr int kReserved = 100;
 
 bool Load(bool& loaded, bool (*initialize)(int, DelayLoadError*))
 {
     if (loaded)
         return true;
     DelayLoadError error;
-    loaded = initialize(Reserved, &error);
+    loaded = initialize(kReserved, &error);
     if (!loaded)
     {
         constexpr FunctionLog log(L"ModuleHandler::LoadDll");
         LOG(log, 2, L"%s: Failed to load %hs. Error code: %d", error.fileName.c_str(), error.code);
-        if (error.function != nullptr)
+        if (error.function)
             LOG(log, 3, L"%s: %hs has no function %hs", error.fileName.c_str(), error.function);
     }
     return loaded;

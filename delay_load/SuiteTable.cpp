@@ -39,7 +39,7 @@ struct Unloaded<Result(NL_SUITE_CALL*)(Arguments...)>
             if constexpr (std::is_same_v<Result, OrbStrataResult>)
                 return reported ? result : static_cast<Result>(ORB_STRATA_INVALID_HANDLE);
             else if constexpr (std::is_same_v<Result, std::int32_t>)
-                return reported ? result : static_cast<Result>(Platform::SharedLibrary::ErrorModuleNotFound);
+                return reported ? result : static_cast<Result>(Platform::SharedLibrary::kErrorModuleNotFound);
             else
                 return result;
         }

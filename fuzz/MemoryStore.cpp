@@ -44,8 +44,8 @@ OrbStrataSubscription NL_SUITE_CALL Subscribe(OrbStrataHandle, const wchar_t*, s
 MemoryStore& MemoryStore::Get()
 {
     // Never destroyed: an unloaded library could not name what it keeps to a leak checker.
-    static auto* const store = new MemoryStore;
-    return *store;
+    static auto* const s_store = new MemoryStore;
+    return *s_store;
 }
 
 MemoryStore::MemoryStore()

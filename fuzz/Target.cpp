@@ -8,8 +8,8 @@ namespace
 
 std::vector<Target>& Targets()
 {
-    static std::vector<Target> targets;
-    return targets;
+    static std::vector<Target> s_targets;
+    return s_targets;
 }
 
 } // namespace

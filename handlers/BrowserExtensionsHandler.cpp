@@ -15,12 +15,12 @@ namespace
 const VariableIdentifier kReinstall("@BrowserExtensions\\Triggers:reinstall");
 const VariableIdentifier kShowReinstallDialog("@BrowserExtensions\\Triggers:show_reinstall_dialog");
 
-constexpr auto kOptions = &VdnSettings::browsingProtection;
+constexpr auto kProtection = &VdnSettings::browsingProtection;
 constexpr auto kSkipActivation = &Settings::BrowsingProtection::skipActivateExtensions;
 
-constexpr ShownVariable kShown[] = {
-    {"@BrowserExtensions\\Data:force_extensions", Value<kOptions, kSkipActivation>},
-    {"@BrowserExtensions\\Data:force_extensions_readonly", ReadOnly<kOptions, kSkipActivation>},
+constexpr ShownVariable kExtensionOptions[] = {
+    {"@BrowserExtensions\\Data:force_extensions", Value<kProtection, kSkipActivation>},
+    {"@BrowserExtensions\\Data:force_extensions_readonly", ReadOnly<kProtection, kSkipActivation>},
 };
 
 /// The next value of a counter of which only the change matters; it starts anew where it cannot grow.
@@ -54,7 +54,7 @@ bool BrowserExtensionsHandler::Initialize(IPlugInManager* manager)
     const EntryLog log(L"BrowserExtensionsHandler::Initialize");
     if (!m_variables.Obtain(log, manager))
         return false;
-    m_variables.Register(kShown);
+    m_variables.Register(kExtensionOptions);
     Follow(kNotifyRules);
     return true;
 }
@@ -68,7 +68,7 @@ void BrowserExtensionsHandler::Load()
         LOG(log, 2, L"%s: UserSettingsController doesn't exist!");
         return;
     }
-    m_variables.Show(kShown, user->Settings());
+    m_variables.Show(kExtensionOptions, user->Settings());
 }
 
 void BrowserExtensionsHandler::ReinstallExtensions()

@@ -17,7 +17,7 @@ const VariableIdentifier kOpenChromeWebStore("@Veridan\\Settings\\Triggers:open_
 using Options = Settings::BrowsingProtection;
 constexpr auto kOptions = &VdnSettings::browsingProtection;
 
-constexpr ShownVariable kShown[] = {
+constexpr ShownVariable kBrowsingOptions[] = {
     {"@BrowsingProtection\\Data:suspicious_sites_protection", Value<kOptions, &Options::blockSuspiciousWebsites>},
     {"@BrowsingProtection\\Data:illegal_sites_protection", Value<kOptions, &Options::blockIllegalWebsites>},
     {"@BrowsingProtection\\Data:show_searchengines_rating", Value<kOptions, &Options::showLinkReputations>},
@@ -51,7 +51,7 @@ bool BrowsingProtectionHandler::Initialize(IPlugInManager* manager)
     const EntryLog log(L"BrowsingProtectionHandler::Initialize");
     if (!m_variables.Obtain(log, manager))
         return false;
-    m_variables.Register(kShown);
+    m_variables.Register(kBrowsingOptions);
     Follow(kNotifyRules);
     return true;
 }
@@ -65,7 +65,7 @@ void BrowsingProtectionHandler::Load()
         LOG(log, 2, L"%s: Can't load settings: system settings manager is not set");
         return;
     }
-    m_variables.Show(kShown, system->Settings());
+    m_variables.Show(kBrowsingOptions, system->Settings());
 }
 
 void BrowsingProtectionHandler::OpenChromeWebStore()

@@ -243,7 +243,7 @@ void FamilyRulesHandler::LoadSwitches(const VdnSettings& settings)
     m_variables.Set(kShowPage, settings.webFiltering.activated.Get() || settings.timeLimits.activated.Get() ||
                                    settings.searchResultFilter.activated.Get());
     m_variables.Set(kAdminWarning, Platform::Get<Platform::Token>().IsUserMemberOfBuiltinGroup(
-                                       nullptr, Platform::Token::Administrators));
+                                       nullptr, Platform::Token::kAdministrators));
 }
 
 void FamilyRulesHandler::LoadAllowances(const Settings::Quotas& quotas)

@@ -23,7 +23,7 @@ const VariableIdentifier kShowFragfinnSites("@ContentControl\\Triggers:show_frag
 
 constexpr auto kFragfinn = &VdnSettings::fragfinn;
 
-constexpr ShownVariable kShown[] = {
+constexpr ShownVariable kFilterOptions[] = {
     {kAllowFragfinn, Value<kFragfinn, &Settings::Fragfinn::enabled>},
     {"@ContentControl\\Data:enable_checkbox_fragfinn_element", Value<kFragfinn, &Settings::Fragfinn::activated>},
     {"@ContentControl\\Data:enable_label_fragfinn_element", Value<kFragfinn, &Settings::Fragfinn::activated>},
@@ -85,7 +85,7 @@ bool WebFilteringHandler::Initialize(IPlugInManager* manager, const std::shared_
     m_mainGui = mainGui;
     if (!m_variables.Obtain(log, manager))
         return false;
-    m_variables.Register(kShown);
+    m_variables.Register(kFilterOptions);
     m_variables.Register({kCategories, kCategoriesConfigured, kAllowedWebsites, kWizardPage, kCategoriesFilter});
     Follow(kNotifyRules);
     return true;
@@ -100,7 +100,7 @@ void WebFilteringHandler::Load()
         return;
 
     const VdnSettings& settings = user->Settings();
-    m_variables.Show(kShown, settings);
+    m_variables.Show(kFilterOptions, settings);
     m_variables.Set(kCategories, LoadCategoriesFromStrata(settings.categories));
     m_variables.Set(kAllowedWebsites, ConvertList(settings.internal.sites.list.Get()));
     const bool childMode = settings.webFiltering.childMode.Get();

@@ -19,15 +19,15 @@ namespace
 
 using Platform::NamedMutex;
 
-constexpr std::uint32_t DefaultSizeKB = 100;
-constexpr std::uint32_t SmallestSize = 3;
-constexpr std::uint32_t DefaultRotationCount = 2;
-constexpr std::uint32_t LargestRotationCount = 99;
-constexpr unsigned DeleteNames = 99;
-constexpr std::uint32_t MutexTimeoutMs = 500;
+constexpr std::uint32_t kDefaultSizeKB = 100;
+constexpr std::uint32_t kSmallestSize = 3;
+constexpr std::uint32_t kDefaultRotationCount = 2;
+constexpr std::uint32_t kLargestRotationCount = 99;
+constexpr unsigned kDeleteNames = 99;
+constexpr std::uint32_t kMutexTimeoutMs = 500;
 
-constexpr const wchar_t* AdministratorsOnly = L"D:(A;;GA;;;SY)(A;;GA;;;BA)";
-constexpr const wchar_t* ReadableByUsers = L"D:(A;OICI;GA;;;SY)(A;OICI;GA;;;BA)(A;OICI;GRGX;;;AU)";
+constexpr const wchar_t* kAdministratorsOnly = L"D:(A;;GA;;;SY)(A;;GA;;;BA)";
+constexpr const wchar_t* kReadableByUsers = L"D:(A;OICI;GA;;;SY)(A;OICI;GA;;;BA)(A;OICI;GRGX;;;AU)";
 
 void WriteDebug(const std::wstring& text)
 {
@@ -38,13 +38,13 @@ void WriteDebug(const std::wstring& text)
 std::uint32_t MaximumSize(std::uint32_t sizeKB)
 {
     const std::uint64_t size = std::uint64_t{sizeKB} * 1024;
-    return static_cast<std::uint32_t>(std::clamp<std::uint64_t>(size, SmallestSize, 0xFFFFFFFF));
+    return static_cast<std::uint32_t>(std::clamp<std::uint64_t>(size, kSmallestSize, 0xFFFFFFFF));
 }
 
 std::wstring MutexName(const std::wstring& path, bool lowIntegrity)
 {
     std::wstring file = path;
-    std::replace(file.begin(), file.end(), Platform::PathSeparator, L'_');
+    std::replace(file.begin(), file.end(), Platform::kPathSeparator, L'_');
     return (lowIntegrity ? L"Local\\NlOrbLogging_" : L"Global\\NlOrbLogging_") + file;
 }
 
@@ -80,12 +80,12 @@ FileAccess::FileAccess(const std::wstring& component, const std::wstring& module
     : m_file(std::move(file)), m_utils(std::move(utils))
 {
     const LogSettings settings(component, module);
-    m_rotationCount = std::min(settings.ReadDword(L"LogRotateCount", DefaultRotationCount), LargestRotationCount);
-    m_maximumSize = MaximumSize(settings.ReadDword(L"LogMaxSizeKB", DefaultSizeKB));
+    m_rotationCount = std::min(settings.ReadDword(L"LogRotateCount", kDefaultRotationCount), kLargestRotationCount);
+    m_maximumSize = MaximumSize(settings.ReadDword(L"LogMaxSizeKB", kDefaultSizeKB));
 
     auto& token = Platform::Get<Platform::Token>();
     m_perUser =
-        (flags & PerUserLocation) != 0 || !token.IsMemberOfBuiltinGroup(nullptr, Platform::Token::Administrators);
+        (flags & PerUserLocation) != 0 || !token.IsMemberOfBuiltinGroup(nullptr, Platform::Token::kAdministrators);
     m_lowIntegrity = token.IsLowIntegrity();
 
     m_root = LogRoot(m_perUser, m_lowIntegrity);
@@ -95,9 +95,9 @@ FileAccess::FileAccess(const std::wstring& component, const std::wstring& module
     for (const std::wstring& part : {std::wstring(L"Log"), component, module + L".log"})
         m_path = Platform::JoinPath(m_path, part);
     if ((flags & RestrictedAccess) != 0)
-        m_fileSecurity = AdministratorsOnly;
+        m_fileSecurity = kAdministratorsOnly;
     else if (!m_perUser)
-        m_fileSecurity = ReadableByUsers;
+        m_fileSecurity = kReadableByUsers;
     FileAccess::OpenFileMutex(MutexName(m_path, m_lowIntegrity), m_perUser);
 }
 
@@ -105,7 +105,7 @@ void FileAccess::Write(const void* data, std::uint32_t bytes)
 {
     if (!m_mutex.IsOpen())
         return;
-    const NamedMutex::Wait result = m_mutex.Lock(MutexTimeoutMs);
+    const NamedMutex::Wait result = m_mutex.Lock(kMutexTimeoutMs);
     if (!IsHeldAfter(result))
     {
         WriteDebug(Platform::FormatText(L"nl_orb_log!FileAccess::Write(): Failed to acquire file mutex, error=%lu\n",
@@ -138,7 +138,7 @@ bool FileAccess::FindEnd(bool abandoned)
 
 void FileAccess::Flush()
 {
-    if (!m_mutex.IsOpen() || !IsHeldAfter(m_mutex.Lock(MutexTimeoutMs)))
+    if (!m_mutex.IsOpen() || !IsHeldAfter(m_mutex.Lock(kMutexTimeoutMs)))
         return;
     const NamedMutex::Unlocker unlocker(m_mutex);
     m_file->Flush();
@@ -199,7 +199,7 @@ void FileAccess::RemoveFile(const std::wstring& path)
 
 bool FileAccess::MakeDeleteName(wchar_t* buffer, std::size_t size, const std::wstring& path)
 {
-    for (unsigned i = 1; i <= DeleteNames; ++i)
+    for (unsigned i = 1; i <= kDeleteNames; ++i)
     {
         if (Platform::FormatTo(buffer, size, L"%s__delete_%u", path.c_str(), i) < 0)
             return false;
@@ -219,13 +219,13 @@ void FileAccess::CreateLogDirectory()
     else if (!m_utils->DirectoryExists(folder))
     {
         m_utils->CreateDirectoryTree(m_root, nullptr);
-        m_utils->CreateDirectoryTree(folder, ReadableByUsers);
+        m_utils->CreateDirectoryTree(folder, kReadableByUsers);
     }
 }
 
 void FileAccess::OpenFileMutex(const std::wstring& name, bool perUser)
 {
-    std::uint32_t error = m_mutex.Create(name, perUser ? nullptr : AdministratorsOnly);
+    std::uint32_t error = m_mutex.Create(name, perUser ? nullptr : kAdministratorsOnly);
     if (NamedMutex::IsAccessDenied(error))
         error = m_mutex.Open(name);
     if (error != 0)

@@ -46,8 +46,8 @@ bool FileLowLevel::IsOpen()
 
 bool FileLowLevel::PrepareAppend()
 {
-    constexpr unsigned char ByteOrderMark[] = {0xFF, 0xFE};
-    if (SeekToEnd() && (m_size != 0 || Write(ByteOrderMark, sizeof(ByteOrderMark))))
+    constexpr unsigned char kByteOrderMark[] = {0xFF, 0xFE};
+    if (SeekToEnd() && (m_size != 0 || Write(kByteOrderMark, sizeof(kByteOrderMark))))
         return true;
     Close();
     return false;

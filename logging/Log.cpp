@@ -44,7 +44,7 @@ class ProcessEnd
 public:
     ~ProcessEnd()
     {
-        if (Detail::g_logger.load() == nullptr)
+        if (!Detail::g_logger.load())
             return;
         ReplaceLogger(nullptr);
         OwnLogger().ShutdownAtExit();

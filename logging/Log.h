@@ -22,7 +22,7 @@ Logger& CreateLogger();
 inline Logger& GetLogger()
 {
     Logger* const logger = Detail::g_logger.load(std::memory_order_acquire);
-    return logger != nullptr ? *logger : Detail::CreateLogger();
+    return logger ? *logger : Detail::CreateLogger();
 }
 
 /// Puts another logger in place of the present one, which is destroyed; null: back to the process's own. No other

@@ -16,12 +16,12 @@ namespace
 
 using Platform::RegistryRoot;
 
-constexpr const wchar_t* LoggingKey = L"SOFTWARE\\Norlane\\ORB\\Logging";
-constexpr const wchar_t* ShellFoldersKey = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
-constexpr const wchar_t* LocalLow = L"{A520A1A4-1780-4FF6-BD18-167343C5AF16}";
+constexpr const wchar_t* kLoggingKey = L"SOFTWARE\\Norlane\\ORB\\Logging";
+constexpr const wchar_t* kShellFoldersKey = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+constexpr const wchar_t* kLocalLow = L"{A520A1A4-1780-4FF6-BD18-167343C5AF16}";
 
-constexpr std::uint32_t Absent = 0xFFFFFFFF;
-constexpr std::size_t LongestRoot = 260;
+constexpr std::uint32_t kAbsent = 0xFFFFFFFF;
+constexpr std::size_t kLongestRoot = 260;
 
 std::wstring ReadFolder(RegistryRoot root, const wchar_t* key, const wchar_t* value)
 {
@@ -30,15 +30,16 @@ std::wstring ReadFolder(RegistryRoot root, const wchar_t* key, const wchar_t* va
 
 std::wstring FirstFolder(RegistryRoot root, const wchar_t* shellFolder, const wchar_t* variable)
 {
-    std::wstring folder = ReadFolder(root, LoggingKey, L"RootPath");
+    std::wstring folder = ReadFolder(root, kLoggingKey, L"RootPath");
     if (folder.empty())
-        folder = ReadFolder(root, ShellFoldersKey, shellFolder);
+        folder = ReadFolder(root, kShellFoldersKey, shellFolder);
     return !folder.empty() ? folder : Platform::ExpandEnvironment(variable);
 }
 
 std::wstring PerUserFolder(bool lowIntegrity)
 {
-    const std::wstring low = lowIntegrity ? ReadFolder(RegistryRoot::User, ShellFoldersKey, LocalLow) : std::wstring();
+    const std::wstring low =
+        lowIntegrity ? ReadFolder(RegistryRoot::User, kShellFoldersKey, kLocalLow) : std::wstring();
     return !low.empty() ? low : FirstFolder(RegistryRoot::User, L"Local AppData", L"%LOCALAPPDATA%");
 }
 
@@ -51,14 +52,14 @@ LogSettings::LogSettings(std::wstring component, std::wstring module)
 std::uint32_t LogSettings::ReadDword(const wchar_t* value, std::uint32_t fallback) const
 {
     const std::wstring keys[] = {
-        Platform::FormatText(L"%s\\%s\\%s", LoggingKey, m_component.c_str(), m_module.c_str()),
-        Platform::FormatText(L"%s\\%s", LoggingKey, m_component.c_str()),
-        LoggingKey,
+        Platform::FormatText(L"%s\\%s\\%s", kLoggingKey, m_component.c_str(), m_module.c_str()),
+        Platform::FormatText(L"%s\\%s", kLoggingKey, m_component.c_str()),
+        kLoggingKey,
     };
     for (const std::wstring& key : keys)
     {
         const auto number = Platform::Get<Platform::Registry>().ReadDword(RegistryRoot::Machine, key.c_str(), value);
-        if (number.value_or(Absent) != Absent)
+        if (number.value_or(kAbsent) != kAbsent)
             return *number;
     }
     return fallback;
@@ -71,7 +72,7 @@ std::wstring LogRoot(bool perUser, bool lowIntegrity)
     if (folder.empty())
         return {};
     std::wstring root = Platform::JoinPath(folder, L"Norlane");
-    return root.size() <= LongestRoot ? root : std::wstring();
+    return root.size() <= kLongestRoot ? root : std::wstring();
 }
 
 } // namespace NlOrbLogging

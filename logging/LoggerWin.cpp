@@ -23,11 +23,11 @@ namespace
 
 using Platform::LastErrorGuard;
 
-constexpr std::size_t FirstBuffer = 2048;
-constexpr std::size_t BufferLimit = 0x40000;
-constexpr std::uint32_t UnknownSession = 0xDEADBEEF;
-constexpr int UnknownOffset = 3599;
-constexpr auto ExitWait = std::chrono::milliseconds(500);
+constexpr std::size_t kFirstBuffer = 2048;
+constexpr std::size_t kBufferLimit = 0x40000;
+constexpr std::uint32_t kUnknownSession = 0xDEADBEEF;
+constexpr int kUnknownOffset = 3599;
+constexpr auto kExitWait = std::chrono::milliseconds(500);
 
 /// Runs what must not disturb its caller: nothing is thrown, and the thread's last error stays as it was. Without
 /// memory the line is lost, or the session begins with a later one.
@@ -47,8 +47,8 @@ void Undisturbing(Operation operation) noexcept
 template <class Char, class Take>
 bool FormatMessage(const Char* format, va_list arguments, Take take)
 {
-    TextBuffer<Char, FirstBuffer> buffer;
-    for (std::size_t size = FirstBuffer; size < BufferLimit; size *= 2)
+    TextBuffer<Char, kFirstBuffer> buffer;
+    for (std::size_t size = kFirstBuffer; size < kBufferLimit; size *= 2)
     {
         if (!buffer.Reserve(size))
             return false;
@@ -64,7 +64,7 @@ bool FormatMessage(const Char* format, va_list arguments, Take take)
 
 std::uint32_t SessionOfProcess()
 {
-    std::uint32_t session = UnknownSession;
+    std::uint32_t session = kUnknownSession;
     Platform::Get<Platform::Sessions>().ProcessSession(session);
     return session;
 }
@@ -118,7 +118,7 @@ void LoggerWin::Shutdown()
 
 void LoggerWin::ShutdownAtExit()
 {
-    const auto deadline = std::chrono::steady_clock::now() + ExitWait;
+    const auto deadline = std::chrono::steady_clock::now() + kExitWait;
     while (!m_lock.try_lock())
     {
         if (std::chrono::steady_clock::now() > deadline)
@@ -197,7 +197,7 @@ void LoggerWin::Reconfigure()
 
 void LoggerWin::WriteStartBanner(unsigned flags)
 {
-    int offset = UnknownOffset;
+    int offset = kUnknownOffset;
     Platform::Get<Platform::Clock>().UtcOffset(offset);
     const int level = BannerLevel(flags);
     if (!IsFiltered(level))
@@ -212,9 +212,9 @@ void LoggerWin::FormatLine(int level, const wchar_t* message, std::size_t length
 {
     auto& clock = Platform::Get<Platform::Clock>();
     const Platform::CalendarTime time = (m_flags & UtcTimestamps) != 0 ? clock.UtcTime() : clock.LocalTime();
-    constexpr std::size_t room = kLongestPrefix + 2; // beside the message
-    TextBuffer<char16_t, room + 2 * FirstBuffer> line;
-    if (!line.Reserve(room + 2 * length))
+    constexpr std::size_t kRoom = kLongestPrefix + 2; // beside the message
+    TextBuffer<char16_t, kRoom + 2 * kFirstBuffer> line;
+    if (!line.Reserve(kRoom + 2 * length))
         return;
     const std::size_t prefix = PrintPrefix(line.Data(), time, LevelTag(level));
     if (prefix == 0)

@@ -21,7 +21,7 @@ public:
     /// the system's default; POSIX grants reading to all where the text names authenticated users, else to the owner.
     bool Open(const std::wstring& path, const wchar_t* security);
     bool Close();
-    bool IsOpen() const { return m_handle != Invalid; }
+    bool IsOpen() const { return m_handle != kInvalid; }
 
     /// One write at the end, wherever that is now. False: not all of it was written, `written` tells how much.
     bool Write(const void* data, std::size_t size, std::size_t& written);
@@ -36,9 +36,9 @@ public:
     bool Flush();
 
 private:
-    static constexpr std::intptr_t Invalid = -1;
+    static constexpr std::intptr_t kInvalid = -1;
 
-    std::intptr_t m_handle = Invalid;
+    std::intptr_t m_handle = kInvalid;
 };
 
 /// Each answers whether it succeeded; after a failure LastError() tells the reason.

@@ -55,10 +55,10 @@ constexpr const Char* ReadConversion(const Char* at, FormatConversion& conversio
 {
     const auto isDigit = [](Char character) { return character >= '0' && character <= '9'; };
     const auto readNumber = [&at, isDigit] {
-        constexpr int most = 100'000'000;
+        constexpr int kMost = 100'000'000;
         int number = 0;
         for (; isDigit(*at); ++at)
-            number = number < most ? 10 * number + static_cast<int>(*at - '0') : number;
+            number = number < kMost ? 10 * number + static_cast<int>(*at - '0') : number;
         return number;
     };
     for (; *at == '-' || *at == '+' || *at == '0'; ++at)

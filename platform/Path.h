@@ -6,8 +6,8 @@
 namespace Platform
 {
 
-extern const wchar_t PathSeparator;         ///< The system's own.
-extern const wchar_t* const PathSeparators; ///< All that the system takes for one.
+extern const wchar_t kPathSeparator;         ///< The system's own.
+extern const wchar_t* const kPathSeparators; ///< All that the system takes for one.
 
 /// Whether a path leads from a root to its target, whatever the current folder and drive are.
 bool IsAbsolutePath(std::wstring_view path);

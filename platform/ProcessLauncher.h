@@ -16,7 +16,7 @@ namespace Platform
 class ProcessLauncher
 {
 public:
-    static constexpr std::uint32_t Detached = 8; ///< Creation flag: without the console, on POSIX in its own session.
+    static constexpr std::uint32_t kDetached = 8; ///< Creation flag: without the console, on POSIX in its own session.
 
     virtual ~ProcessLauncher() = default;
 

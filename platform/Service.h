@@ -33,7 +33,7 @@ template <class Service>
 Service& Get()
 {
     Service* const replacement = Detail::g_replacement<Service>.load(std::memory_order_acquire);
-    return replacement != nullptr ? *replacement : System<Service>();
+    return replacement ? *replacement : System<Service>();
 }
 
 /// Stands in for a service as long as it lives.

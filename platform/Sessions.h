@@ -22,16 +22,16 @@ public:
         bool active;
     };
 
-    static constexpr std::uint32_t Invalid = 0xFFFFFFFF;
-    static constexpr std::uint32_t ErrorInsufficientBuffer = 122;
-    static constexpr std::uint32_t ErrorNoneMapped = 1332; ///< There is no such account.
+    static constexpr std::uint32_t kInvalid = 0xFFFFFFFF;
+    static constexpr std::uint32_t kErrorInsufficientBuffer = 122;
+    static constexpr std::uint32_t kErrorNoneMapped = 1332; ///< There is no such account.
 
     virtual ~Sessions() = default;
 
     /// All sessions of the local server, in the system's order. False: the system gives no list.
     virtual bool Enumerate(std::vector<Session>& sessions) = 0;
 
-    /// The session at the physical console, Invalid while none is attached.
+    /// The session at the physical console, kInvalid while none is attached.
     virtual std::uint32_t ActiveConsoleSession() = 0;
 
     /// Empty: nobody is logged on, or the session does not exist.
@@ -39,7 +39,7 @@ public:
     virtual std::wstring DomainName(std::uint32_t session) = 0;
 
     /// Looks up an account's SID and the name of its domain, which both go to buffers of the given sizes (bytes, and
-    /// characters with the terminator). Returns 0, ErrorInsufficientBuffer with the sizes needed, or another error.
+    /// characters with the terminator). Returns 0, kErrorInsufficientBuffer with the sizes needed, or another error.
     virtual std::uint32_t LookupAccount(const wchar_t* account, void* sid, std::uint32_t* sidSize, wchar_t* domain,
                                         std::uint32_t* domainSize) = 0;
 

@@ -21,7 +21,7 @@ public:
     ~SharedLibrary() { Unload(); }
 
     /// Loads the library of this absolute path. Returns 0 or the system's error number; a path that is not absolute is
-    /// ErrorBadPathname. What the library itself needs is looked for beside it, not in the current folder.
+    /// kErrorBadPathname. What the library itself needs is looked for beside it, not in the current folder.
     std::uint32_t Load(const std::wstring& path);
     void Unload();
     bool IsLoaded() const { return m_module != nullptr; }
@@ -29,9 +29,9 @@ public:
     /// Null: there is no such function.
     void* Find(const char* function) const;
 
-    static constexpr std::uint32_t ErrorModuleNotFound = 126;
-    static constexpr std::uint32_t ErrorFunctionNotFound = 127;
-    static constexpr std::uint32_t ErrorBadPathname = 161;
+    static constexpr std::uint32_t kErrorModuleNotFound = 126;
+    static constexpr std::uint32_t kErrorFunctionNotFound = 127;
+    static constexpr std::uint32_t kErrorBadPathname = 161;
 
     /// The suffix of library files, ".dll" or ".so".
     static const char* Suffix();

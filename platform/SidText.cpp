@@ -10,8 +10,8 @@ namespace Platform
 namespace
 {
 
-constexpr std::size_t HeaderSize = 8; // revision, number of sub-authorities, authority in six bytes, big-endian
-constexpr std::size_t MaximumSubAuthorities = 15;
+constexpr std::size_t kHeaderSize = 8; // revision, number of sub-authorities, authority in six bytes, big-endian
+constexpr std::size_t kMaximumSubAuthorities = 15;
 
 /// Four bytes, little-endian.
 std::uint32_t SubAuthority(const std::uint8_t* bytes)
@@ -23,15 +23,15 @@ std::uint32_t SubAuthority(const std::uint8_t* bytes)
 
 std::wstring SidText(const std::vector<std::uint8_t>& sid)
 {
-    if (sid.size() < HeaderSize || sid[1] > MaximumSubAuthorities || sid.size() < HeaderSize + 4u * sid[1])
+    if (sid.size() < kHeaderSize || sid[1] > kMaximumSubAuthorities || sid.size() < kHeaderSize + 4u * sid[1])
         return {};
     std::uint64_t authority = 0;
-    for (std::size_t i = 2; i < HeaderSize; ++i)
+    for (std::size_t i = 2; i < kHeaderSize; ++i)
         authority = authority << 8 | sid[i];
     std::wstring text = L"S-" + std::to_wstring(sid[0]) + L"-";
     text += authority <= 0xFFFFFFFF ? std::to_wstring(authority) : FormatText(L"0x%012I64X", authority);
     for (std::size_t i = 0; i < sid[1]; ++i)
-        text += L"-" + std::to_wstring(SubAuthority(&sid[HeaderSize + 4 * i]));
+        text += L"-" + std::to_wstring(SubAuthority(&sid[kHeaderSize + 4 * i]));
     return text;
 }
 

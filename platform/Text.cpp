@@ -9,8 +9,8 @@ namespace Platform
 namespace
 {
 
-constexpr char32_t Replacement = 0xFFFD;
-constexpr bool WideIsUtf16 = std::numeric_limits<wchar_t>::digits <= 16;
+constexpr char32_t kReplacement = 0xFFFD;
+constexpr bool kWideIsUtf16 = std::numeric_limits<wchar_t>::digits <= 16;
 
 constexpr bool IsHighSurrogate(char32_t unit)
 {
@@ -31,9 +31,9 @@ constexpr bool IsScalar(char32_t code)
 char32_t Next(std::wstring_view text, std::size_t& at)
 {
     const auto unit = static_cast<char32_t>(text[at++]);
-    if (WideIsUtf16 && IsHighSurrogate(unit) && at < text.size() && IsLowSurrogate(static_cast<char32_t>(text[at])))
+    if (kWideIsUtf16 && IsHighSurrogate(unit) && at < text.size() && IsLowSurrogate(static_cast<char32_t>(text[at])))
         return 0x10000 + ((unit - 0xD800) << 10) + (static_cast<char32_t>(text[at++]) - 0xDC00);
-    return IsScalar(unit) ? unit : Replacement;
+    return IsScalar(unit) ? unit : kReplacement;
 }
 
 void Append(std::string& text, char32_t code)
@@ -51,7 +51,7 @@ void Append(std::string& text, char32_t code)
 
 void Append(std::wstring& text, char32_t code)
 {
-    if (WideIsUtf16 && code >= 0x10000)
+    if (kWideIsUtf16 && code >= 0x10000)
     {
         text += static_cast<wchar_t>(0xD800 + ((code - 0x10000) >> 10));
         text += static_cast<wchar_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
@@ -70,16 +70,16 @@ char32_t Next(std::string_view text, std::size_t& at)
         return lead;
     const unsigned tails = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
     if (lead < 0xC2 || lead > 0xF4)
-        return Replacement;
-    constexpr char32_t smallest[] = {0, 0x80, 0x800, 0x10000};
+        return kReplacement;
+    constexpr char32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
     char32_t code = lead & (0x3Fu >> tails);
     for (unsigned i = 0; i < tails; ++i)
     {
         if (at == text.size() || (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80)
-            return Replacement;
+            return kReplacement;
         code = (code << 6) | (static_cast<unsigned char>(text[at++]) & 0x3Fu);
     }
-    return code >= smallest[tails] && IsScalar(code) ? code : Replacement;
+    return code >= kSmallest[tails] && IsScalar(code) ? code : kReplacement;
 }
 
 template <class Target, class Source>
@@ -125,7 +125,7 @@ std::size_t ToUtf16(std::wstring_view text, char16_t* target)
         const auto code = static_cast<char32_t>(character);
         if (code < 0x10000 || code > 0x10FFFF)
         {
-            *at++ = static_cast<char16_t>(code < 0x10000 ? code : Replacement);
+            *at++ = static_cast<char16_t>(code < 0x10000 ? code : kReplacement);
         }
         else
         {

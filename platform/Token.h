@@ -13,12 +13,12 @@ class Token
 {
 public:
     /// The group of administrators below BUILTIN.
-    static constexpr std::uint32_t Administrators = 544;
+    static constexpr std::uint32_t kAdministrators = 544;
 
     virtual ~Token() = default;
 
     /// Whether what runs with a token has the rights of the group S-1-5-32-`group`; null: this process. On POSIX only
-    /// root belongs to a group, to Administrators, and there are no tokens of others.
+    /// root belongs to a group, to kAdministrators, and there are no tokens of others.
     virtual bool IsMemberOfBuiltinGroup(KernelHandle token, std::uint32_t group) = 0;
 
     /// The same, and also whether the token's user would have them after an elevation: an administrator who runs

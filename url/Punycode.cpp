@@ -8,13 +8,13 @@ namespace
 {
 
 // The parameters of RFC 3492, section 5.
-constexpr std::uint32_t Base = 36;
-constexpr std::uint32_t MinimumThreshold = 1;
-constexpr std::uint32_t MaximumThreshold = 26;
-constexpr std::uint32_t Skew = 38;
-constexpr std::uint32_t Damp = 700;
-constexpr std::uint32_t InitialBias = 72;
-constexpr char32_t InitialCode = 0x80;
+constexpr std::uint32_t kBase = 36;
+constexpr std::uint32_t kMinimumThreshold = 1;
+constexpr std::uint32_t kMaximumThreshold = 26;
+constexpr std::uint32_t kSkew = 38;
+constexpr std::uint32_t kDamp = 700;
+constexpr std::uint32_t kInitialBias = 72;
+constexpr char32_t kInitialCode = 0x80;
 
 char Digit(std::uint32_t value)
 {
@@ -23,27 +23,27 @@ char Digit(std::uint32_t value)
 
 std::uint32_t Adapt(std::uint32_t delta, std::uint32_t count, bool first)
 {
-    delta = first ? delta / Damp : delta / 2;
+    delta = first ? delta / kDamp : delta / 2;
     delta += delta / count;
     std::uint32_t bias = 0;
-    for (; delta > (Base - MinimumThreshold) * MaximumThreshold / 2; bias += Base)
-        delta /= Base - MinimumThreshold;
-    return bias + (Base - MinimumThreshold + 1) * delta / (delta + Skew);
+    for (; delta > (kBase - kMinimumThreshold) * kMaximumThreshold / 2; bias += kBase)
+        delta /= kBase - kMinimumThreshold;
+    return bias + (kBase - kMinimumThreshold + 1) * delta / (delta + kSkew);
 }
 
 void AppendNumber(std::string& result, std::uint32_t number, std::uint32_t bias)
 {
-    for (std::uint32_t position = Base;; position += Base)
+    for (std::uint32_t position = kBase;; position += kBase)
     {
         const std::uint32_t threshold =
-            position <= bias ? MinimumThreshold : std::clamp(position - bias, MinimumThreshold, MaximumThreshold);
+            position <= bias ? kMinimumThreshold : std::clamp(position - bias, kMinimumThreshold, kMaximumThreshold);
         if (number < threshold)
         {
             result += Digit(number);
             return;
         }
-        result += Digit(threshold + (number - threshold) % (Base - threshold));
-        number = (number - threshold) / (Base - threshold);
+        result += Digit(threshold + (number - threshold) % (kBase - threshold));
+        number = (number - threshold) / (kBase - threshold);
     }
 }
 
@@ -53,15 +53,15 @@ std::optional<std::string> EncodePunycode(std::u32string_view text)
 {
     std::string result;
     for (const char32_t code : text)
-        if (code < InitialCode)
+        if (code < kInitialCode)
             result += static_cast<char>(code);
     const auto basic = static_cast<std::uint32_t>(result.size());
     if (basic != 0)
         result += '-';
     std::uint32_t handled = basic;
-    std::uint32_t bias = InitialBias;
+    std::uint32_t bias = kInitialBias;
     std::uint64_t delta = 0;
-    char32_t code = InitialCode;
+    char32_t code = kInitialCode;
     while (handled < text.size())
     {
         char32_t next = std::numeric_limits<char32_t>::max();

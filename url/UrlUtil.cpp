@@ -13,7 +13,7 @@ namespace UrlUtil
 namespace
 {
 
-constexpr FunctionLog g_log(L"UrlUtil::GetPunycodeUrl");
+constexpr FunctionLog kLog(L"UrlUtil::GetPunycodeUrl");
 
 struct Range
 {
@@ -23,10 +23,10 @@ struct Range
 
 Range HostOf(std::wstring_view url)
 {
-    constexpr const wchar_t* Ends = L"/\\?#"; // browsers take a backslash for a slash
+    constexpr const wchar_t* kEnds = L"/\\?#"; // browsers take a backslash for a slash
     const auto scheme = url.find(L"://");
-    std::size_t begin = scheme < url.find_first_of(Ends) ? scheme + 3 : 0; // else it is part of the path or query
-    const std::size_t authorityEnd = std::min(url.find_first_of(Ends, begin), url.size());
+    std::size_t begin = scheme < url.find_first_of(kEnds) ? scheme + 3 : 0; // else it is part of the path or query
+    const std::size_t authorityEnd = std::min(url.find_first_of(kEnds, begin), url.size());
     const auto userInfo = url.substr(0, authorityEnd).rfind(L'@');
     if (userInfo != std::wstring_view::npos && userInfo >= begin)
         begin = userInfo + 1;
@@ -58,13 +58,13 @@ std::string GetPunycodeUrl(const std::wstring& url)
         return Platform::ToUtf8(url);
     if (!IsWellFormed(url))
     {
-        LOG(g_log, 2, L"%s: Conversion from unicode to wide string failed");
+        LOG(kLog, 2, L"%s: Conversion from unicode to wide string failed");
         return Platform::ToUtf8(url);
     }
     const auto ascii = HostToAscii(hostText);
     if (!ascii)
     {
-        LOG(g_log, 2, L"%s: Punycode encoding failed");
+        LOG(kLog, 2, L"%s: Punycode encoding failed");
         return Platform::ToUtf8(url);
     }
     return Platform::ToUtf8(text.substr(0, host.begin)) + *ascii + Platform::ToUtf8(text.substr(host.end));

@@ -32,7 +32,7 @@ bool Handle::Signal()
 
 bool Handle::Close()
 {
-    return m_handle == nullptr || Platform::Close(std::exchange(m_handle, nullptr));
+    return !m_handle || Platform::Close(std::exchange(m_handle, nullptr));
 }
 
 } // namespace RAII

@@ -14,7 +14,7 @@ Platform::KernelHandle LaunchProcess(const wchar_t* program, const wchar_t* argu
         return nullptr;
     const std::wstring path = Platform::JoinPath(folder, program);
     std::wstring commandLine = L"\"" + path + L"\"";
-    if (arguments != nullptr)
+    if (arguments)
         commandLine.append(L" ").append(arguments);
     return launcher.Start(path, commandLine, creationFlags, workingFolder);
 }

@@ -11,14 +11,14 @@ Sid::Sid(const std::wstring& accountName)
     // The system would answer an empty name with the SID of a built-in domain.
     if (accountName.empty())
     {
-        m_error = Platform::Sessions::ErrorNoneMapped;
+        m_error = Platform::Sessions::kErrorNoneMapped;
         return;
     }
     auto& sessions = Platform::Get<Platform::Sessions>();
     std::uint32_t sidSize = 0;
     std::uint32_t domainSize = 0;
     m_error = sessions.LookupAccount(accountName.c_str(), nullptr, &sidSize, nullptr, &domainSize);
-    if (m_error != Platform::Sessions::ErrorInsufficientBuffer || sidSize == 0 || domainSize == 0)
+    if (m_error != Platform::Sessions::kErrorInsufficientBuffer || sidSize == 0 || domainSize == 0)
         return;
     std::vector<std::uint8_t> sid(sidSize);
     std::vector<wchar_t> domain(domainSize);

@@ -11,7 +11,7 @@ namespace
 std::wstring AccountOf(std::uint32_t session)
 {
     // To the system this number means the session of the calling process.
-    if (session == Sessions::Invalid)
+    if (session == Sessions::kInvalid)
         return {};
     auto& system = Platform::Get<Sessions>();
     const std::wstring user = system.UserName(session);
@@ -27,7 +27,7 @@ std::uint32_t AllUsers::GetActiveSession() const
     std::vector<Sessions::Session> sessions;
     if (!system.Enumerate(sessions))
         return system.ActiveConsoleSession();
-    std::uint32_t active = Sessions::Invalid;
+    std::uint32_t active = Sessions::kInvalid;
     bool serviceSessionActive = false;
     for (const Sessions::Session& session : sessions)
     {
@@ -35,7 +35,7 @@ std::uint32_t AllUsers::GetActiveSession() const
             active = session.id;
         serviceSessionActive = serviceSessionActive || (session.active && session.id == 0);
     }
-    return active == Sessions::Invalid && serviceSessionActive ? 0 : active;
+    return active == Sessions::kInvalid && serviceSessionActive ? 0 : active;
 }
 
 LoggedInUser::LoggedInUser(std::uint32_t session) : m_sid(AccountOf(session))

@@ -11,7 +11,7 @@ class AllUsers
 {
 public:
     /// The session whose user is shown the settings: of the active ones the last that is not session 0, else session 0;
-    /// the console's session when the system gives no list; Platform::Sessions::Invalid when there is none.
+    /// the console's session when the system gives no list; Platform::Sessions::kInvalid when there is none.
     std::uint32_t GetActiveSession() const;
 };
 
@@ -22,7 +22,7 @@ public:
     explicit LoggedInUser(std::uint32_t session);
     static LoggedInUser FromActiveUser();
 
-    /// Platform::Sessions::Invalid when no user was found.
+    /// Platform::Sessions::kInvalid when no user was found.
     std::uint32_t SessionId() const { return m_session; }
 
     /// The SID's text; empty on failure.
@@ -32,7 +32,7 @@ public:
     std::uint32_t LastError() const { return m_sid.LastError(); }
 
 private:
-    std::uint32_t m_session = Platform::Sessions::Invalid;
+    std::uint32_t m_session = Platform::Sessions::kInvalid;
     Sid m_sid;
 };
 
@@ -42,7 +42,7 @@ class CurrentUser
 public:
     CurrentUser();
 
-    /// Platform::Sessions::Invalid when the system does not tell.
+    /// Platform::Sessions::kInvalid when the system does not tell.
     std::uint32_t SessionId() const { return m_session; }
 
     /// False: no SID was read, and `sid` is unchanged.
@@ -50,6 +50,6 @@ public:
     std::uint32_t LastError() const { return m_sid.LastError(); }
 
 private:
-    std::uint32_t m_session = Platform::Sessions::Invalid;
+    std::uint32_t m_session = Platform::Sessions::kInvalid;
     Sid m_sid;
 };

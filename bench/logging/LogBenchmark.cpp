@@ -16,7 +16,7 @@
 namespace
 {
 
-constexpr FunctionLog g_log(L"StrataSettings::ScopedSettings::Load");
+constexpr FunctionLog kLog(L"StrataSettings::ScopedSettings::Load");
 
 /// Has the log written to this folder, into files of a size.
 class LogSetup
@@ -24,10 +24,10 @@ class LogSetup
 public:
     LogSetup(const QString& folder, std::uint32_t maximumKB)
     {
-        constexpr auto machine = FakeRegistry::Root::Machine;
-        constexpr const wchar_t* key = L"SOFTWARE\\Norlane\\ORB\\Logging";
-        m_registry.Set(machine, key, L"RootPath", QDir::toNativeSeparators(folder).toStdWString());
-        m_registry.Set(machine, key, L"LogMaxSizeKB", maximumKB);
+        constexpr auto kMachine = FakeRegistry::Root::Machine;
+        constexpr const wchar_t* kKey = L"SOFTWARE\\Norlane\\ORB\\Logging";
+        m_registry.Set(kMachine, kKey, L"RootPath", QDir::toNativeSeparators(folder).toStdWString());
+        m_registry.Set(kMachine, kKey, L"LogMaxSizeKB", maximumKB);
         NlOrbLogging::Initialize(L"NLCC", L"Veridan", 4, 0);
     }
     ~LogSetup() { NlOrbLogging::GetLogger().Shutdown(); }
@@ -51,7 +51,7 @@ std::wstring FloorPath(const QString& folder)
 void WriteLines(int count)
 {
     for (int number = 0; number < count; ++number)
-        LOG(g_log, 4, L"%s: Scope %hs, %d keys", "S-1-5-18", 100000 + number % 1000);
+        LOG(kLog, 4, L"%s: Scope %hs, %d keys", "S-1-5-18", 100000 + number % 1000);
 }
 
 /// As many lines of as many bytes as WriteLines() writes.
@@ -74,7 +74,7 @@ void FilteredCall(benchmark::State& state)
         turns.Alone([] {
             for (int number = 0; number < kCalls; ++number)
             {
-                LOG(g_log, 5, L"%s: Scope %hs, %d keys", "S-1-5-18", number);
+                LOG(kLog, 5, L"%s: Scope %hs, %d keys", "S-1-5-18", number);
                 benchmark::ClobberMemory();
             }
         });

@@ -6,7 +6,7 @@ namespace
 {
 
 /// With fewer samples the last of a hundred is a matter of luck.
-constexpr std::size_t EnoughFor99 = 200;
+constexpr std::size_t kEnoughFor99 = 200;
 
 /// The sample that `share` of them do not exceed.
 double Quantile(std::vector<double>& samples, double share)
@@ -29,7 +29,7 @@ InTurns::~InTurns()
     if (m_subject.empty())
         return;
     m_state.counters[m_bytes ? "bytes" : "seconds"] = Quantile(m_subject, 0.5);
-    if (m_subject.size() >= EnoughFor99)
+    if (m_subject.size() >= kEnoughFor99)
         m_state.counters["p99"] = Quantile(m_subject, 0.99);
     if (!m_floor.empty())
         m_state.counters["floor"] = Quantile(m_floor, 0.5);

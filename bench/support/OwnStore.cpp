@@ -33,7 +33,7 @@ template <class Function>
 void Resolve(QLibrary& library, Function*& function, const char* name)
 {
     function = reinterpret_cast<Function*>(library.resolve(name));
-    if (function == nullptr)
+    if (!function)
         Stop(QStringLiteral("The settings store has no function %1: %2")
                  .arg(QLatin1String(name), library.errorString()));
 }
@@ -77,7 +77,7 @@ void OwnStore::Seed(const char* sid) const
 
 std::vector<BareSetting> SeededSettings()
 {
-    static const std::map<QString, OrbStrataType> types = {
+    static const std::map<QString, OrbStrataType> s_types = {
         {"bool", ORB_STRATA_TYPE_BOOL},     {"int32", ORB_STRATA_TYPE_INT32}, {"int64", ORB_STRATA_TYPE_INT64},
         {"string", ORB_STRATA_TYPE_STRING}, {"utf8", ORB_STRATA_TYPE_UTF8},   {"object", ORB_STRATA_TYPE_OBJECT}};
     QFile file(BesideProgram("defaults.json"));
@@ -88,7 +88,7 @@ std::vector<BareSetting> SeededSettings()
     for (auto entry = entries.begin(); entry != entries.end(); ++entry)
     {
         const QString type = entry->toObject().value(QStringLiteral("type")).toString();
-        settings.push_back({entry.key().toStdWString(), types.at(type)});
+        settings.push_back({entry.key().toStdWString(), s_types.at(type)});
     }
     return settings;
 }

@@ -39,7 +39,7 @@ const KindRow& RowOf(ArgumentKind kind)
 {
     using I32 = std::numeric_limits<qint32>;
     using U32 = std::numeric_limits<quint32>;
-    static constexpr KindRow Rows[] = {
+    static constexpr KindRow kRows[] = {
         {"any", "a value", [](const QVariant&) { return true; }},
         {"any", "a value", [](const QVariant&) { return true; }},
         {"string", "a string", IsString},
@@ -67,7 +67,7 @@ const KindRow& RowOf(ArgumentKind kind)
         {"constraints", "a whole number from 0 to 4294967295",
          [](const QVariant& value) { return IsWholeNumber(value, 0, U32::max()); }},
     };
-    return Rows[static_cast<int>(kind)];
+    return kRows[static_cast<int>(kind)];
 }
 
 } // namespace

@@ -52,13 +52,13 @@ bool Elevation::Decide(const QString& client)
 
 bool Elevation::Ask(const QString& client)
 {
-    constexpr int PatienceMs = 2 * 60 * 1000;
+    constexpr int kPatienceMs = 2 * 60 * 1000;
     if (!m_sessions.WatchedAny(Topic::Elevation))
         return false;
     Prompt prompt;
     const quint64 number = ++m_last;
     m_prompts.emplace(number, &prompt);
-    QTimer::singleShot(PatienceMs, &prompt.loop, &QEventLoop::quit);
+    QTimer::singleShot(kPatienceMs, &prompt.loop, &QEventLoop::quit);
     m_sessions.Publish(Topic::Elevation, {},
                        {{QStringLiteral("event"), QStringLiteral("elevation")},
                         {QStringLiteral("prompt"), number},

@@ -8,14 +8,14 @@
 
 void RunUntilIdle()
 {
-    constexpr qint64 PatienceMs = 1000;
+    constexpr qint64 kPatienceMs = 1000;
     QElapsedTimer timer;
     timer.start();
     do
     {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    } while (QAbstractEventDispatcher::instance()->hasPendingEvents() && timer.elapsed() < PatienceMs);
+    } while (QAbstractEventDispatcher::instance()->hasPendingEvents() && timer.elapsed() < kPatienceMs);
     // The outer loop may have been told to end meanwhile, and what was processed here has used up its notice.
     QAbstractEventDispatcher::instance()->interrupt();
 }

@@ -21,26 +21,26 @@ qint64 SizeOfAll(const Container& values)
 /// The memory of a value, roughly.
 qint64 SizeOf(const QVariant& value)
 {
-    constexpr qint64 Overhead = 64;
+    constexpr qint64 kOverhead = 64;
     const auto sizeOf = [](const QString& string) { return string.size() * qint64{2}; };
     switch (static_cast<QMetaType::Type>(value.userType()))
     {
     case QMetaType::QString:
-        return Overhead + sizeOf(value.toString());
+        return kOverhead + sizeOf(value.toString());
     case QMetaType::QByteArray:
-        return Overhead + value.toByteArray().size();
+        return kOverhead + value.toByteArray().size();
     case QMetaType::QVariantMap: {
         const QVariantMap map = value.toMap();
         qint64 names = 0;
         for (auto it = map.keyBegin(); it != map.keyEnd(); ++it)
-            names += Overhead + sizeOf(*it);
-        return Overhead + names + SizeOfAll(map);
+            names += kOverhead + sizeOf(*it);
+        return kOverhead + names + SizeOfAll(map);
     }
     case QMetaType::QVariantList:
     case QMetaType::QStringList:
-        return Overhead + SizeOfAll(value.toList());
+        return kOverhead + SizeOfAll(value.toList());
     default:
-        return Overhead;
+        return kOverhead;
     }
 }
 

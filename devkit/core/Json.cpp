@@ -202,18 +202,18 @@ Tree Writer::Convert(const QVariant& value)
 /// The library leaves DEL and C1 as they are; both stand in strings only.
 QByteArray EscapeControls(const std::string& text)
 {
-    constexpr unsigned char Delete = 0x7F;
-    constexpr unsigned char LeadOfC1 = 0xC2;
+    constexpr unsigned char kDelete = 0x7F;
+    constexpr unsigned char kLeadOfC1 = 0xC2;
     QByteArray out;
     out.reserve(static_cast<int>(text.size()));
     for (std::size_t i = 0; i < text.size(); ++i)
     {
         const auto byte = static_cast<unsigned char>(text[i]);
-        const bool c1 = byte == LeadOfC1 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
-        if (byte != Delete && !c1)
+        const bool c1 = byte == kLeadOfC1 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
+        if (byte != kDelete && !c1)
             out += text[i];
         else
-            out += "\\u00" + QByteArray::number(c1 ? static_cast<unsigned char>(text[++i]) : Delete, 16);
+            out += "\\u00" + QByteArray::number(c1 ? static_cast<unsigned char>(text[++i]) : kDelete, 16);
     }
     return out;
 }

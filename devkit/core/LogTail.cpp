@@ -9,7 +9,7 @@
 namespace
 {
 
-constexpr int NoLevel = 0;
+constexpr int kNoLevel = 0;
 
 /// The level of a line that begins a message; NoLevel for one that goes on with it.
 int LevelOf(const QString& line, bool& begins)
@@ -20,7 +20,7 @@ int LevelOf(const QString& line, bool& begins)
                                   QStringLiteral(" I"), QStringLiteral(" D"), QStringLiteral(" V")};
     const QRegularExpressionMatch match = Prefix.match(line);
     begins = match.hasMatch();
-    return begins ? Tags.indexOf(match.captured(1)) + 1 : NoLevel;
+    return begins ? Tags.indexOf(match.captured(1)) + 1 : kNoLevel;
 }
 
 constexpr const char* kLineEnd = "\r\n";
@@ -55,13 +55,13 @@ QStringList ReadLines(QFile& file, qint64 size)
 QStringList FilterLog(const QStringList& lines, int maximumLevel)
 {
     QStringList kept;
-    int level = NoLevel;
+    int level = kNoLevel;
     for (const QString& line : lines)
     {
         bool begins = false;
         const int own = LevelOf(line, begins);
         level = begins || line.isEmpty() ? own : level;
-        if (maximumLevel == NoLevel || (level != NoLevel && level <= maximumLevel))
+        if (maximumLevel == kNoLevel || (level != kNoLevel && level <= maximumLevel))
             kept.append(line);
     }
     return kept;
@@ -72,9 +72,9 @@ QStringList ReadLogTail(const QString& fileName, qint64 count, int maximumLevel)
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    constexpr qint64 FirstPiece = 64LL * 1024;
+    constexpr qint64 kFirstPiece = 64LL * 1024;
     QStringList lines;
-    for (qint64 size = FirstPiece; lines.size() < count; size *= 4)
+    for (qint64 size = kFirstPiece; lines.size() < count; size *= 4)
     {
         lines = FilterLog(ReadLines(file, size), maximumLevel);
         if (size >= file.size())

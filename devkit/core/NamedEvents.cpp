@@ -17,7 +17,7 @@ QString NamedEvents::Create(const QString& name)
         m_events.erase(earlier);
     }
     const Platform::KernelHandle event = Platform::Get<Platform::NamedEvents>().Create(name.toStdWString().c_str());
-    if (event == nullptr)
+    if (!event)
         return QStringLiteral("The event \"%1\" cannot be made: error %2.").arg(name).arg(Platform::LastError());
     m_events.emplace(name, event);
     return {};

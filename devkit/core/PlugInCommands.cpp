@@ -52,11 +52,11 @@ Answer Settle(const Host& host, const Arguments& arguments)
 std::vector<Command> PlugInCommands(Host& host)
 {
     using Kind = ArgumentKind;
-    constexpr auto Optional = Parameter::Need::Optional;
+    constexpr auto kOptional = Parameter::Need::Optional;
     return {
         {"load",
          "loads and initialises the plug-in, without the libraries that are to be missing",
-         {{"missing", Kind::Strings, Optional, "strata|metrics|flyer"}},
+         {{"missing", Kind::Strings, kOptional, "strata|metrics|flyer"}},
          [&host](const Arguments& arguments) { return Load(host, arguments); }},
         {"unload",
          "deletes the plug-in and unloads its library",
@@ -69,7 +69,7 @@ std::vector<Command> PlugInCommands(Host& host)
          Command::Turn::Any},
         {"settle",
          "waits until the store has told of every change",
-         {{"timeoutMs", Kind::Milliseconds, Optional}},
+         {{"timeoutMs", Kind::Milliseconds, kOptional}},
          [&host](const Arguments& arguments) { return Settle(host, arguments); }},
     };
 }

@@ -15,7 +15,7 @@ struct Library
     const char* file;
 };
 
-constexpr std::array<Library, 3> Libraries{{
+constexpr std::array<Library, 3> kLibraries{{
     {"strata", "nl_orb_strata_32" VERIDAN_MODULE_SUFFIX},
     {"metrics", "nl_orb_datapipeline_api_32" VERIDAN_MODULE_SUFFIX},
     {"flyer", "nl_flyer_api_32" VERIDAN_MODULE_SUFFIX},
@@ -38,7 +38,7 @@ PlugInEnvironment::PlugInEnvironment(Registry& registry, const DataFolder& folde
     QDir().mkpath(folder.LogRoot());
     for (const Registry::Root root : {Registry::Root::Machine, Registry::Root::User})
         m_incomplete |= !registry.Set(root, LoggingKey(), QStringLiteral("RootPath"), logRoot);
-    for (const Library& library : Libraries)
+    for (const Library& library : kLibraries)
     {
         const QString file = QLatin1String(library.file);
         const QString path = QDir::toNativeSeparators(libraryFolder + QLatin1Char('/') + file);
@@ -49,7 +49,7 @@ PlugInEnvironment::PlugInEnvironment(Registry& registry, const DataFolder& folde
 PlugInEnvironment::MissingLibraries::MissingLibraries(Registry& registry, const QStringList& names)
     : m_registry(registry)
 {
-    for (const Library& library : Libraries)
+    for (const Library& library : kLibraries)
     {
         if (names.contains(QLatin1String(library.name)))
         {

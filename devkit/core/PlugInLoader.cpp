@@ -20,10 +20,10 @@ PlugInLoader::~PlugInLoader()
 PlugInLoader::Outcome PlugInLoader::Load()
 {
     QObject* object = m_library.instance();
-    if (object == nullptr)
+    if (!object)
         return Fail(QStringLiteral("%1 does not load: %2").arg(m_file, m_library.errorString()));
     m_plugIn = qobject_cast<IPlugIn*>(object);
-    if (m_plugIn == nullptr)
+    if (!m_plugIn)
     {
         return Fail(QStringLiteral("%1 does not offer the interface \"%2\".")
                         .arg(m_file, QLatin1String(qobject_interface_iid<IPlugIn*>())));

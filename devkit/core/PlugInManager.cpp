@@ -22,7 +22,7 @@ void PlugInManager::ReleaseDataPeer(IDataPeer* peer)
 
 void PlugInManager::InvokeWhenEventLoopReady(void*, QObject* receiver, const char* slot)
 {
-    const QMetaMethod method = receiver == nullptr ? QMetaMethod() : FindSlot(*receiver, slot);
+    const QMetaMethod method = receiver ? FindSlot(*receiver, slot) : QMetaMethod();
     if (!method.isValid() || method.parameterCount() != 0)
     {
         m_warn(QStringLiteral("The plug-in asks for a slot that it does not have: %1").arg(QString::fromUtf8(slot)));

@@ -179,13 +179,13 @@ std::vector<Command> Session::OwnCommands()
 {
     using Kind = ArgumentKind;
     using Turn = Command::Turn;
-    constexpr auto Optional = Parameter::Need::Optional;
+    constexpr auto kOptional = Parameter::Need::Optional;
     return {
         {"watch",
          "events of a topic from now on, of variables and keys that begin so",
-         {{"topic", Kind::String, Optional, kTopicNames},
-          {"prefix", Kind::String, Optional},
-          {"on", Kind::Bool, Optional}},
+         {{"topic", Kind::String, kOptional, kTopicNames},
+          {"prefix", Kind::String, kOptional},
+          {"on", Kind::Bool, kOptional}},
          [this](const Arguments& arguments) {
              const Topic topic = TopicNamed(arguments.Value("topic", QStringLiteral("variables")).toString());
              Watch(topic, arguments.String("prefix"), arguments.Bool("on", true));

@@ -33,11 +33,11 @@ Result<StoreAccess::Entries> EntriesFrom(const QVariantMap& json)
 std::vector<Command> StoreCommands(StoreAccess& store)
 {
     using Kind = ArgumentKind;
-    constexpr auto Optional = Parameter::Need::Optional;
-    constexpr auto Required = Parameter::Need::Required;
-    const Parameter scope{"scope", Kind::Name, Required, nullptr, "user"};
+    constexpr auto kOptional = Parameter::Need::Optional;
+    constexpr auto kRequired = Parameter::Need::Required;
+    const Parameter scope{"scope", Kind::Name, kRequired, nullptr, "user"};
     const Parameter key{"key", Kind::Name};
-    const Parameter type{"type", Kind::String, Required, StoreEntry::kTypeNames, ""};
+    const Parameter type{"type", Kind::String, kRequired, StoreEntry::kTypeNames, ""};
     return {
         {"store.get",
          "what the store holds under a key",
@@ -70,7 +70,7 @@ std::vector<Command> StoreCommands(StoreAccess& store)
          }},
         {"store.list",
          "every entry whose key begins so",
-         {scope, {"prefix", Kind::String, Optional}},
+         {scope, {"prefix", Kind::String, kOptional}},
          [&store](const Arguments& arguments) {
              const auto entries = store.List(arguments.String("scope"), arguments.String("prefix"));
              if (!entries.Ok())
@@ -83,7 +83,7 @@ std::vector<Command> StoreCommands(StoreAccess& store)
          Command::Turn::Any},
         {"store.write",
          "writes entries by key, all or none; with absent only where there is no value",
-         {scope, {"entries", Kind::Entries}, {"absent", Kind::Bool, Optional}},
+         {scope, {"entries", Kind::Entries}, {"absent", Kind::Bool, kOptional}},
          [&store](const Arguments& arguments) {
              const auto entries = EntriesFrom(arguments.Value("entries").toMap());
              if (!entries.Ok())

@@ -59,24 +59,24 @@ std::vector<Command> StoreTestCommands(Host& host)
 {
     using Kind = ArgumentKind;
     using Turn = Command::Turn;
-    constexpr auto Optional = Parameter::Need::Optional;
-    constexpr auto Required = Parameter::Need::Required;
+    constexpr auto kOptional = Parameter::Need::Optional;
+    constexpr auto kRequired = Parameter::Need::Required;
     return {
         {"store.fault",
          "makes the plug-in's next calls of a store function answer a code",
-         {{"function", Kind::Name, Optional},
-          {"code", Kind::UInt32, Optional},
-          {"key", Kind::Name, Optional},
-          {"count", Kind::UInt32, Optional}},
+         {{"function", Kind::Name, kOptional},
+          {"code", Kind::UInt32, kOptional},
+          {"key", Kind::Name, kOptional},
+          {"count", Kind::UInt32, kOptional}},
          &Fault},
         {"store.writes",
          "every value write that reached the store in this run",
-         {{"since", Kind::Natural, Optional}},
+         {{"since", Kind::Natural, kOptional}},
          [&host](const Arguments& arguments) { return Writes(host, arguments); },
          Turn::Any},
         {"elevation",
          "the answer to the plug-in's elevation prompts",
-         {{"answer", Kind::String, Required, "accept|decline|ask"}},
+         {{"answer", Kind::String, kRequired, "accept|decline|ask"}},
          [&host](const Arguments& arguments) {
              host.elevation.SetMode(ModeNamed(arguments.String("answer")));
              return Answer{};

@@ -28,7 +28,7 @@ std::vector<StoreWrites::Write> StoreWrites::Since(quint64 sequence) const
 
 bool StoreWrites::Settle(int timeoutMs) const
 {
-    constexpr qint64 SliceMs = 20; // between which the event loop runs, for other clients too
+    constexpr qint64 kSliceMs = 20; // between which the event loop runs, for other clients too
     QElapsedTimer timer;
     timer.start();
     for (;;)
@@ -37,7 +37,7 @@ bool StoreWrites::Settle(int timeoutMs) const
         const qint64 left = timeoutMs - timer.elapsed();
         if (left < 0)
             return false;
-        const bool delivered = OrbStrataControl_WaitForDelivery(static_cast<uint32_t>(std::min(left, SliceMs)));
+        const bool delivered = OrbStrataControl_WaitForDelivery(static_cast<uint32_t>(std::min(left, kSliceMs)));
         RunUntilIdle();
         if (delivered && Count() == known)
             return true;
@@ -52,11 +52,11 @@ quint64 StoreWrites::Count() const
 
 void NL_SUITE_CALL StoreWrites::OnWrite(void* context, const char* sid, const wchar_t* key, bool byPlugIn)
 {
-    constexpr std::size_t Most = 100'000;
+    constexpr std::size_t kMost = 100'000;
     auto* const self = static_cast<StoreWrites*>(context);
     const std::lock_guard<std::mutex> lock(self->m_mutex);
     self->m_writes.push_back(
         {++self->m_count, self->m_store.ScopeOf(QString::fromUtf8(sid)), QString::fromWCharArray(key), byPlugIn});
-    if (self->m_writes.size() > Most)
+    if (self->m_writes.size() > kMost)
         self->m_writes.pop_front();
 }

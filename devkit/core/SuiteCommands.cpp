@@ -7,7 +7,7 @@ std::vector<Command> SuiteCommands()
 {
     using Kind = ArgumentKind;
     using Turn = Command::Turn;
-    constexpr auto Optional = Parameter::Need::Optional;
+    constexpr auto kOptional = Parameter::Need::Optional;
     return {
         {"flyers",
          "the flyers that were made",
@@ -27,7 +27,7 @@ std::vector<Command> SuiteCommands()
          }},
         {"flyer.fault",
          "makes the plug-in's next calls of a flyer function answer a code",
-         {{"function", Kind::Name, Optional}, {"code", Kind::Int32, Optional}, {"count", Kind::UInt32, Optional}},
+         {{"function", Kind::Name, kOptional}, {"code", Kind::Int32, kOptional}, {"count", Kind::UInt32, kOptional}},
          [](const Arguments& arguments) {
              return SetFault(
                  arguments, &NlFlyerControl_ClearFaults, [](const QByteArray& function, qint64 code, quint32 count) {
@@ -43,7 +43,7 @@ std::vector<Command> SuiteCommands()
          Turn::Any},
         {"metrics.fault",
          "makes the plug-in's next metric events answer a code",
-         {{"code", Kind::Int32}, {"count", Kind::UInt32, Optional}},
+         {{"code", Kind::Int32}, {"count", Kind::UInt32, kOptional}},
          [](const Arguments& arguments) {
              OrbDpControl_SetFault(static_cast<int32_t>(arguments.Number("code")),
                                    static_cast<uint32_t>(arguments.Number("count", 1)));

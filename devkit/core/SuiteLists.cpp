@@ -10,12 +10,12 @@ namespace
 
 QVariant StringOrNull(const char* text)
 {
-    return text == nullptr ? QVariant() : QVariant(QString::fromUtf8(text));
+    return text ? QVariant(QString::fromUtf8(text)) : QVariant();
 }
 
 void NL_SUITE_CALL CollectFlyer(void* context, const NlFlyerView* flyer)
 {
-    static constexpr const char* States[] = {"created", "shown", "closed"};
+    static constexpr const char* kStates[] = {"created", "shown", "closed"};
     QVariantList buttons;
     for (uint32_t i = 0; i < flyer->buttonCount; ++i)
     {
@@ -27,7 +27,7 @@ void NL_SUITE_CALL CollectFlyer(void* context, const NlFlyerView* flyer)
                     {QStringLiteral("title"), QString::fromWCharArray(flyer->title)},
                     {QStringLiteral("description"), QString::fromWCharArray(flyer->description)},
                     {QStringLiteral("buttons"), buttons},
-                    {QStringLiteral("state"), QLatin1String(States[flyer->state])}});
+                    {QStringLiteral("state"), QLatin1String(kStates[flyer->state])}});
 }
 
 void NL_SUITE_CALL CollectMetric(void* context, const OrbDpEvent* event)
@@ -35,7 +35,7 @@ void NL_SUITE_CALL CollectMetric(void* context, const OrbDpEvent* event)
     QVariantMap row{{QStringLiteral("code"), event->code},
                     {QStringLiteral("name"), QString::fromUtf8(event->name)},
                     {QStringLiteral("major"), event->major}};
-    if (event->payload != nullptr)
+    if (event->payload)
         row.insert(QStringLiteral("payload"), QString::fromWCharArray(event->payload));
     static_cast<QVariantList*>(context)->append(row);
 }

@@ -47,10 +47,10 @@ std::vector<Command> SystemCommands(Host& host)
 {
     using Kind = ArgumentKind;
     using Turn = Command::Turn;
-    constexpr auto Optional = Parameter::Need::Optional;
-    constexpr auto Required = Parameter::Need::Required;
+    constexpr auto kOptional = Parameter::Need::Optional;
+    constexpr auto kRequired = Parameter::Need::Required;
     const Parameter name{"name", Kind::Name};
-    const Parameter root{"root", Kind::String, Required, "machine|user"};
+    const Parameter root{"root", Kind::String, kRequired, "machine|user"};
     const Parameter key{"key", Kind::Name};
     const Parameter value{"value", Kind::Name};
     return {
@@ -86,7 +86,7 @@ std::vector<Command> SystemCommands(Host& host)
          [&host](const Arguments& arguments) { return EventState(host, arguments); }},
         {"log",
          "the last lines of the plug-in's log",
-         {{"lines", Kind::Natural, Optional}, {"level", Kind::UInt32, Optional}},
+         {{"lines", Kind::Natural, kOptional}, {"level", Kind::UInt32, kOptional}},
          [&host](const Arguments& arguments) { return Log(host, arguments); },
          Turn::Any},
         {"registry.set",
@@ -94,8 +94,8 @@ std::vector<Command> SystemCommands(Host& host)
          {root,
           key,
           value,
-          {"dword", Kind::UInt32, Optional, nullptr, ""},
-          {"string", Kind::String, Optional, nullptr, ""}},
+          {"dword", Kind::UInt32, kOptional, nullptr, ""},
+          {"string", Kind::String, kOptional, nullptr, ""}},
          [&host](const Arguments& arguments) { return RegistrySet(host, arguments); }},
         {"registry.remove",
          "removes a value of the registry",

@@ -8,7 +8,7 @@ namespace
 {
 
 /// Qt hands addresses over by their scheme.
-constexpr std::array<const char*, 6> Schemes{"http", "https", "ftp", "file", "mailto", "ms-settings"};
+constexpr std::array<const char*, 6> kSchemes{"http", "https", "ftp", "file", "mailto", "ms-settings"};
 
 } // namespace
 
@@ -38,12 +38,12 @@ void UrlRecorder::Record(const QUrl& url)
 
 void UrlRecorder::TakeOver()
 {
-    for (const char* scheme : Schemes)
+    for (const char* scheme : kSchemes)
         QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "Record");
 }
 
 void UrlRecorder::Release()
 {
-    for (const char* scheme : Schemes)
+    for (const char* scheme : kSchemes)
         QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
 }

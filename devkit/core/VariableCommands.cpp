@@ -43,7 +43,7 @@ std::vector<Command> VariableCommands(VariableHub& hub)
 {
     using Kind = ArgumentKind;
     using Turn = Command::Turn;
-    constexpr auto Optional = Parameter::Need::Optional;
+    constexpr auto kOptional = Parameter::Need::Optional;
     return {
         {"get",
          "a variable's value",
@@ -61,19 +61,19 @@ std::vector<Command> VariableCommands(VariableHub& hub)
          }},
         {"trigger",
          "fires a trigger as a page does",
-         {{"name", Kind::VariableId}, {"value", Kind::Any, Optional}},
+         {{"name", Kind::VariableId}, {"value", Kind::Any, kOptional}},
          [&hub](const Arguments& arguments) {
              hub.Trigger(arguments.String("name"), arguments.Value("value", true), Actor::Page);
              return Answer{};
          }},
         {"variables",
          "every variable whose id begins so",
-         {{"prefix", Kind::String, Optional}},
+         {{"prefix", Kind::String, kOptional}},
          [&hub](const Arguments& arguments) { return Variables(hub, arguments); },
          Turn::Any},
         {"history",
          "what was done with the variables, as far back as it is kept",
-         {{"name", Kind::VariableId, Optional}, {"since", Kind::Natural, Optional}},
+         {{"name", Kind::VariableId, kOptional}, {"since", Kind::Natural, kOptional}},
          [&hub](const Arguments& arguments) { return ListHistory(hub, arguments); },
          Turn::Any},
         {"strings",

@@ -28,7 +28,7 @@ QString KindOf(const QVariant& value)
 
 QMetaMethod FindSlot(const QObject& receiver, const char* slot)
 {
-    if (slot == nullptr || slot[0] != '0' + QSLOT_CODE)
+    if (!slot || slot[0] != '0' + QSLOT_CODE)
         return {};
     const QMetaObject* metaObject = receiver.metaObject();
     const QMetaMethod method = metaObject->method(metaObject->indexOfSlot(QMetaObject::normalizedSignature(slot + 1)));
@@ -91,7 +91,7 @@ void VariableHub::RegisterKept(const QString& name, Owner owner)
 
 bool VariableHub::Subscribe(const QString& name, Owner owner, QObject* receiver, const char* slot)
 {
-    const QMetaMethod method = receiver == nullptr ? QMetaMethod() : FindSlot(*receiver, slot);
+    const QMetaMethod method = receiver ? FindSlot(*receiver, slot) : QMetaMethod();
     if (!method.isValid())
     {
         m_warn(QStringLiteral("A subscription of %1 names no slot that could take it: %2")
@@ -162,7 +162,7 @@ void VariableHub::Deliver(const QString& name)
     for (const quint64 key : keys)
     {
         const auto found = m_subscriptions.find(key);
-        if (found == m_subscriptions.end() || found->second.receiver == nullptr)
+        if (found == m_subscriptions.end() || !found->second.receiver)
             continue;
         QObject* receiver = found->second.receiver;
         const QMetaMethod slot = found->second.slot;

@@ -5,17 +5,17 @@ namespace DataPipeline
 
 EventRecorder& EventRecorder::Instance()
 {
-    static EventRecorder recorder;
-    return recorder;
+    static EventRecorder s_recorder;
+    return s_recorder;
 }
 
 int32_t EventRecorder::Record(int32_t code, const char* name, const wchar_t* payload, bool major)
 {
-    constexpr int32_t InvalidArgument = 87;
+    constexpr int32_t kInvalidArgument = 87;
     const std::lock_guard lock(m_mutex);
-    if (name == nullptr)
-        return InvalidArgument;
-    m_events.push_back({code, name, payload == nullptr ? std::nullopt : std::optional<std::wstring>(payload), major});
+    if (!name)
+        return kInvalidArgument;
+    m_events.push_back({code, name, payload ? std::optional<std::wstring>(payload) : std::nullopt, major});
     return 0;
 }
 

@@ -80,7 +80,7 @@ private:
     static void Report([[maybe_unused]] Argument argument, [[maybe_unused]] uint32_t code)
     {
         if constexpr (std::is_same_v<Argument, uint32_t*>)
-            if (argument != nullptr)
+            if (argument)
                 *argument = code;
     }
 

@@ -11,7 +11,7 @@ namespace
 
 std::optional<std::wstring> KeyOf(const wchar_t* key)
 {
-    return key == nullptr ? std::nullopt : std::optional<std::wstring>(key);
+    return key ? std::optional<std::wstring>(key) : std::nullopt;
 }
 
 } // namespace
@@ -21,7 +21,7 @@ FaultInjector::FaultInjector(std::vector<std::string_view> names) : m_names(std:
 
 std::optional<std::size_t> FaultInjector::NumberOf(const char* function) const
 {
-    if (function == nullptr)
+    if (!function)
         return kEvery;
     const auto name = std::find(m_names.begin(), m_names.end(), function);
     return name == m_names.end() ? std::nullopt : std::optional(static_cast<std::size_t>(name - m_names.begin()));
@@ -66,8 +66,8 @@ std::optional<Failure> FaultInjector::Enter(std::size_t function, const wchar_t*
     ++m_calls[function].all;
     for (auto fault = m_faults.begin(); fault != m_faults.end(); ++fault)
     {
-        const bool matches = (fault->function == kEvery || fault->function == function) &&
-                             (!fault->key || (key != nullptr && *fault->key == key));
+        const bool matches =
+            (fault->function == kEvery || fault->function == function) && (!fault->key || (key && *fault->key == key));
         if (!matches || (fault->passing != 0 && fault->passing-- != 0))
             continue;
         const Failure failure = fault->failure;

@@ -8,15 +8,15 @@ namespace
 
 std::wstring TextOf(const wchar_t* text)
 {
-    return text == nullptr ? std::wstring() : std::wstring(text);
+    return text ? std::wstring(text) : std::wstring();
 }
 
 } // namespace
 
 FlyerBoard& FlyerBoard::Instance()
 {
-    static FlyerBoard board;
-    return board;
+    static FlyerBoard s_board;
+    return s_board;
 }
 
 Flyer& FlyerBoard::Add(const wchar_t* title, const wchar_t* description)
@@ -62,7 +62,7 @@ void FlyerBoard::Visit(NlFlyerVisitor visitor, void* context) const
 bool FlyerBoard::Press(int32_t id, uint32_t button)
 {
     Flyer* flyer = id < 1 ? nullptr : FindById(static_cast<std::size_t>(id));
-    if (flyer == nullptr || flyer->state != NL_FLYER_SHOWN || button >= flyer->buttons.size())
+    if (!flyer || flyer->state != NL_FLYER_SHOWN || button >= flyer->buttons.size())
         return false;
     const auto action = flyer->buttons[button].action;
     if (!action)

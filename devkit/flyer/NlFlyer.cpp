@@ -6,14 +6,14 @@ using namespace Flyers;
 namespace
 {
 
-constexpr int32_t InvalidHandle = 6;
-constexpr int32_t InvalidArgument = 87;
+constexpr int32_t kInvalidHandle = 6;
+constexpr int32_t kInvalidArgument = 87;
 
 /// Finds the flyer that a function works on. Answers the function's result: 0 if it may go on.
 int32_t Find(NlFlyerHandle handle, Flyer*& flyer)
 {
     flyer = FlyerBoard::Instance().Find(handle);
-    return flyer == nullptr || flyer->state == NL_FLYER_CLOSED ? InvalidHandle : 0;
+    return !flyer || flyer->state == NL_FLYER_CLOSED ? kInvalidHandle : 0;
 }
 
 } // namespace
@@ -28,8 +28,8 @@ NL_FLYER_FUNCTIONS(FLYER_FUNCTION)
 int32_t NlFlyer_CreateFlyer(int32_t /*reserved*/, const wchar_t* title, const wchar_t* description, int32_t /*kind*/,
                             NlFlyerHandle* flyer)
 {
-    if (flyer == nullptr)
-        return InvalidArgument;
+    if (!flyer)
+        return kInvalidArgument;
     *flyer = FlyerBoard::HandleOf(FlyerBoard::Instance().Add(title, description));
     return 0;
 }
@@ -40,10 +40,9 @@ int32_t NlFlyer_AddButton(NlFlyerHandle handle, const wchar_t* caption, const Nl
     Flyer* flyer = nullptr;
     if (const int32_t error = Find(handle, flyer); error != 0)
         return error;
-    if (caption == nullptr || button == nullptr)
-        return InvalidArgument;
-    flyer->buttons.push_back(
-        {caption, button->action == nullptr ? std::nullopt : std::optional<std::string>(button->action)});
+    if (!caption || !button)
+        return kInvalidArgument;
+    flyer->buttons.push_back({caption, button->action ? std::optional<std::string>(button->action) : std::nullopt});
     return 0;
 }
 
@@ -113,9 +112,8 @@ bool NlFlyerControl_Press(int32_t flyer, uint32_t button)
 bool NlFlyerControl_SetFault(const char* function, int32_t code, uint32_t count)
 {
     auto& faults = Library::Faults();
-    return function != nullptr &&
-           (code == 0 ? faults.Remove(function, nullptr)
-                      : faults.Add({function, nullptr, static_cast<uint32_t>(code), 1, count, false}));
+    return function && (code == 0 ? faults.Remove(function, nullptr)
+                                  : faults.Add({function, nullptr, static_cast<uint32_t>(code), 1, count, false}));
 }
 
 void NlFlyerControl_ClearFaults(void)

@@ -19,8 +19,8 @@ constexpr int kTryAgainLater = 1013;
 
 const QString& Id()
 {
-    static const QString id = QStringLiteral("id");
-    return id;
+    static const QString s_id = QStringLiteral("id");
+    return s_id;
 }
 
 } // namespace

@@ -17,37 +17,36 @@ namespace
 void* CopyBytes(const void* text, std::size_t size)
 {
     void* copy = std::malloc(size);
-    return copy == nullptr ? nullptr : std::memcpy(copy, text, size);
+    return copy ? std::memcpy(copy, text, size) : nullptr;
 }
 
 } // namespace
 
 char* CopyText(const char* text)
 {
-    return text == nullptr ? nullptr : static_cast<char*>(CopyBytes(text, std::strlen(text) + 1));
+    return text ? static_cast<char*>(CopyBytes(text, std::strlen(text) + 1)) : nullptr;
 }
 
 wchar_t* CopyText(const wchar_t* text)
 {
-    return text == nullptr ? nullptr
-                           : static_cast<wchar_t*>(CopyBytes(text, (std::wcslen(text) + 1) * sizeof(wchar_t)));
+    return !text ? nullptr : static_cast<wchar_t*>(CopyBytes(text, (std::wcslen(text) + 1) * sizeof(wchar_t)));
 }
 
 OrbStrataResult MakeTextEntry(OrbStrataType type, const char* text, Entry& entry)
 {
     entry.type = type;
-    if (text == nullptr || !IsUtf8(text))
+    if (!text || !IsUtf8(text))
         return ORB_STRATA_INVALID_ARGUMENT;
     if (type != ORB_STRATA_TYPE_OBJECT)
     {
         entry.text = std::make_shared<const std::string>(text);
-        return Success;
+        return kSuccess;
     }
     const auto object = ParseObject(text);
     if (!object)
         return ORB_STRATA_INVALID_ARGUMENT;
     entry.text = std::make_shared<const std::string>(PrintObject(*object));
-    return Success;
+    return kSuccess;
 }
 
 OrbStrataResult ApplyEdit(OrbStrataHandle handle, const wchar_t* key, Edit::Kind kind, Entry entry)

@@ -14,7 +14,7 @@ wchar_t* CopyText(const wchar_t* text);
 /// Fills an optional out-parameter.
 inline void Tell(OrbStrataResult* target, OrbStrataResult result)
 {
-    if (target != nullptr)
+    if (target)
         *target = result;
 }
 

@@ -51,7 +51,7 @@ std::string Statement::Text(int column) const
 {
     const void* text = sqlite3_column_text(m_statement.get(), column);
     const auto size = static_cast<std::size_t>(sqlite3_column_bytes(m_statement.get(), column));
-    return text == nullptr ? std::string() : std::string(static_cast<const char*>(text), size);
+    return text ? std::string(static_cast<const char*>(text), size) : std::string();
 }
 
 bool Statement::IsInteger(int column) const
@@ -104,9 +104,9 @@ void Database::Close::operator()(sqlite3* connection) const
 std::unique_ptr<Database> Database::Open(const std::string& path, std::string& error)
 {
     // Whoever uses the connection takes turns already, so SQLite need not lock.
-    constexpr int Flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+    constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
     sqlite3* connection = nullptr;
-    const bool opened = sqlite3_open_v2(path.c_str(), &connection, Flags, nullptr) == SQLITE_OK;
+    const bool opened = sqlite3_open_v2(path.c_str(), &connection, kFlags, nullptr) == SQLITE_OK;
     std::unique_ptr<Database> database(new Database(connection, path));
     if (!opened)
     {
@@ -150,18 +150,18 @@ int Database::OnCommit(void* self, sqlite3* /*connection*/, const char* /*name*/
 
 void Database::BoundLog()
 {
-    constexpr int Long = 1000;
-    constexpr int TooLong = 2 * Long;
-    if (m_logPages < TooLong)
-        m_restartAt = TooLong;
-    if (m_logPages < Long)
+    constexpr int kLong = 1000;
+    constexpr int kTooLong = 2 * kLong;
+    if (m_logPages < kTooLong)
+        m_restartAt = kTooLong;
+    if (m_logPages < kLong)
         return;
     sqlite3_wal_checkpoint_v2(m_connection.get(), "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
     if (m_logPages < m_restartAt)
         return;
     // Where others write all the time, there may never be a moment in which everything has been brought back and the
     // log can begin anew: now they have to wait, each time a moment.
-    m_restartAt = m_logPages + Long / 4;
+    m_restartAt = m_logPages + kLong / 4;
     const auto patience = std::exchange(m_patience, std::chrono::milliseconds(40));
     const auto waitedInVain = std::exchange(m_waitedInVain, Clock::time_point());
     sqlite3_wal_checkpoint_v2(m_connection.get(), "main", SQLITE_CHECKPOINT_RESTART, nullptr, nullptr);
@@ -194,7 +194,7 @@ bool Database::BeginsAsDatabase()
     sqlite3_int64 size = 0;
     sqlite3_file* file = nullptr;
     sqlite3_file_control(m_connection.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    if (file == nullptr || file->pMethods == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK)
+    if (!file || !file->pMethods || file->pMethods->xFileSize(file, &size) != SQLITE_OK)
         return false;
     return size == 0 || (file->pMethods->xRead(file, start.data(), static_cast<int>(start.size()), 0) == SQLITE_OK &&
                          std::string_view(start.data(), start.size()) == Start);

@@ -10,7 +10,7 @@ namespace Strata
 {
 
 /// The enumerators are integers, results are unsigned: success as a result.
-constexpr OrbStrataResult Success = ORB_STRATA_SUCCESS;
+constexpr OrbStrataResult kSuccess = ORB_STRATA_SUCCESS;
 
 /// What a scope holds under one key. `number` is a boolean's or an integer's value; `text` a string's UTF-8 text or an
 /// object's text in canonical form, never null for these types and shared by everyone who read it.

@@ -149,7 +149,7 @@ void Notifier::Tell(const Interest& interest, const Delivery& delivery)
 {
     const std::wstring key = Platform::FromUtf8(delivery.key);
     const OrbStrataEntry entry = ViewOf(key.c_str(), delivery.entry);
-    if (interest.watcher != nullptr)
+    if (interest.watcher)
         interest.watcher(interest.context, delivery.changeType, &entry);
     else
         interest.callback(interest.context, entry.key, delivery.changeType,

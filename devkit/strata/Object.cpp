@@ -164,7 +164,7 @@ std::unique_ptr<OrbStrataObject> ParseObject(std::string_view text, std::string*
     // The library takes a NUL for the end of the text and skips a byte order mark.
     const bool readable = text.find('\0') == std::string_view::npos && text.substr(0, 3) != "\xEF\xBB\xBF";
     const bool whole = readable ? Json::sax_parse(text.begin(), text.end(), &builder) : builder.Fail("no JSON");
-    if (error != nullptr)
+    if (error)
         *error = builder.Error();
     return whole ? builder.Take() : nullptr;
 }

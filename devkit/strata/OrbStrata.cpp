@@ -21,7 +21,7 @@ OrbStrataHandle Open(const wchar_t* store, const wchar_t* sid, const wchar_t* cl
 {
     OrbStrataHandle handle = nullptr;
     OrbStrataResult answer = ORB_STRATA_INVALID_ARGUMENT;
-    if (store != nullptr && std::wcscmp(store, L"safe") == 0)
+    if (store && std::wcscmp(store, L"safe") == 0)
         handle = Store::Instance().Open(sid, access, clientId, answer);
     Tell(result, answer);
     return handle;
@@ -31,7 +31,7 @@ OrbStrataHandle Open(const wchar_t* store, const wchar_t* sid, const wchar_t* cl
 OrbStrataResult Read(OrbStrataHandle handle, const wchar_t* key, OrbStrataType type, Entry& entry)
 {
     const OrbStrataResult answer = Store::Instance().Find(handle, key, entry);
-    if (answer == Success && entry.type != type)
+    if (answer == kSuccess && entry.type != type)
         return entry.type == ORB_STRATA_TYPE_NONE ? ORB_STRATA_NOT_FOUND : ORB_STRATA_WRONG_TYPE;
     return answer;
 }
@@ -43,7 +43,7 @@ Number ReadNumber(OrbStrataHandle handle, const wchar_t* key, OrbStrataType type
     Entry entry;
     const auto answer = Read(handle, key, type, entry);
     Tell(result, answer);
-    return answer == Success ? static_cast<Number>(entry.number) : defaultValue;
+    return answer == kSuccess ? static_cast<Number>(entry.number) : defaultValue;
 }
 
 OrbStrataResult WriteNumber(OrbStrataHandle handle, const wchar_t* key, OrbStrataType type, int64_t value)
@@ -55,7 +55,7 @@ OrbStrataResult WriteText(OrbStrataHandle handle, const wchar_t* key, OrbStrataT
 {
     Entry entry;
     const auto answer = MakeTextEntry(type, value, entry);
-    return answer != Success ? answer : ApplyEdit(handle, key, Edit::Kind::Value, std::move(entry));
+    return answer != kSuccess ? answer : ApplyEdit(handle, key, Edit::Kind::Value, std::move(entry));
 }
 
 } // namespace
@@ -116,7 +116,7 @@ wchar_t* OrbStrata_GetString(OrbStrataHandle handle, const wchar_t* key, const w
     Entry entry;
     const auto answer = Read(handle, key, ORB_STRATA_TYPE_STRING, entry);
     Tell(result, answer);
-    return CopyText(answer == Success ? Platform::FromUtf8(*entry.text).c_str() : defaultValue);
+    return CopyText(answer == kSuccess ? Platform::FromUtf8(*entry.text).c_str() : defaultValue);
 }
 
 OrbStrataResult OrbStrata_SetString(OrbStrataHandle handle, const wchar_t* key, const wchar_t* value)
@@ -131,7 +131,7 @@ char* OrbStrata_GetStringUtf8(OrbStrataHandle handle, const wchar_t* key, const 
     Entry entry;
     const auto answer = Read(handle, key, ORB_STRATA_TYPE_UTF8, entry);
     Tell(result, answer);
-    return CopyText(answer == Success ? entry.text->c_str() : defaultValue);
+    return CopyText(answer == kSuccess ? entry.text->c_str() : defaultValue);
 }
 
 OrbStrataResult OrbStrata_SetStringUtf8(OrbStrataHandle handle, const wchar_t* key, const char* value)
@@ -149,7 +149,7 @@ uint32_t OrbStrata_GetConstraints(OrbStrataHandle handle, const wchar_t* key, Or
     Entry entry;
     const auto answer = Store::Instance().Find(handle, key, entry);
     Tell(result, answer);
-    return answer == Success ? entry.constraints : 0;
+    return answer == kSuccess ? entry.constraints : 0;
 }
 
 OrbStrataResult OrbStrata_SetConstraints(OrbStrataHandle handle, const wchar_t* key, uint32_t constraints)
@@ -162,10 +162,10 @@ OrbStrataObject* OrbStrata_GetObject(OrbStrataHandle handle, const wchar_t* key,
     Entry entry;
     std::unique_ptr<OrbStrataObject> object;
     auto answer = Read(handle, key, ORB_STRATA_TYPE_OBJECT, entry);
-    if (answer == Success)
+    if (answer == kSuccess)
     {
         object = ParseObject(*entry.text);
-        answer = object ? Success : OrbStrataResult{ORB_STRATA_STORE_FAILED};
+        answer = object ? kSuccess : OrbStrataResult{ORB_STRATA_STORE_FAILED};
     }
     Tell(result, answer);
     return object.release();
@@ -173,7 +173,7 @@ OrbStrataObject* OrbStrata_GetObject(OrbStrataHandle handle, const wchar_t* key,
 
 OrbStrataResult OrbStrata_SetObject(OrbStrataHandle handle, const wchar_t* key, const OrbStrataObject* object)
 {
-    if (object == nullptr)
+    if (!object)
         return ORB_STRATA_INVALID_HANDLE;
     return ApplyEdit(handle, key, Edit::Kind::Value,
                      Entry{ORB_STRATA_TYPE_OBJECT, 0, std::make_shared<const std::string>(PrintObject(*object)), 0});
@@ -186,7 +186,7 @@ OrbStrataSubscription OrbStrata_Subscribe(OrbStrataHandle handle, const wchar_t*
     OrbStrataResult answer = ORB_STRATA_INVALID_ARGUMENT;
     const bool knownType = changeType == ORB_STRATA_CHANGED || changeType == ORB_STRATA_REMOVED;
     const auto utf8 = ToUtf8Strict(key);
-    if (utf8 && !utf8->empty() && callback != nullptr && knownType)
+    if (utf8 && !utf8->empty() && callback && knownType)
     {
         subscription =
             Store::Instance().Subscribe(handle, {*utf8, false, changeType, callback, nullptr, context}, answer);

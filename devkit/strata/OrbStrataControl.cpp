@@ -47,18 +47,18 @@ OrbStrataResult Checked(const OrbStrataEntry& view, Edit& edit)
     if (HasText(view.type))
         return MakeTextEntry(view.type, view.text, edit.entry);
     edit.entry.number = view.type == ORB_STRATA_TYPE_NONE ? 0 : view.number;
-    return Success;
+    return kSuccess;
 }
 
 OrbStrataResult WriteEntries(OrbStrataHandle handle, Edit::Kind kind, const OrbStrataEntry* entries, uint32_t count,
                              uint32_t* written)
 {
-    if (entries == nullptr && count != 0)
+    if (!entries && count != 0)
         return ORB_STRATA_INVALID_ARGUMENT;
     std::vector<Edit> edits(count, Edit{kind, {}, {}});
     for (uint32_t i = 0; i < count; ++i)
     {
-        if (const auto result = Checked(entries[i], edits[i]); result != Success)
+        if (const auto result = Checked(entries[i], edits[i]); result != kSuccess)
             return result;
         if (kind == Edit::Kind::Value && entries[i].type == ORB_STRATA_TYPE_NONE)
             return ORB_STRATA_INVALID_ARGUMENT;
@@ -80,7 +80,7 @@ char* OrbStrataControl_LastError(void)
 
 OrbStrataHandle OrbStrataControl_OpenProductHandle(const wchar_t* sid, OrbStrataResult* result)
 {
-    OrbStrataResult answer = Success;
+    OrbStrataResult answer = kSuccess;
     const auto handle = Store::Instance().Open(sid, Access::Product, nullptr, answer);
     Tell(result, answer);
     return handle;
@@ -96,7 +96,7 @@ OrbStrataResult OrbStrataControl_Find(OrbStrataHandle handle, const wchar_t* key
 {
     Entry entry;
     const auto result = Store::Instance().Find(handle, key, entry);
-    if (result == Success)
+    if (result == kSuccess)
         Visit(key, entry, visitor, context);
     return result;
 }
@@ -113,7 +113,7 @@ OrbStrataResult OrbStrataControl_List(OrbStrataHandle handle, const wchar_t* pre
 
 bool OrbStrataControl_IsScope(const wchar_t* sid)
 {
-    return sid != nullptr && IsScope(Platform::ToUtf8(sid));
+    return sid && IsScope(Platform::ToUtf8(sid));
 }
 
 OrbStrataResult OrbStrataControl_WriteValue(OrbStrataHandle handle, const OrbStrataEntry* entry)
@@ -147,8 +147,8 @@ OrbStrataSubscription OrbStrataControl_Watch(OrbStrataHandle handle, const wchar
 {
     OrbStrataResult answer = ORB_STRATA_INVALID_ARGUMENT;
     OrbStrataSubscription subscription = nullptr;
-    const auto keys = ToUtf8Strict(prefix == nullptr ? L"" : prefix);
-    if (watcher != nullptr && keys)
+    const auto keys = ToUtf8Strict(prefix ? prefix : L"");
+    if (watcher && keys)
         subscription = Store::Instance().Subscribe(handle, {*keys, true, 0, nullptr, watcher, context}, answer);
     Tell(result, answer);
     return subscription;
@@ -167,19 +167,19 @@ void OrbStrataControl_SetElevationHandler(OrbStrataElevationHandler handler, voi
 bool OrbStrataControl_SetFault(const char* function, const wchar_t* key, OrbStrataResult code, uint32_t count)
 {
     auto& faults = Store::Instance().faults;
-    return function != nullptr &&
-           (code == Success ? faults.Remove(function, key) : faults.Add({function, key, code, 1, count, false}));
+    return function &&
+           (code == kSuccess ? faults.Remove(function, key) : faults.Add({function, key, code, 1, count, false}));
 }
 
 bool OrbStrataControl_AddFault(const SuiteFault* fault)
 {
-    return fault != nullptr && Store::Instance().faults.Add(*fault);
+    return fault && Store::Instance().faults.Add(*fault);
 }
 
 uint32_t OrbStrataControl_CallsOf(const char* function, uint32_t* failed)
 {
     const auto calls = Store::Instance().faults.CallsOf(function);
-    if (failed != nullptr)
+    if (failed)
         *failed = calls.failed;
     return calls.all;
 }

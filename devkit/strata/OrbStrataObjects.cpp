@@ -17,9 +17,9 @@ namespace
 template <class Value>
 OrbStrataResult FindField(const OrbStrataObject* object, const wchar_t* name, const Value*& value)
 {
-    if (object == nullptr)
+    if (!object)
         return ORB_STRATA_INVALID_HANDLE;
-    if (name == nullptr)
+    if (!name)
         return ORB_STRATA_INVALID_ARGUMENT;
     if (object->isArray)
         return ORB_STRATA_WRONG_TYPE;
@@ -27,7 +27,7 @@ OrbStrataResult FindField(const OrbStrataObject* object, const wchar_t* name, co
     if (at == object->fields.end())
         return ORB_STRATA_NOT_FOUND;
     value = std::get_if<Value>(&at->second);
-    return value != nullptr ? Success : OrbStrataResult{ORB_STRATA_WRONG_TYPE};
+    return value ? kSuccess : OrbStrataResult{ORB_STRATA_WRONG_TYPE};
 }
 
 template <class Value>
@@ -36,12 +36,12 @@ Value FieldOr(const OrbStrataObject* object, const wchar_t* name, Value defaultV
     const Value* value = nullptr;
     const auto answer = FindField(object, name, value);
     Tell(result, answer);
-    return answer == Success ? *value : defaultValue;
+    return answer == kSuccess ? *value : defaultValue;
 }
 
 OrbStrataResult SetField(OrbStrataObject* object, const wchar_t* name, OrbStrataObject::Field value)
 {
-    if (object == nullptr)
+    if (!object)
         return ORB_STRATA_INVALID_HANDLE;
     auto utf8 = ToUtf8Strict(name);
     if (!utf8)
@@ -49,7 +49,7 @@ OrbStrataResult SetField(OrbStrataObject* object, const wchar_t* name, OrbStrata
     if (object->isArray)
         return ORB_STRATA_WRONG_TYPE;
     object->fields.insert_or_assign(std::move(*utf8), std::move(value));
-    return Success;
+    return kSuccess;
 }
 
 } // namespace
@@ -69,7 +69,7 @@ OrbStrataObject* OrbStrata_CreateArray(void)
 
 OrbStrataObject* OrbStrata_CreateObjectFromString(const char* text)
 {
-    return text == nullptr ? nullptr : ParseObject(text).release();
+    return text ? ParseObject(text).release() : nullptr;
 }
 
 void OrbStrata_DeleteObject(OrbStrataObject* object)
@@ -79,32 +79,32 @@ void OrbStrata_DeleteObject(OrbStrataObject* object)
 
 bool OrbStrata_ObjectIsArray(const OrbStrataObject* object)
 {
-    return object != nullptr && object->isArray;
+    return object && object->isArray;
 }
 
 OrbStrataIterator OrbStrata_ArrayBegin(const OrbStrataObject* array)
 {
-    return array == nullptr ? nullptr : array->elements.data();
+    return array ? array->elements.data() : nullptr;
 }
 
 OrbStrataIterator OrbStrata_ArrayEnd(const OrbStrataObject* array)
 {
-    return array == nullptr ? nullptr : array->elements.data() + array->elements.size();
+    return array ? array->elements.data() + array->elements.size() : nullptr;
 }
 
 const OrbStrataObject* OrbStrata_IteratorGetAssociatedObject(OrbStrataIterator iterator)
 {
-    return iterator == nullptr ? nullptr : *iterator;
+    return iterator ? *iterator : nullptr;
 }
 
 OrbStrataResult OrbStrata_ArrayPushBack(OrbStrataObject* array, const OrbStrataObject* element)
 {
-    if (array == nullptr || element == nullptr)
+    if (!array || !element)
         return ORB_STRATA_INVALID_HANDLE;
     if (!array->isArray || element->isArray)
         return ORB_STRATA_WRONG_TYPE;
     array->elements.push_back(new OrbStrataObject(*element));
-    return Success;
+    return kSuccess;
 }
 
 bool OrbStrata_ObjectGetBool(const OrbStrataObject* object, const wchar_t* field, bool defaultValue,
@@ -135,13 +135,13 @@ char* OrbStrata_ObjectGetStringUtf8(const OrbStrataObject* object, const wchar_t
     const std::string* value = nullptr;
     const auto answer = FindField(object, field, value);
     Tell(result, answer);
-    return CopyText(answer == Success ? value->c_str() : defaultValue);
+    return CopyText(answer == kSuccess ? value->c_str() : defaultValue);
 }
 
 OrbStrataResult OrbStrata_ObjectSetStringUtf8(OrbStrataObject* object, const wchar_t* field, const char* value)
 {
-    return value != nullptr && IsUtf8(value) ? SetField(object, field, std::string(value))
-                                             : OrbStrataResult{ORB_STRATA_INVALID_ARGUMENT};
+    return value && IsUtf8(value) ? SetField(object, field, std::string(value))
+                                  : OrbStrataResult{ORB_STRATA_INVALID_ARGUMENT};
 }
 
 } // namespace Strata::Api

@@ -15,16 +15,16 @@ namespace
 // To make a store takes longer than to write to it, and several processes may want to at once.
 constexpr std::chrono::milliseconds MakingPatience(5000);
 // The thread of a user interface writes, too.
-constexpr std::chrono::milliseconds Patience(250);
+constexpr std::chrono::milliseconds kPatience(250);
 
 // "Strt": tells the file from other databases.
-constexpr int64_t ApplicationId = 0x53747274;
-constexpr int64_t Version = 2;
+constexpr int64_t kApplicationId = 0x53747274;
+constexpr int64_t kVersion = 2;
 
 // `entries` has rows and an index: in a table that is its own index (WITHOUT ROWID), looking for one key reads the
 // values of others, and one list of 100,000 websites makes every write of the store a hundred times as dear. Stores
 // that were made so are served by the same statements.
-constexpr char CreateEntries[] = R"(
+constexpr char kCreateEntries[] = R"(
 CREATE TABLE entries (
     scope TEXT NOT NULL,
     key TEXT NOT NULL,
@@ -36,11 +36,11 @@ CREATE TABLE entries (
 );
 PRAGMA application_id = 1400140404;
 )";
-static_assert(ApplicationId == 1400140404, "as in the statement");
+static_assert(kApplicationId == 1400140404, "as in the statement");
 
 // `changes` numbers the writes; its newest row is never deleted, so that no number is given twice. What a key held
 // after the write is beside it.
-constexpr char CreateChanges[] = R"(
+constexpr char kCreateChanges[] = R"(
 CREATE TABLE changes (
     revision INTEGER PRIMARY KEY,
     scope TEXT NOT NULL,
@@ -55,8 +55,8 @@ PRAGMA user_version = 2;
 )";
 
 // The first version noted objects only. Of its notes, the number goes on.
-constexpr char SetChangesAside[] = "ALTER TABLE changes RENAME TO former";
-constexpr char TakeNumberOver[] = R"(
+constexpr char kSetChangesAside[] = "ALTER TABLE changes RENAME TO former";
+constexpr char kTakeNumberOver[] = R"(
 INSERT INTO changes SELECT revision, scope, key, 0, 0, 0, 0, NULL FROM former ORDER BY revision DESC LIMIT 1;
 DROP TABLE former;
 )";
@@ -74,15 +74,16 @@ enum class State
 /// To be asked inside a transaction: another process may be making the store.
 State Inspect(Database& database)
 {
-    constexpr int64_t Failed = -1;
-    const int64_t application = database.Number("PRAGMA application_id", Failed);
-    const int64_t version = database.Number("PRAGMA user_version", Failed);
-    if (application == Failed || version == Failed)
+    constexpr int64_t kFailed = -1;
+    const int64_t application = database.Number("PRAGMA application_id", kFailed);
+    const int64_t version = database.Number("PRAGMA user_version", kFailed);
+    if (application == kFailed || version == kFailed)
         return State::Unreadable;
-    if (application == ApplicationId)
-        return version == Version ? State::Store : version < Version ? State::Older : State::Newer;
+    if (application == kApplicationId)
+        return version == kVersion ? State::Store : version < kVersion ? State::Older : State::Newer;
     const bool named = application != 0 || version != 0;
-    return !named && database.Number("SELECT count(*) FROM sqlite_schema", Failed) == 0 ? State::Empty : State::Foreign;
+    return !named && database.Number("SELECT count(*) FROM sqlite_schema", kFailed) == 0 ? State::Empty
+                                                                                         : State::Foreign;
 }
 
 /// Several processes may find the file empty at once: switching to the write-ahead log answers "busy" without waiting.
@@ -104,10 +105,11 @@ bool MakeTables(Database& database)
     if (!database.Execute("BEGIN IMMEDIATE"))
         return false;
     const State state = Inspect(database);
-    const bool made = state == State::Empty   ? database.Execute(CreateEntries) && database.Execute(CreateChanges)
-                      : state == State::Older ? database.Execute(SetChangesAside) && database.Execute(CreateChanges) &&
-                                                    database.Execute(TakeNumberOver)
-                                              : true;
+    const bool made = state == State::Empty ? database.Execute(kCreateEntries) && database.Execute(kCreateChanges)
+                      : state == State::Older
+                          ? database.Execute(kSetChangesAside) && database.Execute(kCreateChanges) &&
+                                database.Execute(kTakeNumberOver)
+                          : true;
     return made && database.Execute("COMMIT");
 }
 
@@ -171,7 +173,7 @@ std::unique_ptr<Database> Open(const std::string& path, std::string& error)
         if (database->Execute("PRAGMA synchronous = NORMAL; PRAGMA cell_size_check = ON;"
                               "PRAGMA journal_size_limit = 4194304"))
         {
-            database->SetPatience(Patience);
+            database->SetPatience(kPatience);
             return database;
         }
         error = database->Error();

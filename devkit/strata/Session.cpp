@@ -56,37 +56,37 @@ std::shared_ptr<Scope> Session::OpenScope(const std::string& sid)
 OrbStrataResult Session::Find(const Scope& scope, std::string_view key, std::optional<Entry>& entry)
 {
     const std::lock_guard lock(m_mutex);
-    if (const auto result = RefreshIfStamped(); result != Success)
+    if (const auto result = RefreshIfStamped(); result != kSuccess)
         return result;
     if (const auto at = scope.entries.find(key); at != scope.entries.end())
         entry = at->second;
-    return Success;
+    return kSuccess;
 }
 
 OrbStrataResult Session::List(const Scope& scope, std::string_view prefix, Entries& entries)
 {
     const std::lock_guard lock(m_mutex);
-    if (const auto result = RefreshIfStamped(); result != Success)
+    if (const auto result = RefreshIfStamped(); result != kSuccess)
         return result;
     for (auto at = scope.entries.lower_bound(prefix);
          at != scope.entries.end() && at->first.compare(0, prefix.size(), prefix) == 0; ++at)
         entries.emplace_hint(entries.end(), *at);
-    return Success;
+    return kSuccess;
 }
 
 OrbStrataResult Session::Subscribe(uintptr_t id, Subscription subscription)
 {
     const std::lock_guard lock(m_mutex);
-    if (const auto result = RefreshIfStamped(); result != Success)
+    if (const auto result = RefreshIfStamped(); result != kSuccess)
         return result;
     m_notifier.Add(id, std::move(subscription));
-    return Success;
+    return kSuccess;
 }
 
 bool Session::WaitForDelivery(std::chrono::steady_clock::time_point deadline)
 {
     std::unique_lock lock(m_mutex);
-    const bool refreshed = Refresh() == Success;
+    const bool refreshed = Refresh() == kSuccess;
     lock.unlock();
     m_writes.Tell();
     return refreshed && m_notifier.WaitUntilDelivered(deadline);

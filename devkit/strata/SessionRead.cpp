@@ -14,7 +14,7 @@ OrbStrataResult Session::RefreshIfStamped()
     if (!m_stamp.Read(announced))
         m_stamp = Stamp(m_stampPath, Stamp::Use::Reading); // made, or made anew: what it says counts from now on
     else if (announced == m_revision)
-        return Success;
+        return kSuccess;
     return Refresh();
 }
 
@@ -22,7 +22,7 @@ OrbStrataResult Session::Refresh()
 {
     if (!FollowMove())
         return ORB_STRATA_STORE_FAILED;
-    OrbStrataResult result = Success;
+    OrbStrataResult result = kSuccess;
     if (!m_reader->Begin() || !ReadChanges())
     {
         result = m_reader->Failure();

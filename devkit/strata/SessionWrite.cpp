@@ -56,18 +56,18 @@ OrbStrataResult Session::Apply(const Scope& scope, const Writer& writer, const s
         return ORB_STRATA_STORE_FAILED;
     if (!m_writer->Begin())
         return WriteFailed();
-    OrbStrataResult result = m_writer->LastRevision(revision) ? Success : WriteFailed();
+    OrbStrataResult result = m_writer->LastRevision(revision) ? kSuccess : WriteFailed();
     const int64_t before = revision;
-    for (auto edit = edits.begin(); edit != edits.end() && result == Success; ++edit)
+    for (auto edit = edits.begin(); edit != edits.end() && result == kSuccess; ++edit)
         result = WriteOne(scope, writer, *edit, revision);
-    if (result == Success)
+    if (result == kSuccess)
         result = Commit({before + 1, revision, writer});
-    if (result != Success)
+    if (result != kSuccess)
     {
         m_writer->Rollback();
         return result;
     }
-    if (written != nullptr)
+    if (written)
         *written = static_cast<uint32_t>(revision - before);
     {
         const std::lock_guard lock(m_mutex);
@@ -76,7 +76,7 @@ OrbStrataResult Session::Apply(const Scope& scope, const Writer& writer, const s
     m_writer->BoundLog();
     writing.unlock();
     m_writes.Tell();
-    return Success;
+    return kSuccess;
 }
 
 OrbStrataResult Session::Commit(const OwnWrites& own)
@@ -98,7 +98,7 @@ OrbStrataResult Session::Commit(const OwnWrites& own)
         m_ownWrites.push_back(own);
     }
     if (m_writer->Commit())
-        return Success;
+        return kSuccess;
     const auto result = WriteFailed();
     const std::lock_guard lock(m_mutex);
     m_ownWrites.pop_back();
@@ -124,10 +124,10 @@ OrbStrataResult Session::WriteOne(const Scope& scope, const Writer& writer, cons
             return WriteFailed();
     }
     if (kind == 0 && before.has_value() == after.has_value())
-        return Success;
+        return kSuccess;
     const bool written =
         after ? m_writer->Put(scope.sid, edit.key, *after, revision) : m_writer->Erase(scope.sid, edit.key);
-    return written ? Success : WriteFailed();
+    return written ? kSuccess : WriteFailed();
 }
 
 bool Session::OpenWriter()

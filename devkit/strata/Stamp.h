@@ -35,8 +35,8 @@ public:
     void Close();
 
 private:
-    static constexpr intptr_t None = -1;
-    intptr_t m_file = None;
+    static constexpr intptr_t kNone = -1;
+    intptr_t m_file = kNone;
 };
 
 /// Waits for stamps.

@@ -15,7 +15,7 @@ namespace Strata
 namespace
 {
 
-constexpr std::string_view WritableByAll = "windows.browsing_protection.internal.";
+constexpr std::string_view kWritableByAll = "windows.browsing_protection.internal.";
 
 std::mutex g_creation;
 std::atomic<Store*> g_store = nullptr;
@@ -23,8 +23,8 @@ std::atomic<Store*> g_store = nullptr;
 /// Handles and subscriptions are numbers that are given once, so that a stale one is never taken for a later one.
 uintptr_t NextId()
 {
-    static std::atomic<uintptr_t> last = 0;
-    return ++last;
+    static std::atomic<uintptr_t> s_last = 0;
+    return ++s_last;
 }
 
 template <class Opaque>
@@ -41,18 +41,18 @@ Opaque FromId(uintptr_t id)
 
 bool MayWrite(Access access, const std::string& key)
 {
-    return access != Access::Normal || key.compare(0, WritableByAll.size(), WritableByAll) == 0;
+    return access != Access::Normal || key.compare(0, kWritableByAll.size(), kWritableByAll) == 0;
 }
 
 } // namespace
 
 bool IsScope(std::string_view text)
 {
-    constexpr std::string_view Start = "S-1-";
-    if (text.substr(0, Start.size()) != Start)
+    constexpr std::string_view kStart = "S-1-";
+    if (text.substr(0, kStart.size()) != kStart)
         return false;
     bool digitBefore = false;
-    for (const char c : text.substr(Start.size()))
+    for (const char c : text.substr(kStart.size()))
     {
         const bool digit = c >= '0' && c <= '9';
         if (!digit && (c != '-' || !digitBefore))
@@ -67,11 +67,11 @@ Store::Store() : faults({NL_ORB_STRATA_FUNCTIONS(SUITE_FAULT_NAME)}) {}
 Store& Store::Instance()
 {
     Store* store = g_store.load(std::memory_order_acquire);
-    if (store == nullptr)
+    if (!store)
     {
         const std::lock_guard lock(g_creation);
         store = g_store.load(std::memory_order_acquire);
-        if (store == nullptr)
+        if (!store)
         {
             store = new Store();
             g_store.store(store, std::memory_order_release);
@@ -84,7 +84,7 @@ void Store::Shutdown()
 {
     const std::lock_guard lock(g_creation);
     Store* store = g_store.load(std::memory_order_acquire);
-    if (store != nullptr && store->OpenHandles() == 0)
+    if (store && store->OpenHandles() == 0)
     {
         g_store.store(nullptr, std::memory_order_release);
         delete store;
@@ -93,7 +93,7 @@ void Store::Shutdown()
 
 OrbStrataHandle Store::Open(const wchar_t* sid, Access access, const wchar_t* clientId, OrbStrataResult& result)
 {
-    const std::string scopeSid = sid == nullptr || *sid == L'\0' ? UserSid() : Platform::ToUtf8(sid);
+    const std::string scopeSid = !sid || *sid == L'\0' ? UserSid() : Platform::ToUtf8(sid);
     result = ORB_STRATA_INVALID_ARGUMENT;
     if (!IsScope(scopeSid))
         return nullptr;
@@ -113,7 +113,7 @@ OrbStrataHandle Store::Open(const wchar_t* sid, Access access, const wchar_t* cl
             m_session.reset(); // the next attempt begins anew
         return nullptr;
     }
-    result = Success;
+    result = kSuccess;
     const uintptr_t id = NextId();
     m_handles.emplace(id, std::make_shared<const Handle>(Handle{access, session, std::move(scope)}));
     return FromId<OrbStrataHandle>(id);
@@ -180,9 +180,9 @@ OrbStrataResult Store::Find(OrbStrataHandle handle, const wchar_t* key, Entry& e
     if (found)
     {
         entry = std::move(*found);
-        return Success;
+        return kSuccess;
     }
-    if (result == Success)
+    if (result == kSuccess)
         return ORB_STRATA_NOT_FOUND;
     return Answer(*opened->session, result);
 }
@@ -192,7 +192,7 @@ OrbStrataResult Store::List(OrbStrataHandle handle, const wchar_t* prefix, Entri
     const auto opened = Lookup(handle);
     if (!opened)
         return ORB_STRATA_INVALID_HANDLE;
-    const auto start = ToUtf8Strict(prefix == nullptr ? L"" : prefix);
+    const auto start = ToUtf8Strict(prefix ? prefix : L"");
     if (!start)
         return ORB_STRATA_INVALID_ARGUMENT;
     return Answer(*opened->session, opened->session->List(*opened->scope, *start, entries));
@@ -221,7 +221,7 @@ OrbStrataSubscription Store::Subscribe(OrbStrataHandle handle, Interest interest
     const uintptr_t id = NextId();
     Subscription subscription{IdOf(handle), opened->scope->sid, std::move(interest)};
     result = Answer(*opened->session, opened->session->Subscribe(id, std::move(subscription)));
-    return result == Success ? FromId<OrbStrataSubscription>(id) : nullptr;
+    return result == kSuccess ? FromId<OrbStrataSubscription>(id) : nullptr;
 }
 
 void Store::Unsubscribe(OrbStrataHandle handle, OrbStrataSubscription subscription)
@@ -262,7 +262,7 @@ bool Store::AcceptsElevation(const wchar_t* clientId)
 void Store::SetFile(const char* path)
 {
     const std::lock_guard lock(m_mutex);
-    m_file = path == nullptr ? "" : path;
+    m_file = path ? path : "";
 }
 
 std::string Store::LastError()

@@ -14,11 +14,11 @@ namespace
 {
 
 // How far back a process can have fallen behind and still be told of every single write.
-constexpr int64_t KeptChanges = 8192;
+constexpr int64_t kKeptChanges = 8192;
 // Forgetting is done in bulk, once in so many writes.
-constexpr int64_t ForgetEvery = 1024;
+constexpr int64_t kForgetEvery = 1024;
 // Longer texts are not kept twice: who needs one reads the entry.
-constexpr std::size_t LongestNotedText = 4096;
+constexpr std::size_t kLongestNotedText = 4096;
 
 /// Runs a statement whose last three parameters are an entry's type, constraint word and value.
 template <class... Values>
@@ -194,11 +194,11 @@ bool StoreWriter::Erase(const std::string& scope, const std::string& key)
 bool StoreWriter::Note(const Change& change)
 {
     Entry noted = change.entry;
-    if (noted.text && noted.text->size() > LongestNotedText)
+    if (noted.text && noted.text->size() > kLongestNotedText)
         noted.text = nullptr;
     return RunWith(m_note, noted, change.revision, change.scope, change.key, int64_t{change.kind},
                    int64_t{change.valueWrite}) &&
-           (change.revision % ForgetEvery != 0 || m_forget.Bind(change.revision - KeptChanges).Run());
+           (change.revision % kForgetEvery != 0 || m_forget.Bind(change.revision - kKeptChanges).Run());
 }
 
 } // namespace Strata

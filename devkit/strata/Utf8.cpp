@@ -47,7 +47,7 @@ bool IsUtf8(std::string_view text)
 
 std::optional<std::string> ToUtf8Strict(const wchar_t* text)
 {
-    if (text == nullptr)
+    if (!text)
         return std::nullopt;
     const std::wstring_view wide(text);
     std::string utf8 = Platform::ToUtf8(wide);

@@ -36,7 +36,7 @@ void WriteLog::Tell()
         const Write write = std::move(m_queue.front());
         m_queue.pop_front();
         lock.unlock();
-        if (m_observer != nullptr)
+        if (m_observer)
             m_observer(m_context, write.sid.c_str(), Platform::FromUtf8(write.key).c_str(), write.byPlugIn);
         lock.lock();
     }

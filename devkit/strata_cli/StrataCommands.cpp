@@ -74,12 +74,12 @@ StrataCommands::StrataCommands(StoreAccess& store, StandardOutput& output, bool 
     : m_store(store), m_output(output), m_json(json)
 {
     using Kind = ArgumentKind;
-    constexpr auto Optional = Parameter::Need::Optional;
-    constexpr auto Required = Parameter::Need::Required;
-    const Parameter scope{"scope", Kind::Name, Required, nullptr, "user"};
-    const Parameter anyScope{"scope", Kind::Name, Optional, nullptr, ""};
-    const Parameter prefix{"prefix", Kind::String, Optional};
-    const Parameter file{"file", Kind::Name, Optional};
+    constexpr auto kOptional = Parameter::Need::Optional;
+    constexpr auto kRequired = Parameter::Need::Required;
+    const Parameter scope{"scope", Kind::Name, kRequired, nullptr, "user"};
+    const Parameter anyScope{"scope", Kind::Name, kOptional, nullptr, ""};
+    const Parameter prefix{"prefix", Kind::String, kOptional};
+    const Parameter file{"file", Kind::Name, kOptional};
     // The rows of the store's commands, by the last part of their names, and run in this program's way.
     CommandTable known;
     known.Add(StoreCommands(store));

@@ -49,8 +49,8 @@ QString InteractiveSession::Start()
     const QVariantMap outcome = AskNow({{op, QStringLiteral("load")}}).value.toMap();
     if (!outcome.value(QStringLiteral("initialized")).toBool())
     {
-        constexpr int Errors = 2;
-        const QStringList why = FilterLog(ReadLogFrom(m_host.folder.LogFile(), logEnd), Errors);
+        constexpr int kErrors = 2;
+        const QStringList why = FilterLog(ReadLogFrom(m_host.folder.LogFile(), logEnd), kErrors);
         return Printable((QStringList{Member(outcome, "error")} + why).join(QLatin1String("\n  ")));
     }
     const QVariantMap variables = AskNow({{op, QStringLiteral("variables")}}).value.toMap();
@@ -163,10 +163,10 @@ void InteractiveSession::OnChange(const QVariantMap& change)
         CountFirstValue();
         return;
     }
-    constexpr int TitleColumns = 28;
+    constexpr int kTitleColumns = 28;
     const auto text = [](const QVariant& shown) { return Printable(TypedCommands::ShortText(shown)); };
     const QString time = style.Faint(QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz")));
-    const QString title = Printable(name).leftJustified(TitleColumns);
+    const QString title = Printable(name).leftJustified(kTitleColumns);
     const QString by = byPlugIn ? QStringLiteral("fired by the plug-in") : QStringLiteral("fired by the page");
     const QString what =
         isTrigger ? style.Faint(by)

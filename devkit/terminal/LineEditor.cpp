@@ -10,9 +10,9 @@
 namespace
 {
 
-constexpr ushort Escape = 0x1B;
-constexpr ushort Backspace = 0x08;
-constexpr ushort Delete = 0x7F;
+constexpr ushort kEscape = 0x1B;
+constexpr ushort kBackspace = 0x08;
+constexpr ushort kDelete = 0x7F;
 
 constexpr ushort Ctrl(char letter)
 {
@@ -79,7 +79,7 @@ void LineEditor::OnKey(QChar key, QStringList& finished)
             m_escape.clear();
         }
     }
-    else if (key.unicode() == Escape)
+    else if (key.unicode() == kEscape)
     {
         m_escape = key;
     }
@@ -101,8 +101,8 @@ void LineEditor::OnControl(ushort key, QStringList& finished)
     case '\n':
         Finish(finished);
         break;
-    case Backspace:
-    case Delete:
+    case kBackspace:
+    case kDelete:
         DeleteBefore(Before());
         break;
     case Ctrl('U'):

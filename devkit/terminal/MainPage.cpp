@@ -10,7 +10,7 @@ namespace
 
 using MainPage::Switch;
 
-constexpr Switch Switches[] = {
+constexpr Switch kSwitches[] = {
     {"browsing_protection", "Browsing protection", "@BrowsingProtection\\Data:browsing_protection_state",
      "@BrowsingProtection\\Data:browsing_protection_status",
      "@BrowsingProtection\\Data:browsing_protection_state_readonly"},
@@ -29,18 +29,18 @@ struct Title
     const char* title;
 };
 
-constexpr const char* StatusLevel = "@ContentControl\\Status:status_level";
-constexpr const char* MainStatus = "@ContentControl\\Status:main_status";
-constexpr const char* SubStatus = "@ContentControl\\Status:sub_status";
-constexpr const char* ExtensionDisabled = "@ContentControl\\Status:browser_extension_disabled";
-constexpr const char* DefaultBrowser = "@ContentControl\\Status:default_browser_type";
+constexpr const char* kStatusLevel = "@ContentControl\\Status:status_level";
+constexpr const char* kMainStatus = "@ContentControl\\Status:main_status";
+constexpr const char* kSubStatus = "@ContentControl\\Status:sub_status";
+constexpr const char* kExtensionDisabled = "@ContentControl\\Status:browser_extension_disabled";
+constexpr const char* kDefaultBrowser = "@ContentControl\\Status:default_browser_type";
 
-constexpr Title Titles[] = {
-    {StatusLevel, "Status level"},
-    {MainStatus, "Main status"},
-    {SubStatus, "Sub status"},
-    {ExtensionDisabled, "Browser extension disabled"},
-    {DefaultBrowser, "Default browser type"},
+constexpr Title kTitles[] = {
+    {kStatusLevel, "Status level"},
+    {kMainStatus, "Main status"},
+    {kSubStatus, "Sub status"},
+    {kExtensionDisabled, "Browser extension disabled"},
+    {kDefaultBrowser, "Default browser type"},
     {"@Veridan\\MainGUI:visible", "Main page visible"},
 };
 
@@ -50,7 +50,7 @@ struct Phrase
     const char* words;
 };
 
-constexpr Phrase Phrases[] = {
+constexpr Phrase kPhrases[] = {
     {"Ok", "OK"},
     {"UsersProtected", "Users are protected"},
     {"UsersNotProtected", "Users are not protected"},
@@ -62,26 +62,26 @@ constexpr Phrase Phrases[] = {
 QString InWords(const QVariant& value)
 {
     const QString text = value.toString();
-    const auto* const found = std::find_if(std::begin(Phrases), std::end(Phrases), [&text](const Phrase& phrase) {
+    const auto* const found = std::find_if(std::begin(kPhrases), std::end(kPhrases), [&text](const Phrase& phrase) {
         return text == QLatin1String(phrase.value);
     });
-    return found != std::end(Phrases) ? QString::fromLatin1(found->words)
-           : text.isEmpty()           ? QStringLiteral("unknown")
-                                      : Printable(text);
+    return found != std::end(kPhrases) ? QString::fromLatin1(found->words)
+           : text.isEmpty()            ? QStringLiteral("unknown")
+                                       : Printable(text);
 }
 
 QString Row(const QString& title, const QString& value)
 {
-    constexpr int TitleColumns = 30;
-    return QStringLiteral("   ") + title.leftJustified(TitleColumns) + value + QLatin1Char('\n');
+    constexpr int kTitleColumns = 30;
+    return QStringLiteral("   ") + title.leftJustified(kTitleColumns) + value + QLatin1Char('\n');
 }
 
 QString DrawStatus(const QVariantMap& values, const TextStyle& style)
 {
-    const bool good = values.value(QLatin1String(StatusLevel)) == QLatin1String("Ok");
-    const QString headline = style.Dot() + QLatin1Char(' ') + InWords(values.value(QLatin1String(MainStatus)));
+    const bool good = values.value(QLatin1String(kStatusLevel)) == QLatin1String("Ok");
+    const QString headline = style.Dot() + QLatin1Char(' ') + InWords(values.value(QLatin1String(kMainStatus)));
     return QLatin1Char(' ') + (good ? style.Good(headline) : style.Bad(headline)) +
-           style.Faint(QStringLiteral("  (%1)").arg(InWords(values.value(QLatin1String(SubStatus))))) +
+           style.Faint(QStringLiteral("  (%1)").arg(InWords(values.value(QLatin1String(kSubStatus))))) +
            QLatin1Char('\n');
 }
 
@@ -89,7 +89,7 @@ QString DrawSwitch(const QVariantMap& values, const TextStyle& style, const Swit
 {
     const QString state = values.value(QLatin1String(row.state)).toString();
     const QString shown = state.isEmpty() ? QStringLiteral("?") : Printable(state);
-    const bool readOnly = row.readOnly != nullptr && values.value(QLatin1String(row.readOnly)).toBool();
+    const bool readOnly = row.readOnly && values.value(QLatin1String(row.readOnly)).toBool();
     const QString mark =
         readOnly ? QString(std::max(7 - shown.size(), 1), QLatin1Char(' ')) + style.Notice(QStringLiteral("read-only"))
                  : QString();
@@ -101,47 +101,47 @@ QString DrawSwitch(const QVariantMap& values, const TextStyle& style, const Swit
 
 const Switch* MainPage::FindSwitch(const QString& name)
 {
-    const auto* const found = std::find_if(std::begin(Switches), std::end(Switches), [&name](const Switch& row) {
+    const auto* const found = std::find_if(std::begin(kSwitches), std::end(kSwitches), [&name](const Switch& row) {
         return name == QLatin1String(row.name) || name == QLatin1String(row.state);
     });
-    return found == std::end(Switches) ? nullptr : found;
+    return found == std::end(kSwitches) ? nullptr : found;
 }
 
 QStringList MainPage::SwitchNames()
 {
     QStringList names;
-    std::transform(std::begin(Switches), std::end(Switches), std::back_inserter(names),
+    std::transform(std::begin(kSwitches), std::end(kSwitches), std::back_inserter(names),
                    [](const Switch& row) { return QString::fromLatin1(row.name); });
     return names;
 }
 
 QString MainPage::TitleOf(const QString& id)
 {
-    for (const Switch& row : Switches)
+    for (const Switch& row : kSwitches)
     {
         QString title = QString::fromLatin1(row.title);
         if (id == QLatin1String(row.state))
             return title;
         if (id == QLatin1String(row.status))
             return title + QLatin1String(" (status)");
-        if (row.readOnly != nullptr && id == QLatin1String(row.readOnly))
+        if (row.readOnly && id == QLatin1String(row.readOnly))
             return title + QLatin1String(" (read-only)");
     }
-    const auto* const found = std::find_if(std::begin(Titles), std::end(Titles),
+    const auto* const found = std::find_if(std::begin(kTitles), std::end(kTitles),
                                            [&id](const Title& title) { return id == QLatin1String(title.id); });
-    return found == std::end(Titles) ? id : QString::fromLatin1(found->title);
+    return found == std::end(kTitles) ? id : QString::fromLatin1(found->title);
 }
 
 QString MainPage::Draw(const QVariantMap& values, const TextStyle& style)
 {
     QString page = DrawStatus(values, style) + QLatin1Char('\n');
-    for (const Switch& row : Switches)
+    for (const Switch& row : kSwitches)
         page += DrawSwitch(values, style, row);
-    const bool disabled = values.value(QLatin1String(ExtensionDisabled)).toBool();
+    const bool disabled = values.value(QLatin1String(kExtensionDisabled)).toBool();
     page += QLatin1Char('\n');
     page += Row(QStringLiteral("Browser extension"),
                 disabled ? style.Bad(QStringLiteral("disabled")) : QStringLiteral("not disabled"));
     page +=
-        Row(QStringLiteral("Default browser type"), Printable(values.value(QLatin1String(DefaultBrowser)).toString()));
+        Row(QStringLiteral("Default browser type"), Printable(values.value(QLatin1String(kDefaultBrowser)).toString()));
     return page;
 }

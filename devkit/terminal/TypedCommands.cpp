@@ -128,9 +128,9 @@ void TypedCommands::MoveSwitch(const MainPage::Switch& row, bool on)
 
 void TypedCommands::ShowPage()
 {
-    constexpr int Widest = 76;
+    constexpr int kWidest = 76;
     const TextStyle& style = m_console.Style();
-    const int columns = std::min(m_console.Columns() - 1, Widest);
+    const int columns = std::min(m_console.Columns() - 1, kWidest);
     const QString title = QStringLiteral("Veridan ") + QCoreApplication::applicationVersion();
     const QString about = QStringLiteral("development host");
     m_console.Print(QStringLiteral("\n ") + style.Strong(title) +
@@ -144,13 +144,13 @@ void TypedCommands::ShowPage()
 
 void TypedCommands::Help(const CommandTable& commands)
 {
-    constexpr int UsageColumns = 42;
+    constexpr int kUsageColumns = 42;
     QString help = QString::fromLatin1(kHelpHead).arg(MainPage::SwitchNames().join(QLatin1String(", ")));
     for (const auto& [op, command] : commands.Rows())
     {
         const QString usage = command.Usage();
-        const QString gap = usage.size() < UsageColumns ? QString(UsageColumns - usage.size(), QLatin1Char(' '))
-                                                        : QStringLiteral("\n      ");
+        const QString gap = usage.size() < kUsageColumns ? QString(kUsageColumns - usage.size(), QLatin1Char(' '))
+                                                         : QStringLiteral("\n      ");
         help += QStringLiteral("  %1%2  %3\n").arg(usage, gap, QLatin1String(command.help));
     }
     m_console.Print(help + QLatin1String(kHelpTail));
@@ -199,13 +199,13 @@ void TypedCommands::ShowEntry(const QVariantMap& request, const QVariantMap& ent
 
 void TypedCommands::ShowVariables(const QVariantMap& request, const QVariantMap& variables)
 {
-    constexpr int NameColumns = 66;
+    constexpr int kNameColumns = 66;
     QString table;
     for (auto it = variables.begin(); it != variables.end(); ++it)
     {
         const QString value = ShortText(it.value().toMap().value(QStringLiteral("value")));
         table +=
-            QStringLiteral("  ") + it.key().leftJustified(NameColumns) + QLatin1Char(' ') + value + QLatin1Char('\n');
+            QStringLiteral("  ") + it.key().leftJustified(kNameColumns) + QLatin1Char(' ') + value + QLatin1Char('\n');
     }
     if (table.isEmpty())
         Complain(QStringLiteral("No variable begins with \"%1\".").arg(Text(request, "prefix")));
@@ -215,13 +215,13 @@ void TypedCommands::ShowVariables(const QVariantMap& request, const QVariantMap&
 
 QString TypedCommands::ShortText(const QVariant& value)
 {
-    constexpr int Longest = 60;
+    constexpr int kLongest = 60;
     if (!value.isValid())
         return QStringLiteral("(none)");
     const bool isWord = value.userType() == QMetaType::QString && !value.toString().trimmed().isEmpty() &&
                         !value.toString().contains(QLatin1Char('\n'));
     const QString text = isWord ? value.toString() : QString::fromUtf8(Json::Write(value));
-    return text.size() <= Longest ? text : text.left(Longest - 3) + QLatin1String("...");
+    return text.size() <= kLongest ? text : text.left(kLongest - 3) + QLatin1String("...");
 }
 
 QString TypedCommands::Resolve(const QString& name)

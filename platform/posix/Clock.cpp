@@ -11,7 +11,7 @@ namespace Platform
 namespace
 {
 
-constexpr std::int64_t Day = 24 * 60 * 60;
+constexpr std::int64_t kDay = 24 * 60 * 60;
 
 std::atomic<std::int64_t> g_cache{-1}; // a second since 1970 and its biased offset
 
@@ -21,7 +21,7 @@ bool OffsetAt(std::time_t time, std::int64_t& seconds)
     g_cache.store(-1, std::memory_order_relaxed); // the zone may be another
     ::tzset();
     std::tm local{};
-    if (::localtime_r(&time, &local) == nullptr)
+    if (!::localtime_r(&time, &local))
         return false;
     seconds = local.tm_gmtoff;
     return true;
@@ -31,22 +31,22 @@ bool OffsetAt(std::time_t time, std::int64_t& seconds)
 /// answer, which a process forked meanwhile would find held for ever.
 std::int64_t OffsetOfNow(std::int64_t now)
 {
-    constexpr int OffsetBits = 20;
-    constexpr std::int64_t OffsetBias = std::int64_t{1} << (OffsetBits - 1);
+    constexpr int kOffsetBits = 20;
+    constexpr std::int64_t kOffsetBias = std::int64_t{1} << (kOffsetBits - 1);
     const std::int64_t cached = g_cache.load(std::memory_order_relaxed);
-    if (cached >= 0 && cached >> OffsetBits == now)
-        return (cached & ((std::int64_t{1} << OffsetBits) - 1)) - OffsetBias;
+    if (cached >= 0 && cached >> kOffsetBits == now)
+        return (cached & ((std::int64_t{1} << kOffsetBits) - 1)) - kOffsetBias;
     std::int64_t offset = 0;
     OffsetAt(static_cast<std::time_t>(now), offset);
-    g_cache.store((now << OffsetBits) | (offset + OffsetBias), std::memory_order_relaxed);
+    g_cache.store((now << kOffsetBits) | (offset + kOffsetBias), std::memory_order_relaxed);
     return offset;
 }
 
 /// The proleptic Gregorian calendar, in eras of 400 years that begin in March.
 CalendarTime Calendar(std::int64_t seconds, int millisecond)
 {
-    const std::int64_t days = (seconds >= 0 ? seconds : seconds - Day + 1) / Day;
-    const auto secondOfDay = static_cast<int>(seconds - days * Day);
+    const std::int64_t days = (seconds >= 0 ? seconds : seconds - kDay + 1) / kDay;
+    const auto secondOfDay = static_cast<int>(seconds - days * kDay);
 
     const std::int64_t fromMarch0 = days + 719468;
     const std::int64_t era = (fromMarch0 >= 0 ? fromMarch0 : fromMarch0 - 146096) / 146097;

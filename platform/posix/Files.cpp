@@ -16,12 +16,12 @@ namespace Platform
 namespace
 {
 
-constexpr mode_t ExecuteBits = 0111;
+constexpr mode_t kExecuteBits = 0111;
 
 /// The permission bits of a file; a folder has the execute bits beside each right to read.
 mode_t FileMode(const wchar_t* security)
 {
-    if (security == nullptr)
+    if (!security)
         return 0666;
     return std::wcsstr(security, L";;;AU)") != nullptr ? 0644 : 0600;
 }
@@ -29,7 +29,7 @@ mode_t FileMode(const wchar_t* security)
 mode_t FolderMode(const wchar_t* security)
 {
     const mode_t mode = FileMode(security);
-    return mode | ((mode >> 2) & ExecuteBits);
+    return mode | ((mode >> 2) & kExecuteBits);
 }
 
 int Descriptor(std::intptr_t handle)
@@ -56,7 +56,7 @@ bool File::Close()
     if (!IsOpen())
         return true;
     const bool closed = ::close(Descriptor(m_handle)) == 0;
-    m_handle = Invalid;
+    m_handle = kInvalid;
     return closed;
 }
 

@@ -88,7 +88,7 @@ private:
     template <class Source>
     void PutText(const FormatConversion& conversion, const Source* text, const Source* null)
     {
-        if (text == nullptr)
+        if (!text)
             text = null;
         // A precision may stand for a missing terminator.
         const std::size_t length =
@@ -130,9 +130,9 @@ private:
     template <class Unsigned>
     void PutNumber(const FormatConversion& conversion, Unsigned value, bool negative)
     {
-        constexpr std::size_t longest = 1 + 20; // a sign, and 64 bits
-        Char text[longest];
-        Char* const end = text + longest;
+        constexpr std::size_t kLongest = 1 + 20; // a sign, and 64 bits
+        Char text[kLongest];
+        Char* const end = text + kLongest;
         Char* begin = end;
         if (conversion.type == L'x' || conversion.type == L'X')
         {

@@ -9,7 +9,7 @@ namespace Platform
 
 bool Close(KernelHandle handle)
 {
-    if (handle == nullptr)
+    if (!handle)
     {
         errno = EBADF;
         return false;
@@ -20,7 +20,7 @@ bool Close(KernelHandle handle)
 
 bool Signal(KernelHandle handle)
 {
-    if (handle == nullptr || !static_cast<KernelObject*>(handle)->Signal())
+    if (!handle || !static_cast<KernelObject*>(handle)->Signal())
     {
         errno = EBADF;
         return false;

@@ -10,7 +10,7 @@ namespace Platform
 std::wstring EnvironmentVariable(const std::wstring& name)
 {
     const char* const value = std::getenv(ToUtf8(name).c_str());
-    return value != nullptr ? FromUtf8(value) : std::wstring();
+    return value ? FromUtf8(value) : std::wstring();
 }
 
 std::wstring CommonAppData()

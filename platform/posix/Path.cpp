@@ -3,12 +3,12 @@
 namespace Platform
 {
 
-const wchar_t PathSeparator = L'/';
-const wchar_t* const PathSeparators = L"/";
+const wchar_t kPathSeparator = L'/';
+const wchar_t* const kPathSeparators = L"/";
 
 bool IsAbsolutePath(std::wstring_view path)
 {
-    return !path.empty() && path.front() == PathSeparator;
+    return !path.empty() && path.front() == kPathSeparator;
 }
 
 } // namespace Platform

@@ -18,7 +18,7 @@ namespace Platform
 namespace
 {
 
-constexpr int FirstOwnFile = 3; // behind standard input, output and error
+constexpr int kFirstOwnFile = 3; // behind standard input, output and error
 
 class Process : public KernelObject
 {
@@ -36,8 +36,8 @@ int Spawn(pid_t& id, const std::string& program, std::vector<char*>& arguments, 
     posix_spawnattr_t attributes;
     ::posix_spawn_file_actions_init(&actions);
     ::posix_spawnattr_init(&attributes);
-    ::posix_spawn_file_actions_addclosefrom_np(&actions, FirstOwnFile);
-    if (folder != nullptr)
+    ::posix_spawn_file_actions_addclosefrom_np(&actions, kFirstOwnFile);
+    if (folder)
         ::posix_spawn_file_actions_addchdir_np(&actions, folder);
     if (ownSession)
         ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
@@ -63,10 +63,10 @@ public:
             arguments.push_back(text.data());
         arguments.push_back(nullptr);
 
-        const std::string folder = workingFolder != nullptr ? ToUtf8(workingFolder) : std::string();
+        const std::string folder = workingFolder ? ToUtf8(workingFolder) : std::string();
         pid_t id = 0;
-        const int error = Spawn(id, ToUtf8(program), arguments, (creationFlags & Detached) != 0,
-                                workingFolder != nullptr ? folder.c_str() : nullptr);
+        const int error = Spawn(id, ToUtf8(program), arguments, (creationFlags & kDetached) != 0,
+                                workingFolder ? folder.c_str() : nullptr);
         errno = error;
         return error == 0 ? static_cast<KernelObject*>(new Process(id)) : nullptr;
     }

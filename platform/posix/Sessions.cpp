@@ -15,8 +15,8 @@ namespace Platform
 namespace
 {
 
-constexpr std::uint32_t TheSession = 1;
-constexpr std::size_t PasswordBuffer = 0x4000;
+constexpr std::uint32_t kTheSession = 1;
+constexpr std::size_t kPasswordBuffer = 0x4000;
 
 /// S-1-22-1-uid: revision, number of sub-authorities, authority (big-endian), sub-authorities (little-endian).
 std::array<std::uint8_t, 16> SidOf(uid_t user)
@@ -29,9 +29,9 @@ std::optional<uid_t> UserOf(const std::string& name)
 {
     passwd entry{};
     passwd* found = nullptr;
-    std::array<char, PasswordBuffer> buffer;
+    std::array<char, kPasswordBuffer> buffer;
     ::getpwnam_r(name.c_str(), &entry, buffer.data(), buffer.size(), &found);
-    return found != nullptr ? std::optional(found->pw_uid) : std::nullopt;
+    return found ? std::optional(found->pw_uid) : std::nullopt;
 }
 
 std::wstring HostName()
@@ -45,25 +45,25 @@ class PosixSessions : public Sessions
 public:
     bool Enumerate(std::vector<Session>& sessions) override
     {
-        sessions = {{TheSession, true}};
+        sessions = {{kTheSession, true}};
         return true;
     }
 
-    std::uint32_t ActiveConsoleSession() override { return TheSession; }
+    std::uint32_t ActiveConsoleSession() override { return kTheSession; }
 
     std::wstring UserName(std::uint32_t session) override
     {
         passwd entry{};
         passwd* found = nullptr;
-        std::array<char, PasswordBuffer> buffer;
-        if (session == TheSession)
+        std::array<char, kPasswordBuffer> buffer;
+        if (session == kTheSession)
             ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found);
-        return found != nullptr ? FromUtf8(found->pw_name) : std::wstring();
+        return found ? FromUtf8(found->pw_name) : std::wstring();
     }
 
     std::wstring DomainName(std::uint32_t session) override
     {
-        return session == TheSession ? HostName() : std::wstring();
+        return session == kTheSession ? HostName() : std::wstring();
     }
 
     std::uint32_t LookupAccount(const wchar_t* account, void* sid, std::uint32_t* sidSize, wchar_t* domain,
@@ -74,14 +74,14 @@ public:
         const std::wstring host = HostName();
         const auto user = UserOf(ToUtf8(backslash == std::wstring::npos ? name : name.substr(backslash + 1)));
         if (!user || (backslash != std::wstring::npos && name.compare(0, backslash, host) != 0))
-            return ErrorNoneMapped;
+            return kErrorNoneMapped;
         const auto found = SidOf(*user);
         const auto domainNeeded = static_cast<std::uint32_t>(host.size() + 1);
         const bool fits = *sidSize >= found.size() && *domainSize >= domainNeeded;
         *sidSize = static_cast<std::uint32_t>(found.size());
         *domainSize = domainNeeded;
         if (!fits)
-            return ErrorInsufficientBuffer;
+            return kErrorInsufficientBuffer;
         std::memcpy(sid, found.data(), found.size());
         host.copy(domain, host.size());
         domain[host.size()] = L'\0';
@@ -97,7 +97,7 @@ public:
 
     bool ProcessSession(std::uint32_t& session) override
     {
-        session = TheSession;
+        session = kTheSession;
         return true;
     }
 };

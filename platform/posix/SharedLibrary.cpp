@@ -16,20 +16,20 @@ std::uint32_t SharedLibrary::Load(const std::wstring& path)
 {
     Unload();
     if (!IsAbsolutePath(path))
-        return ErrorBadPathname;
+        return kErrorBadPathname;
     m_module = ::dlopen(ToUtf8(path).c_str(), RTLD_NOW | RTLD_LOCAL);
-    return m_module != nullptr ? 0 : ErrorModuleNotFound;
+    return m_module ? 0 : kErrorModuleNotFound;
 }
 
 void SharedLibrary::Unload()
 {
-    if (m_module != nullptr)
+    if (m_module)
         ::dlclose(std::exchange(m_module, nullptr));
 }
 
 void* SharedLibrary::Find(const char* function) const
 {
-    return m_module != nullptr ? ::dlsym(m_module, function) : nullptr;
+    return m_module ? ::dlsym(m_module, function) : nullptr;
 }
 
 const char* SharedLibrary::Suffix()
@@ -40,7 +40,7 @@ const char* SharedLibrary::Suffix()
 std::wstring SharedLibrary::PathOf(const void* code)
 {
     Dl_info info{};
-    if (::dladdr(code, &info) == 0 || info.dli_fname == nullptr)
+    if (::dladdr(code, &info) == 0 || !info.dli_fname)
         return {};
     // The program itself goes by the name that it was started with, which may be relative.
     std::unique_ptr<char, decltype(&std::free)> path(

@@ -85,7 +85,7 @@ int SharedPage::Open(const std::string& kind, const std::string& name, std::size
     m_path =
         folder + '/' + kind + '-' + Digest(name) + '-' + std::to_string(size) + '-' + std::to_string(8 * sizeof(void*));
     int error = OpenExisting();
-    while (error == ENOENT && initialise != nullptr)
+    while (error == ENOENT && initialise)
     {
         error = Make(initialise);
         if (error == 0 || error == EEXIST)
@@ -113,7 +113,7 @@ int SharedPage::OpenExisting()
     else
     {
         m_memory = Map(m_file, m_size);
-        error = m_memory != nullptr ? 0 : errno;
+        error = m_memory ? 0 : errno;
     }
     if (error != 0)
         ::close(std::exchange(m_file, -1));
@@ -133,10 +133,10 @@ int SharedPage::Make(bool (*initialise)(void* memory))
     void* const memory = error == 0 ? Map(file, m_size) : nullptr;
     if (error == 0)
     {
-        const bool made = memory != nullptr && initialise(memory) && ::link(path.c_str(), m_path.c_str()) == 0;
+        const bool made = memory && initialise(memory) && ::link(path.c_str(), m_path.c_str()) == 0;
         error = made ? 0 : errno;
     }
-    if (memory != nullptr)
+    if (memory)
         ::munmap(memory, m_size);
     ::unlink(path.c_str());
     ::close(file);
@@ -145,7 +145,7 @@ int SharedPage::Make(bool (*initialise)(void* memory))
 
 void SharedPage::Close()
 {
-    if (m_memory == nullptr)
+    if (!m_memory)
         return;
     ::munmap(std::exchange(m_memory, nullptr), m_size);
     if (Lock(m_file, LOCK_EX | LOCK_NB))

@@ -13,7 +13,7 @@ class PosixToken : public Token
 public:
     bool IsMemberOfBuiltinGroup(KernelHandle token, std::uint32_t group) override
     {
-        return token == nullptr && group == Administrators && ::geteuid() == 0;
+        return !token && group == kAdministrators && ::geteuid() == 0;
     }
 
     bool IsUserMemberOfBuiltinGroup(KernelHandle token, std::uint32_t group) override

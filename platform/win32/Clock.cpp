@@ -45,12 +45,12 @@ public:
 
     std::uint32_t ToLocal(std::int64_t secondsSinceEpoch, CalendarTime& local) override
     {
-        constexpr std::int64_t epoch = 11'644'473'600; // in seconds since 1601, where the system's count begins
-        constexpr std::int64_t ticksPerSecond = 10'000'000;
-        constexpr std::int64_t latest = std::numeric_limits<std::int64_t>::max() / ticksPerSecond - epoch;
-        if (secondsSinceEpoch < -epoch || secondsSinceEpoch > latest)
+        constexpr std::int64_t kEpoch = 11'644'473'600; // in seconds since 1601, where the system's count begins
+        constexpr std::int64_t kTicksPerSecond = 10'000'000;
+        constexpr std::int64_t kLatest = std::numeric_limits<std::int64_t>::max() / kTicksPerSecond - kEpoch;
+        if (secondsSinceEpoch < -kEpoch || secondsSinceEpoch > kLatest)
             return ERROR_INVALID_PARAMETER;
-        const auto ticks = static_cast<std::uint64_t>((secondsSinceEpoch + epoch) * ticksPerSecond);
+        const auto ticks = static_cast<std::uint64_t>((secondsSinceEpoch + kEpoch) * kTicksPerSecond);
         const FILETIME time{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
         SYSTEMTIME utc;
         SYSTEMTIME result;

@@ -27,7 +27,7 @@ void RemoveFromTaskbar(HWND window)
 ElevationOwner::ElevationOwner()
     : m_window(::CreateWindowExW(0, L"STATIC", L".", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr))
 {
-    if (m_window != nullptr)
+    if (m_window)
     {
         RemoveFromTaskbar(static_cast<HWND>(m_window));
         ::ShowWindow(static_cast<HWND>(m_window), SW_SHOW);
@@ -36,7 +36,7 @@ ElevationOwner::ElevationOwner()
 
 ElevationOwner::~ElevationOwner()
 {
-    if (m_window != nullptr)
+    if (m_window)
         ::DestroyWindow(static_cast<HWND>(m_window));
 }
 

@@ -31,9 +31,9 @@ bool File::Open(const std::wstring& path, const wchar_t* security)
     SecurityAttributes attributes(security);
     if (attributes.IsValid())
     {
-        constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
         m_handle = reinterpret_cast<std::intptr_t>(::CreateFileW(
-            path.c_str(), GENERIC_WRITE, shareAll, attributes.Get(), OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+            path.c_str(), GENERIC_WRITE, kShareAll, attributes.Get(), OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     }
     return IsOpen();
 }
@@ -43,7 +43,7 @@ bool File::Close()
     if (!IsOpen())
         return true;
     const bool closed = ::CloseHandle(Native(m_handle)) != FALSE;
-    m_handle = Invalid;
+    m_handle = kInvalid;
     return closed;
 }
 

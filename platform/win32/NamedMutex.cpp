@@ -27,7 +27,7 @@ std::uint32_t NamedMutex::Create(const std::wstring& name, const wchar_t* securi
     m_object.reset();
     SecurityAttributes attributes(security);
     const HANDLE handle = attributes.IsValid() ? ::CreateMutexW(attributes.Get(), FALSE, name.c_str()) : nullptr;
-    if (handle == nullptr)
+    if (!handle)
         return ::GetLastError();
     m_object = std::make_unique<Object>(handle);
     return 0;
@@ -37,7 +37,7 @@ std::uint32_t NamedMutex::Open(const std::wstring& name)
 {
     m_object.reset();
     const HANDLE handle = ::OpenMutexW(SYNCHRONIZE, FALSE, name.c_str());
-    if (handle == nullptr)
+    if (!handle)
         return ::GetLastError();
     m_object = std::make_unique<Object>(handle);
     return 0;

@@ -3,8 +3,8 @@
 namespace Platform
 {
 
-const wchar_t PathSeparator = L'\\';
-const wchar_t* const PathSeparators = L"\\/";
+const wchar_t kPathSeparator = L'\\';
+const wchar_t* const kPathSeparators = L"\\/";
 
 /// A drive with a root, or a share. A path that begins with one separator depends on the current drive.
 bool IsAbsolutePath(std::wstring_view path)

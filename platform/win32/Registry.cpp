@@ -19,7 +19,7 @@ public:
     }
     ~Key()
     {
-        if (m_key != nullptr)
+        if (m_key)
             ::RegCloseKey(m_key);
     }
     Key(const Key&) = delete;
@@ -27,7 +27,7 @@ public:
 
     bool Read(const wchar_t* value, DWORD type, void* data, DWORD& size) const
     {
-        return m_key != nullptr && ::RegGetValueW(m_key, nullptr, value, type, nullptr, data, &size) == ERROR_SUCCESS;
+        return m_key && ::RegGetValueW(m_key, nullptr, value, type, nullptr, data, &size) == ERROR_SUCCESS;
     }
 
 private:

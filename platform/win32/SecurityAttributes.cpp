@@ -7,7 +7,7 @@ namespace Platform
 
 SecurityAttributes::SecurityAttributes(const wchar_t* sddl)
 {
-    if (sddl != nullptr)
+    if (sddl)
     {
         m_valid = ::ConvertStringSecurityDescriptorToSecurityDescriptorW(
                       sddl, SDDL_REVISION_1, &m_attributes.lpSecurityDescriptor, nullptr) != FALSE;

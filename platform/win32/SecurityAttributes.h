@@ -18,7 +18,7 @@ public:
     /// would be open to more than was meant.
     bool IsValid() const { return m_valid; }
 
-    SECURITY_ATTRIBUTES* Get() { return m_attributes.lpSecurityDescriptor != nullptr ? &m_attributes : nullptr; }
+    SECURITY_ATTRIBUTES* Get() { return m_attributes.lpSecurityDescriptor ? &m_attributes : nullptr; }
 
 private:
     SECURITY_ATTRIBUTES m_attributes{sizeof(SECURITY_ATTRIBUTES), nullptr, FALSE};

@@ -18,7 +18,7 @@ std::wstring QuerySession(std::uint32_t session, WTS_INFO_CLASS information)
     DWORD size = 0;
     if (!::WTSQuerySessionInformationW(WTS_CURRENT_SERVER_HANDLE, session, information, &text, &size))
         return {};
-    std::wstring result = text != nullptr ? text : L"";
+    std::wstring result = text ? text : L"";
     ::WTSFreeMemory(text);
     return result;
 }
@@ -28,10 +28,10 @@ class WindowsSessions : public Sessions
 public:
     bool Enumerate(std::vector<Session>& sessions) override
     {
-        constexpr DWORD version = 1;
+        constexpr DWORD kVersion = 1;
         WTS_SESSION_INFOW* list = nullptr;
         DWORD count = 0;
-        if (!::WTSEnumerateSessionsW(WTS_CURRENT_SERVER_HANDLE, 0, version, &list, &count))
+        if (!::WTSEnumerateSessionsW(WTS_CURRENT_SERVER_HANDLE, 0, kVersion, &list, &count))
             return false;
         sessions.clear();
         for (DWORD i = 0; i < count; ++i)

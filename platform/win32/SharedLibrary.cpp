@@ -19,8 +19,8 @@ class ErrorBoxesOff
 public:
     ErrorBoxesOff()
     {
-        constexpr DWORD off = SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX;
-        ::SetThreadErrorMode(::GetThreadErrorMode() | off, &m_before);
+        constexpr DWORD kOff = SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX;
+        ::SetThreadErrorMode(::GetThreadErrorMode() | kOff, &m_before);
     }
     ~ErrorBoxesOff()
     {
@@ -40,24 +40,23 @@ std::uint32_t SharedLibrary::Load(const std::wstring& path)
 {
     Unload();
     if (!IsAbsolutePath(path))
-        return ErrorBadPathname;
+        return kErrorBadPathname;
     // What it imports comes from its own folder, the program's or the system's: never from the current folder or PATH.
-    constexpr DWORD searchedFolders = LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS;
+    constexpr DWORD kSearchedFolders = LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS;
     const ErrorBoxesOff errorBoxesOff;
-    m_module = ::LoadLibraryExW(path.c_str(), nullptr, searchedFolders);
-    return m_module != nullptr ? 0 : ::GetLastError();
+    m_module = ::LoadLibraryExW(path.c_str(), nullptr, kSearchedFolders);
+    return m_module ? 0 : ::GetLastError();
 }
 
 void SharedLibrary::Unload()
 {
-    if (m_module != nullptr)
+    if (m_module)
         ::FreeLibrary(static_cast<HMODULE>(std::exchange(m_module, nullptr)));
 }
 
 void* SharedLibrary::Find(const char* function) const
 {
-    return m_module != nullptr ? reinterpret_cast<void*>(::GetProcAddress(static_cast<HMODULE>(m_module), function))
-                               : nullptr;
+    return m_module ? reinterpret_cast<void*>(::GetProcAddress(static_cast<HMODULE>(m_module), function)) : nullptr;
 }
 
 const char* SharedLibrary::Suffix()
@@ -67,12 +66,12 @@ const char* SharedLibrary::Suffix()
 
 std::wstring SharedLibrary::PathOf(const void* code)
 {
-    constexpr DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
-    constexpr std::size_t longestPath = 0x8000;
+    constexpr DWORD kFlags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    constexpr std::size_t kLongestPath = 0x8000;
     HMODULE module = nullptr;
-    if (!::GetModuleHandleExW(flags, static_cast<const wchar_t*>(code), &module))
+    if (!::GetModuleHandleExW(kFlags, static_cast<const wchar_t*>(code), &module))
         return {};
-    std::wstring path(longestPath, L'\0');
+    std::wstring path(kLongestPath, L'\0');
     path.resize(::GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size())));
     return path;
 }

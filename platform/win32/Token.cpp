@@ -11,7 +11,7 @@ namespace Platform
 namespace
 {
 
-constexpr DWORD LowIntegrity = 0x1000;
+constexpr DWORD kLowIntegrity = 0x1000;
 
 /// A token's handle, closed by the destructor; null: there is none.
 class TokenHandle
@@ -20,7 +20,7 @@ public:
     explicit TokenHandle(HANDLE token) : m_token(token) {}
     ~TokenHandle()
     {
-        if (m_token != nullptr)
+        if (m_token)
             ::CloseHandle(m_token);
     }
     TokenHandle(const TokenHandle&) = delete;
@@ -71,9 +71,9 @@ public:
     bool IsMemberOfBuiltinGroup(KernelHandle token, std::uint32_t group) override
     {
         TOKEN_TYPE type = TokenImpersonation;
-        const bool primary = token != nullptr && Query(token, TokenType, type) && type == TokenPrimary;
+        const bool primary = token && Query(token, TokenType, type) && type == TokenPrimary;
         const TokenHandle duplicate(primary ? DuplicateForTest(token) : nullptr);
-        if (primary && duplicate.Get() == nullptr)
+        if (primary && !duplicate.Get())
             return false;
         SID_IDENTIFIER_AUTHORITY authority = SECURITY_NT_AUTHORITY;
         PSID sid = nullptr;
@@ -89,9 +89,9 @@ public:
     {
         if (IsMemberOfBuiltinGroup(token, group))
             return true;
-        const TokenHandle process(token == nullptr ? OpenProcessToken() : nullptr);
-        const TokenHandle elevated(ElevatedToken(token == nullptr ? process.Get() : token));
-        return elevated.Get() != nullptr && IsMemberOfBuiltinGroup(elevated.Get(), group);
+        const TokenHandle process(token ? nullptr : OpenProcessToken());
+        const TokenHandle elevated(ElevatedToken(token ? token : process.Get()));
+        return elevated.Get() && IsMemberOfBuiltinGroup(elevated.Get(), group);
     }
 
     bool IsLowIntegrity() override
@@ -102,7 +102,7 @@ public:
             return false;
         const PSID label = reinterpret_cast<const TOKEN_MANDATORY_LABEL*>(buffer.data())->Label.Sid;
         const DWORD last = *::GetSidSubAuthorityCount(label) - 1U;
-        return *::GetSidSubAuthority(label, last) == LowIntegrity;
+        return *::GetSidSubAuthority(label, last) == kLowIntegrity;
     }
 };
 

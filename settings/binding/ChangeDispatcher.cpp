@@ -16,8 +16,8 @@ namespace
 
 QEvent::Type ChangesWaiting()
 {
-    static const int type = QEvent::registerEventType();
-    return static_cast<QEvent::Type>(type);
+    static const int s_type = QEvent::registerEventType();
+    return static_cast<QEvent::Type>(s_type);
 }
 
 } // namespace

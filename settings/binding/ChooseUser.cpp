@@ -19,7 +19,7 @@ std::wstring ProcessUserSid(const FunctionLog& log)
 
 std::wstring ActiveUserSid(const FunctionLog& log)
 {
-    if (AllUsers().GetActiveSession() == Platform::Sessions::Invalid)
+    if (AllUsers().GetActiveSession() == Platform::Sessions::kInvalid)
     {
         LOG(log, 4,
             L"%s: AllUsers().GetActiveSession() returned an invalid ID. Using system default user for initialization");

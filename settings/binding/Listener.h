@@ -29,7 +29,7 @@ public:
     }
 
 private:
-    static constexpr auto kName = L"StrataSettings::Listener<class " + TypeName<Settings>::value + L" >::";
+    static constexpr auto kName = L"StrataSettings::Listener<class " + TypeName<Settings>::kValue + L" >::";
     static constexpr auto kSubscribeName = kName + L"Subscribe";
     static constexpr auto kChangedName = kName + L"OnSettingChanged";
     static constexpr auto kRemovedName = kName + L"OnSettingRemoved";

@@ -144,8 +144,8 @@ protected:
     }
 
 private:
-    static constexpr auto kLoadName = L"StrataSettings::Property<" + TypeName<T>::value + L">::Load";
-    static constexpr auto kSaveName = L"StrataSettings::Property<" + TypeName<T>::value + L">::Save";
+    static constexpr auto kLoadName = L"StrataSettings::Property<" + TypeName<T>::kValue + L">::Load";
+    static constexpr auto kSaveName = L"StrataSettings::Property<" + TypeName<T>::kValue + L">::Save";
     static constexpr LogNames kLogNames{FunctionLog(kLoadName.Text()), FunctionLog(kSaveName.Text())};
 
     const T m_default;

@@ -17,7 +17,7 @@ class ScopedSettings;
 template <class Tree>
 struct TypeName<ScopedSettings<Tree>>
 {
-    static constexpr auto value = L"StrataSettings::ScopedSettings<class " + TypeName<Tree>::value + L">";
+    static constexpr auto kValue = L"StrataSettings::ScopedSettings<class " + TypeName<Tree>::kValue + L">";
 };
 
 /// What a scope has to be built on: its tree is there first and goes last.
@@ -56,7 +56,7 @@ public:
     const Tree& Settings() const noexcept { return this->m_tree; }
 
 private:
-    static constexpr auto kName = TypeName<ScopedSettings>::value + L"::";
+    static constexpr auto kName = TypeName<ScopedSettings>::kValue + L"::";
     static constexpr auto kConstructName = kName + L"ScopedSettings";
     static constexpr auto kResetHandleName = kName + L"ResetHandle";
     static constexpr auto kLoadName = kName + L"Load";

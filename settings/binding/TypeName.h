@@ -15,49 +15,49 @@ struct TypeName;
 template <>
 struct TypeName<bool>
 {
-    static constexpr NlOrbLogging::LogName value{L"bool"};
+    static constexpr NlOrbLogging::LogName kValue{L"bool"};
 };
 
 template <>
 struct TypeName<int>
 {
-    static constexpr NlOrbLogging::LogName value{L"int"};
+    static constexpr NlOrbLogging::LogName kValue{L"int"};
 };
 
 template <>
 struct TypeName<std::int64_t>
 {
-    static constexpr NlOrbLogging::LogName value{L"__int64"};
+    static constexpr NlOrbLogging::LogName kValue{L"__int64"};
 };
 
 template <>
 struct TypeName<std::string>
 {
-    static constexpr NlOrbLogging::LogName value{L"std::string"};
+    static constexpr NlOrbLogging::LogName kValue{L"std::string"};
 };
 
 template <>
 struct TypeName<std::wstring>
 {
-    static constexpr NlOrbLogging::LogName value{L"std::wstring"};
+    static constexpr NlOrbLogging::LogName kValue{L"std::wstring"};
 };
 
 template <>
 struct TypeName<Minutes>
 {
-    static constexpr NlOrbLogging::LogName value{L"std::chrono::duration<int,std::ratio<60>>"};
+    static constexpr NlOrbLogging::LogName kValue{L"std::chrono::duration<int,std::ratio<60>>"};
 };
 
 template <>
 struct TypeName<Seconds>
 {
-    static constexpr NlOrbLogging::LogName value{L"std::chrono::duration<__int64>"};
+    static constexpr NlOrbLogging::LogName kValue{L"std::chrono::duration<__int64>"};
 };
 
 template <>
 struct TypeName<TimePoint>
 {
-    static constexpr NlOrbLogging::LogName value{L"std::chrono::system_clock::time_point"};
+    static constexpr NlOrbLogging::LogName kValue{L"std::chrono::system_clock::time_point"};
 };
 
 } // namespace StrataSettings

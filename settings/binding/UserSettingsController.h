@@ -160,7 +160,7 @@ private:
             scope->Save();
     }
 
-    static constexpr auto kName = L"UserSettingsController<class " + StrataSettings::TypeName<Tree>::value + L">::";
+    static constexpr auto kName = L"UserSettingsController<class " + StrataSettings::TypeName<Tree>::kValue + L">::";
     static constexpr auto kCreateName = kName + L"Create";
     static constexpr auto kEmplaceName = kName + L"Emplace";
     static constexpr auto kLoadName = kName + L"Load";

@@ -8,13 +8,13 @@ namespace Settings
 namespace
 {
 
-constexpr FunctionLog kLog(L"Settings::Curfew::Curfew");
+constexpr FunctionLog kCurfewLog(L"Settings::Curfew::Curfew");
 
 void CheckInvariants(const Curfew& curfew)
 {
-    CheckInvariant(kLog, curfew.From >= std::chrono::hours(0), L"From >= std::chrono::hours(0)");
-    CheckInvariant(kLog, curfew.Until > std::chrono::hours(0), L"Until > std::chrono::hours(0)");
-    CheckInvariant(kLog, curfew.Until <= std::chrono::hours(24), L"Until <= std::chrono::hours(24)");
+    CheckInvariant(kCurfewLog, curfew.From >= std::chrono::hours(0), L"From >= std::chrono::hours(0)");
+    CheckInvariant(kCurfewLog, curfew.Until > std::chrono::hours(0), L"Until > std::chrono::hours(0)");
+    CheckInvariant(kCurfewLog, curfew.Until <= std::chrono::hours(24), L"Until <= std::chrono::hours(24)");
 }
 
 void Read(const StrataSettings::StrataObject& record, const wchar_t* field, StrataSettings::Seconds& value)

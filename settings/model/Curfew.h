@@ -38,5 +38,5 @@ public:
 template <>
 struct StrataSettings::TypeName<std::set<Settings::Curfew>>
 {
-    static constexpr NlOrbLogging::LogName value{L"std::set<Settings::Curfew>"};
+    static constexpr NlOrbLogging::LogName kValue{L"std::set<Settings::Curfew>"};
 };

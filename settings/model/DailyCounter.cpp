@@ -8,7 +8,7 @@ namespace Settings
 namespace
 {
 
-constexpr FunctionLog kLog(L"Settings::DailyCounter::DailyCounter");
+constexpr FunctionLog kCounterLog(L"Settings::DailyCounter::DailyCounter");
 
 struct Field
 {
@@ -31,7 +31,7 @@ DailyCounter::DailyCounter(const StrataSettings::StrataObject& record)
 {
     for (const Field& field : kFields)
         record.Get(field.name, this->*field.member);
-    CheckInvariant(kLog, JulianDate >= 0, L"JulianDate >= 0");
+    CheckInvariant(kCounterLog, JulianDate >= 0, L"JulianDate >= 0");
 }
 
 bool DailyCounter::WriteTo(StrataSettings::StrataObject& record) const

@@ -43,5 +43,5 @@ public:
 template <>
 struct StrataSettings::TypeName<std::set<Settings::DailyCounter>>
 {
-    static constexpr NlOrbLogging::LogName value{L"std::set<Settings::DailyCounter>"};
+    static constexpr NlOrbLogging::LogName kValue{L"std::set<Settings::DailyCounter>"};
 };

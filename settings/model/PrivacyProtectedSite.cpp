@@ -10,11 +10,11 @@ namespace Settings
 namespace
 {
 
-constexpr FunctionLog kLog(L"Settings::PrivacyProtectedSite::PrivacyProtectedSite");
+constexpr FunctionLog kPrivacySiteLog(L"Settings::PrivacyProtectedSite::PrivacyProtectedSite");
 
 void CheckInvariants(const PrivacyProtectedSite& site)
 {
-    CheckInvariant(kLog, !site.Address.empty(), L"!Address.empty()");
+    CheckInvariant(kPrivacySiteLog, !site.Address.empty(), L"!Address.empty()");
 }
 
 } // namespace

@@ -37,5 +37,5 @@ public:
 template <>
 struct StrataSettings::TypeName<std::set<Settings::PrivacyProtectedSite>>
 {
-    static constexpr NlOrbLogging::LogName value{L"std::set<Settings::PrivacyProtectedSite>"};
+    static constexpr NlOrbLogging::LogName kValue{L"std::set<Settings::PrivacyProtectedSite>"};
 };

@@ -10,11 +10,11 @@ namespace Settings
 namespace
 {
 
-constexpr FunctionLog kLog(L"Settings::Site::Site");
+constexpr FunctionLog kSiteLog(L"Settings::Site::Site");
 
 void CheckInvariants(const Site& site)
 {
-    CheckInvariant(kLog, !site.Url.empty(), L"!Url.empty()");
+    CheckInvariant(kSiteLog, !site.Url.empty(), L"!Url.empty()");
 }
 
 } // namespace

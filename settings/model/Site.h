@@ -47,5 +47,5 @@ private:
 template <>
 struct StrataSettings::TypeName<std::set<Settings::Site>>
 {
-    static constexpr NlOrbLogging::LogName value{L"std::set<Settings::Site>"};
+    static constexpr NlOrbLogging::LogName kValue{L"std::set<Settings::Site>"};
 };

@@ -45,5 +45,5 @@ public:
 template <>
 struct StrataSettings::TypeName<VdnSettings>
 {
-    static constexpr NlOrbLogging::LogName value{L"VdnSettings"};
+    static constexpr NlOrbLogging::LogName kValue{L"VdnSettings"};
 };

@@ -20,10 +20,6 @@ constexpr const char* kCategories = "@ContentControl\\Data:current_user_categori
 constexpr const char* kTimeSlots = "@TimeLimit\\Data:time_slots";
 constexpr const char* kVisible = "@Veridan\\MainGUI:visible";
 
-constexpr const wchar_t* kSites = L"windows.browsing_protection.internal.sites.list";
-constexpr const wchar_t* kTrigger = L"windows.browsing_protection.internal.time_limit_trigger";
-constexpr const wchar_t* kBankingSession = L"windows.browsing_protection.internal.banking_session_open";
-
 struct Switch
 {
     const char* variable;

@@ -11,6 +11,10 @@
 #include <string>
 #include <vector>
 
+inline constexpr const wchar_t* kSites = L"windows.browsing_protection.internal.sites.list";
+inline constexpr const wchar_t* kTrigger = L"windows.browsing_protection.internal.time_limit_trigger";
+inline constexpr const wchar_t* kBankingSession = L"windows.browsing_protection.internal.banking_session_open";
+
 /// A day of a family's computer in this process: the whole plug-in on a real store in which no setting has its default,
 /// pages that are used as people use them, and a service that goes about its work. Whatever fails on the way, the day
 /// goes on.

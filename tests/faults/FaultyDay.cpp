@@ -42,8 +42,8 @@ private:
 
 const GoodDay& GoodDay::Get()
 {
-    static const GoodDay day = RecordedDay().Record();
-    return day;
+    static const GoodDay s_day = RecordedDay().Record();
+    return s_day;
 }
 
 FaultyDay::FaultyDay()

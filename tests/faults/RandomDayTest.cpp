@@ -35,12 +35,9 @@ constexpr StoreFunction kFailing[] = {
     StoreFunction::kOrbStrata_ObjectGetStringUtf8,
 };
 
-constexpr const wchar_t* kTrigger = L"windows.browsing_protection.internal.time_limit_trigger";
-constexpr const wchar_t* kSession = L"windows.browsing_protection.internal.banking_session_open";
-constexpr const wchar_t* kSites = L"windows.browsing_protection.internal.sites.list";
 constexpr const wchar_t* kCounters = L"windows.browsing_protection.internal.statistics.daily_counters";
 
-constexpr const wchar_t* kSwitches[] = {
+constexpr const wchar_t* kSwitchKeys[] = {
     L"windows.browsing_protection.enabled",
     L"windows.browsing_protection.banking_protection.enabled",
     L"windows.browsing_protection.search_result_filter.enabled",
@@ -73,8 +70,8 @@ protected:
 
     const wchar_t* AnyKey()
     {
-        static constexpr const wchar_t* kOthers[] = {kTrigger, kSession, kSites, kCounters};
-        return Coin() ? Any(kSwitches) : Any(kOthers);
+        static constexpr const wchar_t* kOthers[] = {kTrigger, kBankingSession, kSites, kCounters};
+        return Coin() ? Any(kSwitchKeys) : Any(kOthers);
     }
 
     /// Lets a function of the store fail from one of its next calls on.
@@ -102,7 +99,7 @@ protected:
             return Put(kUser, kTrigger, -Random(2));
         case 1:
             m_story << "bank\n";
-            return Put(kSystem, kSession, Coin());
+            return Put(kSystem, kBankingSession, Coin());
         case 2:
             m_story << "list " << sid << '\n';
             return Put(sid, kSites, LongList());
@@ -115,7 +112,7 @@ protected:
                               0});
         default:
             m_story << "switch " << sid << '\n';
-            return Put(sid, Any(kSwitches), Coin());
+            return Put(sid, Any(kSwitchKeys), Coin());
         }
     }
 

@@ -42,7 +42,7 @@ protected:
     FaultyStore m_store;
 };
 
-std::string NameOf(const testing::TestParamInfo<TreeFaultTest::ParamType>& info)
+std::string NameOfWrite(const testing::TestParamInfo<TreeFaultTest::ParamType>& info)
 {
     static constexpr const char* kCalls[] = {"TheFirst", "All"};
     const std::string name(FaultyStore::TraitOf(std::get<0>(info.param)).name);
@@ -82,4 +82,4 @@ TEST_P(TreeFaultTest, EachKeyHoldsTheOldOrTheNewValueAndTheNextSaveWritesTheRest
 INSTANTIATE_TEST_SUITE_P(EachFunction, TreeFaultTest,
                          testing::Combine(testing::ValuesIn(kWritingFunctions),
                                           testing::Values(Calls::TheFirst, Calls::All)),
-                         NameOf);
+                         NameOfWrite);

@@ -10,7 +10,7 @@ using Platform::JoinPath;
 namespace
 {
 
-constexpr std::size_t PrefixLength = 40; // with ids of four digits; longer ones end at the same "  I: "
+constexpr std::size_t kPrefixLength = 40; // with ids of four digits; longer ones end at the same "  I: "
 
 } // namespace
 
@@ -68,7 +68,7 @@ std::vector<std::wstring> LogFixture::Messages(const std::wstring& name) const
     for (std::wstring& line : lines)
     {
         const auto end = line.find(L"] ");
-        line.erase(0, end != std::wstring::npos && line.size() >= PrefixLength ? end + 6 : 0);
+        line.erase(0, end != std::wstring::npos && line.size() >= kPrefixLength ? end + 6 : 0);
     }
     return lines;
 }

@@ -90,7 +90,7 @@ TEST_F(LogLocation, TheFileAndItsFoldersAreOpenToThoseTheyAreFor)
 {
     std::vector<std::wstring> made;
     const auto note = [&made](const std::wstring& path, const wchar_t* security) {
-        made.push_back(path + L" " + (security != nullptr ? security : L"default"));
+        made.push_back(path + L" " + (security ? security : L"default"));
     };
     using Note = decltype(note);
     struct File : NlOrbLogging::FileLowLevel

@@ -25,7 +25,7 @@
 namespace
 {
 
-constexpr FunctionLog g_log(L"W");
+constexpr FunctionLog kLog(L"W");
 
 struct Options
 {
@@ -40,7 +40,7 @@ struct Options
 void WriteLines(const Options& options, int thread)
 {
     for (int i = 0; options.lines < 0 || i < options.lines; ++i)
-        LOG(g_log, 4, L"%s: %d.%d.%d end", options.id, thread, i);
+        LOG(kLog, 4, L"%s: %d.%d.%d end", options.id, thread, i);
 }
 
 void RunThreads(const Options& options)
@@ -57,7 +57,7 @@ void RunThreads(const Options& options)
     std::wstring path = root;
     for (const wchar_t* const part : {L"Norlane", L"Log", L"NLCC", L"Veridan.log"})
         path = Platform::JoinPath(path, part);
-    std::replace(path.begin(), path.end(), Platform::PathSeparator, L'_');
+    std::replace(path.begin(), path.end(), Platform::kPathSeparator, L'_');
     Platform::NamedMutex mutex;
     mutex.Create(L"Global\\NlOrbLogging_" + path, nullptr);
     mutex.Lock(10000);
@@ -75,7 +75,7 @@ public:
     {
         if (m_logs)
         {
-            LOG(g_log, 2, L"%s: from a destructor");
+            LOG(kLog, 2, L"%s: from a destructor");
             NlOrbLogging::Flush();
         }
     }
@@ -89,10 +89,10 @@ void LogWhileTheProcessEnds()
 {
     static Late s_late;
     s_late.Log();
-    LOG(g_log, 2, L"%s: before");
+    LOG(kLog, 2, L"%s: before");
     std::thread([] {
         for (;;)
-            LOG(g_log, 2, L"%s: from a thread");
+            LOG(kLog, 2, L"%s: from a thread");
     }).detach();
     std::this_thread::yield();
 }
@@ -117,10 +117,10 @@ int main(int argc, char** argv)
     auto& token = *new FakeToken;
     auto& debugOutput = *new FakeDebugOutput;
     token.administrator = true;
-    constexpr const wchar_t* key = L"SOFTWARE\\Norlane\\ORB\\Logging";
-    registry.Set(FakeRegistry::Root::Machine, key, L"RootPath", options.root);
-    registry.Set(FakeRegistry::Root::Machine, key, L"LogMaxSizeKB", options.maximumKB);
-    registry.Set(FakeRegistry::Root::Machine, key, L"LogRotateCount", options.rotationCount);
+    constexpr const wchar_t* kKey = L"SOFTWARE\\Norlane\\ORB\\Logging";
+    registry.Set(FakeRegistry::Root::Machine, kKey, L"RootPath", options.root);
+    registry.Set(FakeRegistry::Root::Machine, kKey, L"LogMaxSizeKB", options.maximumKB);
+    registry.Set(FakeRegistry::Root::Machine, kKey, L"LogRotateCount", options.rotationCount);
 
     const QString mode = arguments.value(0);
     if (mode == QStringLiteral("hold"))

@@ -77,7 +77,7 @@ TEST_F(Logger, TheSystemsZoneIsInTheBannerAsItStands)
     EXPECT_EQ(banner(true, 0, 0), L"(UTC+0:00, session: 0x1)");
     EXPECT_EQ(banner(false, 0, 0), L"(UTC+59:59, session: 0x1)");
     EXPECT_EQ(banner(true, -30, NlOrbLogging::UtcTimestamps), L"(UTC+00:00, local:+0:-30, session: 0x1)");
-    m_sessions.processSession = Platform::Sessions::Invalid;
+    m_sessions.processSession = Platform::Sessions::kInvalid;
     EXPECT_EQ(banner(true, 60, 0), L"(UTC+1:00, session: 0xdeadbeef)");
 }
 
@@ -101,16 +101,16 @@ TEST_F(Logger, TheNearestKeyOfTheRegistryWinsAndAllOnesCountAsAbsent)
         m_logger->Shutdown();
         return level;
     };
-    constexpr auto machine = FakeRegistry::Root::Machine;
+    constexpr auto kMachine = FakeRegistry::Root::Machine;
     const std::wstring componentKey = std::wstring(kKey) + L"\\NLCC";
     EXPECT_EQ(threshold(), 4);
-    m_registry.Set(machine, kKey, L"LogLevel", 1);
+    m_registry.Set(kMachine, kKey, L"LogLevel", 1);
     EXPECT_EQ(threshold(), 1);
-    m_registry.Set(machine, componentKey, L"LogLevel", 2);
+    m_registry.Set(kMachine, componentKey, L"LogLevel", 2);
     EXPECT_EQ(threshold(), 2);
-    m_registry.Set(machine, kModuleKey, L"LogLevel", 3);
+    m_registry.Set(kMachine, kModuleKey, L"LogLevel", 3);
     EXPECT_EQ(threshold(), 3);
-    m_registry.Set(machine, kModuleKey, L"LogLevel", 0xFFFFFFFF);
+    m_registry.Set(kMachine, kModuleKey, L"LogLevel", 0xFFFFFFFF);
     EXPECT_EQ(threshold(), 2);
     m_registry.Set(FakeRegistry::Root::User, kModuleKey, L"LogLevel", 6);
     EXPECT_EQ(threshold(), 2);

@@ -21,7 +21,7 @@ protected:
     std::wstring MutexName(const std::wstring& space) const
     {
         std::wstring path = FilePath();
-        std::replace(path.begin(), path.end(), Platform::PathSeparator, L'_');
+        std::replace(path.begin(), path.end(), Platform::kPathSeparator, L'_');
         return space + L"\\NlOrbLogging_" + path;
     }
 

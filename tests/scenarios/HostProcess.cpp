@@ -11,13 +11,6 @@
 #include <ostream>
 #include <utility>
 
-namespace
-{
-
-constexpr int DeadlineMs = 20000;
-
-} // namespace
-
 void PrintTo(const QVariant& value, std::ostream* stream)
 {
     *stream << (value.isValid() ? value.typeName() : "no value") << ' ' << Json::Write(value).constData();
@@ -31,7 +24,7 @@ HostProcess::HostProcess(const Setup& setup)
     QStringList command = setup.launcher + QStringList{Program(), "--jsonl", "--data", m_dataFolder} + setup.options;
     const QString program = command.takeFirst();
     m_process.start(program, command);
-    EXPECT_TRUE(m_process.waitForStarted(DeadlineMs)) << qUtf8Printable(m_process.errorString());
+    EXPECT_TRUE(m_process.waitForStarted(kDeadlineMs)) << qUtf8Printable(m_process.errorString());
     if (setup.expectHello)
     {
         m_hello = Receive();
@@ -91,7 +84,7 @@ QVariantMap HostProcess::Receive()
     int end = m_output.indexOf('\n');
     while (end < 0)
     {
-        const int left = DeadlineMs - static_cast<int>(timer.elapsed());
+        const int left = kDeadlineMs - static_cast<int>(timer.elapsed());
         if (left <= 0 || !m_process.waitForReadyRead(left))
         {
             ADD_FAILURE() << "The host wrote no line. " << qUtf8Printable(Errors());
@@ -135,7 +128,7 @@ std::vector<QVariantMap> HostProcess::TakeEvents()
 int HostProcess::Finish()
 {
     m_process.closeWriteChannel();
-    if (!m_process.waitForFinished(DeadlineMs))
+    if (!m_process.waitForFinished(kDeadlineMs))
     {
         m_process.kill();
         m_process.waitForFinished();

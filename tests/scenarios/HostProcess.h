@@ -10,6 +10,9 @@
 #include <iosfwd>
 #include <vector>
 
+/// The longest wait for a host, in milliseconds.
+inline constexpr int kDeadlineMs = 20000;
+
 /// How a failed expectation shows a value.
 void PrintTo(const QVariant& value, std::ostream* stream);
 

@@ -11,8 +11,6 @@
 namespace
 {
 
-constexpr int DeadlineMs = 20000;
-
 /// The host without --jsonl.
 class InteractiveHost
 {
@@ -38,7 +36,7 @@ public:
         int found = -1;
         while ((found = m_output.indexOf(text, m_read)) < 0)
         {
-            if (!m_process.waitForReadyRead(DeadlineMs))
+            if (!m_process.waitForReadyRead(kDeadlineMs))
                 return false;
             m_output += m_process.readAll();
         }
@@ -54,7 +52,7 @@ public:
 
     int AwaitEnd()
     {
-        const bool ended = m_process.state() == QProcess::NotRunning || m_process.waitForFinished(DeadlineMs);
+        const bool ended = m_process.state() == QProcess::NotRunning || m_process.waitForFinished(kDeadlineMs);
         m_output += m_process.readAll();
         return ended && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }

@@ -80,16 +80,16 @@ TEST(ProtocolScenario, ArgumentsThatAreMissingOrOfAnotherTypeAreNamed)
 
 TEST(ProtocolScenario, LineLongerThanTheLimitIsSkippedToItsEnd)
 {
-    constexpr int Limit = 16 * 1024 * 1024;
+    constexpr int kLimit = 16 * 1024 * 1024;
     const QByteArray head("{\"id\":5,\"op\":\"set\",\"name\":\"@A:b\",\"value\":\"");
     const QByteArray tail("\"}");
     HostProcess host;
-    host.Send(head + QByteArray(Limit - head.size() - tail.size(), 'x') + tail + "\n");
+    host.Send(head + QByteArray(kLimit - head.size() - tail.size(), 'x') + tail + "\n");
     EXPECT_EQ(host.Receive().value("ok"), true);
-    host.Send(head + QByteArray(Limit - head.size() - tail.size() + 1, 'y') + tail + "\n");
+    host.Send(head + QByteArray(kLimit - head.size() - tail.size() + 1, 'y') + tail + "\n");
     EXPECT_EQ(host.Receive().value("ok"), false);
     const QString value = host.Get("@A:b").toString();
-    EXPECT_EQ(value.size(), Limit - head.size() - tail.size());
+    EXPECT_EQ(value.size(), kLimit - head.size() - tail.size());
     EXPECT_TRUE(value.endsWith('x'));
 }
 

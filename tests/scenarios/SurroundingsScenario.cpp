@@ -12,9 +12,9 @@
 namespace
 {
 
-constexpr const char* SettingsUi = "@Veridan\\Settings\\Triggers:request_show_settings_ui";
-constexpr const char* SettingsUiClosed = "@Veridan\\Settings\\Triggers:settings_ui_closed";
-constexpr const char* TimeLimit = "@TimeLimit\\Data:time_limit_state";
+constexpr const char* kSettingsUi = "@Veridan\\Settings\\Triggers:request_show_settings_ui";
+constexpr const char* kSettingsUiClosed = "@Veridan\\Settings\\Triggers:settings_ui_closed";
+constexpr const char* kTimeLimit = "@TimeLimit\\Data:time_limit_state";
 
 QString UnrulyPlugIn()
 {
@@ -45,12 +45,12 @@ TEST(SurroundingsScenario, PlugInLoadsAndUnloadsAgainAndAgainLeavingNothing)
     {
         host.Load();
         host.Fails("load");
-        EXPECT_EQ(host.Get(TimeLimit), "Off");
+        EXPECT_EQ(host.Get(kTimeLimit), "Off");
         EXPECT_EQ(host.Do("unload"), (QVariantMap{{"peersOutstanding", 0}})) << i;
         host.Fails("unload");
     }
     const QVariantMap variables = host.Do("variables").toMap();
-    ASSERT_TRUE(variables.contains(TimeLimit));
+    ASSERT_TRUE(variables.contains(kTimeLimit));
     for (const QVariant& variable : variables)
     {
         EXPECT_EQ(variable.toMap().value("subscribers"), 0);
@@ -156,18 +156,18 @@ TEST(SurroundingsScenario, ElevationIsAnsweredAsTold)
     HostProcess host;
     host.Load();
     host.Do("elevation", {{"answer", "decline"}});
-    host.Trigger(SettingsUi);
-    host.Set(TimeLimit, "MoveOn");
-    EXPECT_EQ(host.Get(TimeLimit), "MoveOn"); // nothing answers
+    host.Trigger(kSettingsUi);
+    host.Set(kTimeLimit, "MoveOn");
+    EXPECT_EQ(host.Get(kTimeLimit), "MoveOn"); // nothing answers
     EXPECT_EQ(host.StoreGet("user", "common.time.enabled").value("found"), false);
     EXPECT_EQ(host.Do("metrics"), QVariantList());
     host.Do("elevation", {{"answer", "accept"}});
-    host.Trigger(SettingsUi);
-    host.Set(TimeLimit, "MoveOn");
-    EXPECT_EQ(host.Get(TimeLimit), "On");
+    host.Trigger(kSettingsUi);
+    host.Set(kTimeLimit, "MoveOn");
+    EXPECT_EQ(host.Get(kTimeLimit), "On");
     EXPECT_EQ(host.Do("metrics"),
               (QVariantList{QVariantMap{{"code", 600}, {"name", "settings_gui_opened"}, {"major", false}}}));
-    host.Trigger(SettingsUiClosed);
+    host.Trigger(kSettingsUiClosed);
 }
 
 TEST(SurroundingsScenario, FaultsStrikeThePlugInsCallsOnlyAndAsOftenAsTold)
@@ -180,13 +180,13 @@ TEST(SurroundingsScenario, FaultsStrikeThePlugInsCallsOnlyAndAsOftenAsTold)
     host.Load();
     host.StoreSet("user", "common.time.enabled", "bool", false);
     host.Do("settle");
-    host.Trigger(SettingsUi);
+    host.Trigger(kSettingsUi);
     EXPECT_EQ(host.Do("metrics"), QVariantList());
-    host.Set(TimeLimit, "MoveOn");
+    host.Set(kTimeLimit, "MoveOn");
     EXPECT_EQ(host.StoreGet("user", "common.time.enabled").value("value"), false);
     host.Do("store.fault");
     host.Do("flyer.fault");
-    host.Set(TimeLimit, "MoveOn");
+    host.Set(kTimeLimit, "MoveOn");
     EXPECT_EQ(host.StoreGet("user", "common.time.enabled").value("value"), true);
     EXPECT_FALSE(host.Do("log", {{"level", 2}}).toList().isEmpty());
 }

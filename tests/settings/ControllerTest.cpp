@@ -21,7 +21,7 @@ constexpr const wchar_t* kTimeEnabled = L"common.time.enabled";
 constexpr const wchar_t* kTrigger = L"windows.browsing_protection.internal.time_limit_trigger";
 constexpr const wchar_t* kBrowserType = L"windows.browsing_protection.internal.default_browser_type";
 constexpr const char* kOtherUser = "S-1-5-21-1-2-3-1002";
-const std::string kName = "UserSettingsController<class VdnSettings>::";
+const std::string kControllerName = "UserSettingsController<class VdnSettings>::";
 const std::string kScopeName = "StrataSettings::ScopedSettings<class VdnSettings>::";
 
 class ControllerTest : public StoreTest
@@ -68,17 +68,19 @@ TEST_F(ChosenUserTest, IsTheProcessUserWithoutAnActiveSession)
 {
     m_sessions.sessions = {{1, false}};
     EXPECT_EQ(kSystem, ChosenSid());
-    EXPECT_THAT(LogCapture::Take(4), ElementsAre(LogLine{4, kName + "Create: AllUsers().GetActiveSession() returned "
-                                                                    "an invalid ID. Using system default user for "
-                                                                    "initialization"}));
+    EXPECT_THAT(LogCapture::Take(4),
+                ElementsAre(LogLine{4, kControllerName + "Create: AllUsers().GetActiveSession() returned "
+                                                         "an invalid ID. Using system default user for "
+                                                         "initialization"}));
 }
 
 TEST_F(ChosenUserTest, IsTheProcessUserWithoutTheSessionUsersSid)
 {
     m_sessions.accounts.clear();
     EXPECT_EQ(kSystem, ChosenSid());
-    EXPECT_THAT(LogCapture::Take(4), ElementsAre(LogLine{2, kName + "Create: LoggedInUser::FromActiveUser().GetSid() "
-                                                                    "returned an empty string! Error: 1332"}));
+    EXPECT_THAT(LogCapture::Take(4),
+                ElementsAre(LogLine{2, kControllerName + "Create: LoggedInUser::FromActiveUser().GetSid() "
+                                                         "returned an empty string! Error: 1332"}));
 }
 
 TEST_F(ChosenUserTest, IsTheStoresCallingUserWithoutAnySid)
@@ -86,8 +88,9 @@ TEST_F(ChosenUserTest, IsTheStoresCallingUserWithoutAnySid)
     m_sessions.sessions = {{1, false}};
     m_sessions.processUserError = 5;
     EXPECT_EQ("", ChosenSid());
-    EXPECT_THAT(LogCapture::Take(2), ElementsAre(LogLine{2, kName + "Create: CurrentUser().GetSid() failed. "
-                                                                    "Defaulting to ORB_STRATA_SCOPE_CURRENT_USER"}));
+    EXPECT_THAT(LogCapture::Take(2),
+                ElementsAre(LogLine{2, kControllerName + "Create: CurrentUser().GetSid() failed. "
+                                                         "Defaulting to ORB_STRATA_SCOPE_CURRENT_USER"}));
 }
 
 TEST_F(ControllerTest, AScopeIsOpenedAndLoadedOnFirstUse)
@@ -96,9 +99,10 @@ TEST_F(ControllerTest, AScopeIsOpenedAndLoadedOnFirstUse)
     EXPECT_EQ(1u, OpenHandles());
     EXPECT_TRUE(m_user->Settings().time.enabled.Get());
     EXPECT_EQ(2u, OpenHandles());
-    EXPECT_THAT(LogCapture::Take(5), testing::IsSupersetOf({LogLine{5, kName + "Emplace: entering"},
-                                                            LogLine{5, kName + "Emplace: '" + kUser + "' emplaced"},
-                                                            LogLine{5, kName + "Emplace: leaving"}}));
+    EXPECT_THAT(LogCapture::Take(5),
+                testing::IsSupersetOf({LogLine{5, kControllerName + "Emplace: entering"},
+                                       LogLine{5, kControllerName + "Emplace: '" + kUser + "' emplaced"},
+                                       LogLine{5, kControllerName + "Emplace: leaving"}}));
 }
 
 TEST_F(ControllerTest, AStoreThatDoesNotOpenIsTriedAgainByItselfButNotOnAccess)
@@ -108,15 +112,16 @@ TEST_F(ControllerTest, AStoreThatDoesNotOpenIsTriedAgainByItselfButNotOnAccess)
     m_user->WritableSettings().internal.mainGuiOpen.Set(true); // is not lost
     EXPECT_FALSE(m_user->Settings().time.enabled.Get());
     EXPECT_FALSE(m_user->HasHandle());
-    EXPECT_THAT(LogCapture::Take(),
-                testing::AllOf(
-                    testing::IsSupersetOf({LogLine{5, kName + "Emplace: Strata handle not available (yet), returning "
-                                                              "uninitialized settings"}}),
-                    Not(Contains(LogLine{5, kName + "Load: Strata handle was not valid, resetting."}))));
+    EXPECT_THAT(
+        LogCapture::Take(),
+        testing::AllOf(
+            testing::IsSupersetOf({LogLine{5, kControllerName + "Emplace: Strata handle not available (yet), returning "
+                                                                "uninitialized settings"}}),
+            Not(Contains(LogLine{5, kControllerName + "Load: Strata handle was not valid, resetting."}))));
     EXPECT_TRUE(m_retries.Elapse());
     // The save thread's first line stands wherever it gets to it.
     EXPECT_THAT(LogCapture::Take(),
-                testing::IsSupersetOf({LogLine{5, kName + "Load: Strata handle was not valid, resetting."},
+                testing::IsSupersetOf({LogLine{5, kControllerName + "Load: Strata handle was not valid, resetting."},
                                        LogLine{2, kScopeName + "ResetHandle: Failed with error 31, strata handle not "
                                                                "available"}}));
 
@@ -238,9 +243,9 @@ TEST_F(ControllerTest, RemoveUnusedKeepsTheCurrentUserAndWhoWaits)
     LogCapture::Take();
     m_user->RemoveUnused();
     std::vector<LogLine> lines = LogCapture::Take();
-    const LogLine threadStarts{5, kName + "DelayedSaveProcessing: entering"}; // whenever it gets to it
+    const LogLine threadStarts{5, kControllerName + "DelayedSaveProcessing: entering"}; // whenever it gets to it
     lines.erase(std::remove(lines.begin(), lines.end(), threadStarts), lines.end());
-    EXPECT_THAT(lines, ElementsAre(LogLine{5, kName + "RemoveUnused: '" + kOtherUser + "' erased"}));
+    EXPECT_THAT(lines, ElementsAre(LogLine{5, kControllerName + "RemoveUnused: '" + kOtherUser + "' erased"}));
     EXPECT_EQ(3u, OpenHandles());
     m_user.reset();
     EXPECT_EQ(1, Find("S-1-5-21-1-2-3-1003", L"windows.browsing_protection.internal.main_gui_open").number);

@@ -19,7 +19,7 @@ namespace
 {
 
 constexpr const wchar_t* kSessionOpen = L"windows.browsing_protection.internal.banking_session_open";
-const std::string kName = "StrataSettings::ScopedSettings<class VdnSettings>::";
+const std::string kScopedName = "StrataSettings::ScopedSettings<class VdnSettings>::";
 
 class ScopedSettingsTest : public StoreTest
 {
@@ -50,11 +50,12 @@ TEST_F(ScopedSettingsTest, WithoutAHandleTheDefaultsStayAndNothingIsDone)
     EXPECT_FALSE(scope.Load());
     EXPECT_FALSE(scope.Save());
     EXPECT_FALSE(scope.ResetHandle());
-    EXPECT_THAT(LogCapture::Take(2),
-                ElementsAre(LogLine{2, kName + "ScopedSettings: Failed with error 31, strata handle not available"},
-                            LogLine{2, kName + "Load: Cannot load null handle. SID='" + kUser + "'"},
-                            LogLine{2, kName + "Save: Cannot save null handle. SID='" + kUser + "'"},
-                            LogLine{2, kName + "ResetHandle: Failed with error 31, strata handle not available"}));
+    EXPECT_THAT(
+        LogCapture::Take(2),
+        ElementsAre(LogLine{2, kScopedName + "ScopedSettings: Failed with error 31, strata handle not available"},
+                    LogLine{2, kScopedName + "Load: Cannot load null handle. SID='" + kUser + "'"},
+                    LogLine{2, kScopedName + "Save: Cannot save null handle. SID='" + kUser + "'"},
+                    LogLine{2, kScopedName + "ResetHandle: Failed with error 31, strata handle not available"}));
     EXPECT_TRUE(scope.ResetHandle());
     EXPECT_TRUE(scope.Load());
 }
@@ -65,15 +66,15 @@ TEST_F(ScopedSettingsTest, AHandleIsNotReset)
     EXPECT_FALSE(scope.ResetHandle());
     const std::string handle = Platform::ToUtf8(Platform::FormatText(L"%p", scope.EffectiveHandle()));
     EXPECT_THAT(LogCapture::Take(),
-                ElementsAre(LogLine{5, kName + "ScopedSettings: " + kUser + "/" + handle},
-                            LogLine{2, kName + "ResetHandle: Reseting non-null handle not allowed!"}));
+                ElementsAre(LogLine{5, kScopedName + "ScopedSettings: " + kUser + "/" + handle},
+                            LogLine{2, kScopedName + "ResetHandle: Reseting non-null handle not allowed!"}));
     EXPECT_EQ(1u, OpenHandles());
 }
 
 TEST_F(ScopedSettingsTest, ADeclinedElevationGivesNoHandle)
 {
     AnswerElevation(false);
-    LogCapture::Expect(2, kName + "ScopedSettings: Failed with error 5, strata handle not available");
+    LogCapture::Expect(2, kScopedName + "ScopedSettings: Failed with error 5, strata handle not available");
     const Scope scope(kUser, L"safe", L"test", true);
     EXPECT_EQ(nullptr, scope.EffectiveHandle());
     EXPECT_EQ(0u, OpenHandles());

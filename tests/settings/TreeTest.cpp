@@ -8,7 +8,7 @@
 
 using StrataSettings::ModificationState;
 using StrataSettings::PropertyBase;
-using Scope = StrataSettings::ScopedSettings<VdnSettings>;
+using UserScope = StrataSettings::ScopedSettings<VdnSettings>;
 
 namespace
 {
@@ -26,7 +26,7 @@ protected:
     /// Every key may be written, as on a settings page.
     static constexpr bool kElevated = true;
 
-    Scope m_scope{kUser, L"safe", L"tree_test", kElevated};
+    UserScope m_scope{kUser, L"safe", L"tree_test", kElevated};
     VdnSettings& m_tree = m_scope.Settings();
 
     /// As a page does it: what the constraint step marked is written before anything else.
@@ -54,7 +54,7 @@ TEST_F(TreeTest, EveryPropertyComesBackFromTheStoreAsItWasSaved)
         ChangeToAnotherValue(*property);
     ASSERT_TRUE(m_scope.Save());
 
-    Scope other(kUser, L"safe", L"tree_test", false);
+    UserScope other(kUser, L"safe", L"tree_test", false);
     ASSERT_TRUE(other.Load());
     const std::vector<PropertyBase*> saved = Properties(m_tree);
     const std::vector<PropertyBase*> loaded = Properties(other.Settings());
@@ -136,7 +136,7 @@ TEST_F(TreeTest, WhatComesFromTheStoreIsNotWrittenBack)
     for (PropertyBase* property : Properties(product))
         ChangeToAnotherValue(*property);
     {
-        Scope other(kUser, L"safe", L"product", kElevated);
+        UserScope other(kUser, L"safe", L"product", kElevated);
         other.Settings().CopyFrom(product);
         ASSERT_TRUE(other.Save());
     }

@@ -36,7 +36,7 @@ bool FailingAllocation::HasFailed() const
 void* operator new(std::size_t size)
 {
     void* const memory = Allocate(size);
-    if (memory == nullptr)
+    if (!memory)
         throw std::bad_alloc();
     return memory;
 }

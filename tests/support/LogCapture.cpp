@@ -27,8 +27,8 @@ struct Lines
 
 Lines& TheLines()
 {
-    static auto* const lines = new Lines; // outlives whatever logs last
-    return *lines;
+    static auto* const s_lines = new Lines; // outlives whatever logs last
+    return *s_lines;
 }
 
 class CapturingLogger : public NlOrbLogging::Logger
@@ -50,7 +50,7 @@ public:
     void LogV(int level, const wchar_t* format, va_list arguments) override
     {
         const Platform::LastErrorGuard guard;
-        std::wstring text(Capacity, L'\0');
+        std::wstring text(kCapacity, L'\0');
         const int length = Platform::Format(text.data(), text.size(), format, arguments);
         text.resize(static_cast<std::size_t>(std::max(length, 0)));
         Keep(level, Platform::ToUtf8(text));
@@ -59,14 +59,14 @@ public:
     void LogVA(int level, const char* format, va_list arguments) override
     {
         const Platform::LastErrorGuard guard;
-        std::string text(Capacity, '\0');
+        std::string text(kCapacity, '\0');
         const int length = Platform::Format(text.data(), text.size(), format, arguments);
         text.resize(static_cast<std::size_t>(std::max(length, 0)));
         Keep(level, std::move(text));
     }
 
 private:
-    static constexpr std::size_t Capacity = 0x20000;
+    static constexpr std::size_t kCapacity = 0x20000;
 
     void Keep(int level, std::string text)
     {

@@ -65,11 +65,11 @@ public:
 
     bool IsMemberOfBuiltinGroup(Platform::KernelHandle, std::uint32_t group) override
     {
-        return administrator && group == Administrators;
+        return administrator && group == kAdministrators;
     }
     bool IsUserMemberOfBuiltinGroup(Platform::KernelHandle, std::uint32_t group) override
     {
-        return (administrator || unelevatedAdministrator) && group == Administrators;
+        return (administrator || unelevatedAdministrator) && group == kAdministrators;
     }
     bool IsLowIntegrity() override { return lowIntegrity; }
 };
@@ -110,14 +110,14 @@ public:
 
     bool hasList = true;
     std::vector<Session> sessions;
-    std::uint32_t console = Invalid;
+    std::uint32_t console = kInvalid;
     std::map<std::uint32_t, User> users;
     std::map<std::wstring, std::vector<std::uint8_t>> accounts; ///< SIDs by domain\user.
     std::vector<Answer> answers;                                ///< Instead of looking up, one for each call.
     std::vector<std::wstring> asked;                            ///< The accounts that were looked up.
     std::vector<std::uint8_t> processUser;
     std::uint32_t processUserError = 0;
-    std::uint32_t processSession = Invalid;
+    std::uint32_t processSession = kInvalid;
 
     bool Enumerate(std::vector<Session>& result) override
     {
@@ -142,7 +142,7 @@ public:
         }
         const auto found = accounts.find(account);
         if (found == accounts.end())
-            return ErrorNoneMapped;
+            return kErrorNoneMapped;
         const auto needed = static_cast<std::uint32_t>(found->second.size());
         const bool fits = *sidSize >= needed && *domainSize >= 2;
         *sidSize = needed;
@@ -153,7 +153,7 @@ public:
             domain[0] = L'D';
             domain[1] = L'\0';
         }
-        return fits ? 0 : ErrorInsufficientBuffer;
+        return fits ? 0 : kErrorInsufficientBuffer;
     }
     std::uint32_t ProcessUser(std::vector<std::uint8_t>& sid) override
     {
@@ -162,7 +162,7 @@ public:
     }
     bool ProcessSession(std::uint32_t& session) override
     {
-        session = processSession != Invalid ? processSession : session;
-        return processSession != Invalid;
+        session = processSession != kInvalid ? processSession : session;
+        return processSession != kInvalid;
     }
 };

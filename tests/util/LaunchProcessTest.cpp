@@ -25,7 +25,7 @@ struct FakeLauncher : FakeService<Platform::ProcessLauncher>
         program = path;
         commandLine = line;
         flags = creationFlags;
-        workingFolder = working != nullptr ? working : L"none";
+        workingFolder = working ? working : L"none";
         return nullptr;
     }
 };
@@ -34,7 +34,7 @@ TEST(LaunchProcess, QuotesTheProgramOfTheSystemFolder)
 {
     FakeLauncher launcher;
     const std::wstring path = Platform::JoinPath(launcher.folder, L"control.exe");
-    LaunchProcess(L"control.exe", L"userpasswords", Platform::ProcessLauncher::Detached, nullptr);
+    LaunchProcess(L"control.exe", L"userpasswords", Platform::ProcessLauncher::kDetached, nullptr);
     EXPECT_EQ(launcher.program, path);
     EXPECT_EQ(launcher.commandLine, L"\"" + path + L"\" userpasswords");
     EXPECT_EQ(launcher.flags, 8U);

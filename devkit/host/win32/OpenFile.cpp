@@ -11,7 +11,7 @@
 bool OpenFile(const QString& path)
 {
     const std::wstring native = QDir::toNativeSeparators(path).toStdWString();
-    constexpr INT_PTR LastError = 32;
+    constexpr INT_PTR kLastError = 32;
     return reinterpret_cast<INT_PTR>(ShellExecuteW(nullptr, L"open", native.c_str(), nullptr, nullptr, SW_SHOWNORMAL)) >
-           LastError;
+           kLastError;
 }

@@ -110,13 +110,13 @@ StandardOutput::~StandardOutput() = default;
 bool StandardOutput::Write(const QByteArray& bytes)
 {
     // A pipe that can be written takes this much without blocking, also when it was not made so.
-    constexpr int Piece = 4096;
+    constexpr int kPiece = 4096;
     for (int done = 0; done < bytes.size();)
     {
         if (!m_implementation->wake.WaitFor(STDOUT_FILENO, POLLOUT))
             return false;
         const ssize_t count = write(STDOUT_FILENO, bytes.constData() + done,
-                                    static_cast<std::size_t>(std::min(bytes.size() - done, Piece)));
+                                    static_cast<std::size_t>(std::min(bytes.size() - done, kPiece)));
         if (count < 0 && errno != EINTR && errno != EAGAIN)
         {
             m_implementation->error = errno;

@@ -9,7 +9,7 @@ std::optional<QStringList> CommandLine(int /*argc*/, char** /*argv*/)
     QStringList words;
     int count = 0;
     wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
-    for (int i = 1; wide != nullptr && i < count; ++i)
+    for (int i = 1; wide && i < count; ++i)
         words.append(QString::fromWCharArray(wide[i]));
     LocalFree(wide);
     return words;

@@ -24,7 +24,7 @@ public:
     template <class Call>
     bool Do(Call&& call)
     {
-        if (m_caller == nullptr)
+        if (!m_caller)
         {
             HANDLE self = nullptr;
             DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &self, 0, FALSE,
@@ -144,10 +144,10 @@ QString StandardOutput::Error() const
 void StandardOutput::WaitForEnd()
 {
     // Nothing tells that the reader of a pipe has gone, but that writing nothing to it fails.
-    constexpr DWORD IntervalMs = 200;
+    constexpr DWORD kIntervalMs = 200;
     DWORD count = 0;
     while (m_implementation->output.Do([&count](HANDLE stream) { return WriteFile(stream, "", 0, &count, nullptr); }))
-        Sleep(IntervalMs);
+        Sleep(kIntervalMs);
 }
 
 void StandardOutput::Cancel()

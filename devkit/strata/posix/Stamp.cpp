@@ -19,9 +19,9 @@ namespace
 
 int OpenOwn(const char* path, int access)
 {
-    constexpr mode_t AsTheStore = 0644; // the mode that SQLite gives the store itself, less the process's mask
+    constexpr mode_t kAsTheStore = 0644; // the mode that SQLite gives the store itself, less the process's mask
     // Something else in the place, a pipe say, is not to be waited for.
-    return open(path, access | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, AsTheStore);
+    return open(path, access | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, kAsTheStore);
 }
 
 /// Whether writing to the file changes no other one.
@@ -71,14 +71,14 @@ public:
 
     void Wait() override
     {
-        constexpr int Unwatched = 10; // ms between two looks
+        constexpr int kUnwatched = 10; // ms between two looks
         if (Watch())
             return; // what happened before is not told
         // The system does not tell that a folder was deleted while a file that was in it is open: without a stamp in
         // its place, this may be such a folder.
         const bool isThere = m_watch >= 0 && access(m_stampPath.c_str(), F_OK) == 0;
         pollfd sources[] = {{m_wake.Get(), POLLIN, 0}, {m_inotify.Get(), POLLIN, 0}};
-        poll(sources, 2, isThere ? -1 : Unwatched);
+        poll(sources, 2, isThere ? -1 : kUnwatched);
         Drain(m_wake.Get());
         Drain(m_inotify.Get());
     }
@@ -93,8 +93,8 @@ private:
     /// Watches the folder that is at the path now. True: it is another one than before.
     bool Watch()
     {
-        constexpr uint32_t Stamped = IN_CLOSE_WRITE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_MOVE_SELF;
-        const int before = std::exchange(m_watch, inotify_add_watch(m_inotify.Get(), m_folder.c_str(), Stamped));
+        constexpr uint32_t kStamped = IN_CLOSE_WRITE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_MOVE_SELF;
+        const int before = std::exchange(m_watch, inotify_add_watch(m_inotify.Get(), m_folder.c_str(), kStamped));
         if (before >= 0 && before != m_watch)
             inotify_rm_watch(m_inotify.Get(), before);
         return m_watch >= 0 && m_watch != before;
@@ -120,7 +120,7 @@ Stamp::Stamp(const std::string& path, Use use)
     : m_file(use == Use::Writing ? OpenForWriting(path.c_str()) : OpenOwn(path.c_str(), O_RDONLY))
 {}
 
-Stamp::Stamp(Stamp&& other) noexcept : m_file(std::exchange(other.m_file, None)) {}
+Stamp::Stamp(Stamp&& other) noexcept : m_file(std::exchange(other.m_file, kNone)) {}
 
 Stamp& Stamp::operator=(Stamp&& other) noexcept
 {
@@ -130,8 +130,8 @@ Stamp& Stamp::operator=(Stamp&& other) noexcept
 
 void Stamp::Close()
 {
-    if (m_file != None)
-        close(static_cast<int>(std::exchange(m_file, None)));
+    if (m_file != kNone)
+        close(static_cast<int>(std::exchange(m_file, kNone)));
 }
 
 bool Stamp::Read(int64_t& revision) const
@@ -144,7 +144,7 @@ bool Stamp::Read(int64_t& revision) const
 
 bool Stamp::Write(int64_t revision)
 {
-    return m_file != None && pwrite(static_cast<int>(m_file), &revision, sizeof revision, 0) == sizeof revision;
+    return m_file != kNone && pwrite(static_cast<int>(m_file), &revision, sizeof revision, 0) == sizeof revision;
 }
 
 std::unique_ptr<StampWatch> StampWatch::Open(const std::string& stampPath)

@@ -20,18 +20,18 @@ HANDLE FileOf(intptr_t file)
 
 intptr_t OpenOwn(const std::wstring& path, DWORD access, DWORD disposition)
 {
-    constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    constexpr DWORD NotThroughLinks = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT;
+    constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    constexpr DWORD kNotThroughLinks = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT;
     return reinterpret_cast<intptr_t>(
-        CreateFileW(path.c_str(), access, ShareAll, nullptr, disposition, NotThroughLinks, nullptr));
+        CreateFileW(path.c_str(), access, kShareAll, nullptr, disposition, kNotThroughLinks, nullptr));
 }
 
 /// Whether writing to the file changes no other one.
 bool IsOnlyOurs(intptr_t file)
 {
-    constexpr DWORD Others = FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY;
+    constexpr DWORD kOthers = FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY;
     BY_HANDLE_FILE_INFORMATION status = {};
-    return GetFileInformationByHandle(FileOf(file), &status) != FALSE && (status.dwFileAttributes & Others) == 0 &&
+    return GetFileInformationByHandle(FileOf(file), &status) != FALSE && (status.dwFileAttributes & kOthers) == 0 &&
            status.nNumberOfLinks == 1;
 }
 
@@ -64,12 +64,12 @@ public:
 
     void Wait() override
     {
-        constexpr DWORD Unwatched = 10; // ms between two looks
+        constexpr DWORD kUnwatched = 10; // ms between two looks
         if (!IsWatching() && Watch())
             return; // what happened before is not told
         const HANDLE sources[] = {m_wake, m_change};
         const DWORD reason =
-            WaitForMultipleObjects(IsWatching() ? 2 : 1, sources, FALSE, IsWatching() ? INFINITE : Unwatched);
+            WaitForMultipleObjects(IsWatching() ? 2 : 1, sources, FALSE, IsWatching() ? INFINITE : kUnwatched);
         if (reason == WAIT_OBJECT_0 + 1 && FindNextChangeNotification(m_change) == FALSE)
         {
             FindCloseChangeNotification(m_change);
@@ -84,8 +84,8 @@ private:
 
     bool Watch()
     {
-        constexpr DWORD Stamped = FILE_NOTIFY_CHANGE_LAST_WRITE | FILE_NOTIFY_CHANGE_FILE_NAME;
-        m_change = FindFirstChangeNotificationW(m_folder.c_str(), FALSE, Stamped);
+        constexpr DWORD kStamped = FILE_NOTIFY_CHANGE_LAST_WRITE | FILE_NOTIFY_CHANGE_FILE_NAME;
+        m_change = FindFirstChangeNotificationW(m_folder.c_str(), FALSE, kStamped);
         return IsWatching();
     }
 
@@ -103,7 +103,7 @@ Stamp::Stamp(const std::string& path, Use use)
                                  : OpenOwn(Platform::FromUtf8(path), GENERIC_READ, OPEN_EXISTING))
 {}
 
-Stamp::Stamp(Stamp&& other) noexcept : m_file(std::exchange(other.m_file, None)) {}
+Stamp::Stamp(Stamp&& other) noexcept : m_file(std::exchange(other.m_file, kNone)) {}
 
 Stamp& Stamp::operator=(Stamp&& other) noexcept
 {
@@ -115,14 +115,14 @@ Stamp& Stamp::operator=(Stamp&& other) noexcept
 /// Where the file was opened for reading only, the write is refused.
 void Stamp::Close()
 {
-    if (m_file == None)
+    if (m_file == kNone)
         return;
     constexpr char kCommitted = 0;
     OVERLAPPED behind = {};
     behind.Offset = sizeof(int64_t);
     DWORD size = 0;
     WriteFile(FileOf(m_file), &kCommitted, sizeof kCommitted, &size, &behind);
-    CloseHandle(FileOf(std::exchange(m_file, None)));
+    CloseHandle(FileOf(std::exchange(m_file, kNone)));
 }
 
 bool Stamp::Read(int64_t& revision) const
@@ -130,7 +130,7 @@ bool Stamp::Read(int64_t& revision) const
     FILE_STANDARD_INFO status = {};
     OVERLAPPED start = {};
     DWORD size = 0;
-    return m_file != None &&
+    return m_file != kNone &&
            GetFileInformationByHandleEx(FileOf(m_file), FileStandardInfo, &status, sizeof status) != FALSE &&
            status.DeletePending == FALSE && status.NumberOfLinks != 0 &&
            ReadFile(FileOf(m_file), &revision, sizeof revision, &size, &start) != FALSE && size == sizeof revision;
@@ -140,7 +140,7 @@ bool Stamp::Write(int64_t revision)
 {
     OVERLAPPED start = {};
     DWORD size = 0;
-    return m_file != None && WriteFile(FileOf(m_file), &revision, sizeof revision, &size, &start) != FALSE &&
+    return m_file != kNone && WriteFile(FileOf(m_file), &revision, sizeof revision, &size, &start) != FALSE &&
            size == sizeof revision;
 }
 

@@ -55,8 +55,8 @@ Terminal::KeyMode::KeyMode(std::function<void()>) : m_saved(std::make_unique<Sav
     m_saved->codePage = GetConsoleCP();
     if (m_saved->valid)
     {
-        constexpr DWORD Cooked = ENABLE_LINE_INPUT | ENABLE_ECHO_INPUT;
-        SetConsoleMode(input, (m_saved->mode & ~Cooked) | ENABLE_VIRTUAL_TERMINAL_INPUT);
+        constexpr DWORD kCooked = ENABLE_LINE_INPUT | ENABLE_ECHO_INPUT;
+        SetConsoleMode(input, (m_saved->mode & ~kCooked) | ENABLE_VIRTUAL_TERMINAL_INPUT);
         SetConsoleCP(CP_UTF8);
     }
 }

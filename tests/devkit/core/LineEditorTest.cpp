@@ -5,12 +5,12 @@
 namespace
 {
 
-constexpr const char* Up = "\x1b[A";
-constexpr const char* Down = "\x1b[B";
-constexpr const char* Right = "\x1b[C";
-constexpr const char* Left = "\x1bOD";
-constexpr const char* Home = "\x1b[H";
-constexpr const char* Delete = "\x1b[3~";
+constexpr const char* kUp = "\x1b[A";
+constexpr const char* kDown = "\x1b[B";
+constexpr const char* kRight = "\x1b[C";
+constexpr const char* kLeft = "\x1bOD";
+constexpr const char* kHome = "\x1b[H";
+constexpr const char* kDelete = "\x1b[3~";
 
 QString TypedOnce(const QByteArray& keys)
 {
@@ -20,9 +20,9 @@ QString TypedOnce(const QByteArray& keys)
 TEST(LineEditorTest, KeysEditTheLineAtTheCursor)
 {
     EXPECT_EQ(TypedOnce("abc\x7f\r"), "ab");
-    EXPECT_EQ(TypedOnce(QByteArray("bc") + Home + "a\n"), "abc");
-    EXPECT_EQ(TypedOnce(QByteArray("abx") + Left + Delete + "c\r"), "abc");
-    EXPECT_EQ(TypedOnce(QByteArray("ac") + Left + Left + Left + Right + "b\r"), "abc");
+    EXPECT_EQ(TypedOnce(QByteArray("bc") + kHome + "a\n"), "abc");
+    EXPECT_EQ(TypedOnce(QByteArray("abx") + kLeft + kDelete + "c\r"), "abc");
+    EXPECT_EQ(TypedOnce(QByteArray("ac") + kLeft + kLeft + kLeft + kRight + "b\r"), "abc");
     EXPECT_EQ(TypedOnce("set one two\x17three\r"), "set one three");
     EXPECT_EQ(TypedOnce("gone\x15kept\r"), "kept");
     EXPECT_EQ(TypedOnce("kept gone\x01\x1b[C\x1b[C\x1b[C\x1b[C\x0b\r"), "kept");
@@ -41,12 +41,12 @@ TEST(LineEditorTest, CharacterIsWhatAReaderTakesForOne)
     const QByteArray smile("\xf0\x9f\x98\x80");
     const QByteArray accented("e\xcc\x81");
     EXPECT_EQ(TypedOnce("a" + smile + accented + "\x7f\x7f\r"), "a");
-    EXPECT_EQ(TypedOnce(smile + accented + Left + Left + Delete + "\r"), QString::fromUtf8(accented));
+    EXPECT_EQ(TypedOnce(smile + accented + kLeft + kLeft + kDelete + "\r"), QString::fromUtf8(accented));
     LineEditor editor;
     editor.Feed("a" + smile + accented + "\xe6\xbc\xa2");
     EXPECT_EQ(editor.Draw("> ", 80),
               LineEditor::Clear() + QString::fromUtf8("> a" + smile + accented + "\xe6\xbc\xa2"));
-    editor.Feed(Home);
+    editor.Feed(kHome);
     EXPECT_TRUE(editor.Draw("> ", 80).endsWith("\x1b[6D"));
     EXPECT_EQ(editor.Draw("> ", 7), LineEditor::Clear() + QString::fromUtf8("> a" + smile + accented) + "\x1b[4D");
 }
@@ -55,9 +55,9 @@ TEST(LineEditorTest, HistoryIsWalkedBothWays)
 {
     LineEditor editor;
     editor.Feed("first\rsecond\r\r");
-    EXPECT_EQ(editor.Feed(QByteArray(Up) + Up + Up + "!\r").value(0), "first!");
-    EXPECT_EQ(editor.Feed(QByteArray(Up) + Up + Down + "\r").value(0), "first!");
-    EXPECT_EQ(editor.Feed(QByteArray(Up) + Down + "new\r").value(0), "new");
+    EXPECT_EQ(editor.Feed(QByteArray(kUp) + kUp + kUp + "!\r").value(0), "first!");
+    EXPECT_EQ(editor.Feed(QByteArray(kUp) + kUp + kDown + "\r").value(0), "first!");
+    EXPECT_EQ(editor.Feed(QByteArray(kUp) + kDown + "new\r").value(0), "new");
 }
 
 TEST(LineEditorTest, EndOfInputIsAnEmptyLinesOnly)
@@ -74,7 +74,7 @@ TEST(LineEditorTest, LineThatIsTooLongShowsThePartAroundTheCursor)
     LineEditor editor;
     editor.Feed("0123456789");
     EXPECT_EQ(editor.Draw("> ", 8), LineEditor::Clear() + "> 56789");
-    editor.Feed(Home);
+    editor.Feed(kHome);
     EXPECT_EQ(editor.Draw("> ", 8), LineEditor::Clear() + "> 01234\x1b[5D");
     EXPECT_EQ(editor.Draw("> ", 80), LineEditor::Clear() + "> 0123456789\x1b[10D");
 }

@@ -13,8 +13,8 @@ namespace
 
 std::vector<QByteArray> Split(const QList<QByteArray>& pieces)
 {
-    constexpr int Limit = 5;
-    LineSplitter splitter(Limit);
+    constexpr int kLimit = 5;
+    LineSplitter splitter(kLimit);
     for (const QByteArray& piece : pieces)
         splitter.Feed(piece);
     splitter.Finish();

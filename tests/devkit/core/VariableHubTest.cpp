@@ -40,7 +40,7 @@ private:
     const std::string m_name;
 };
 
-constexpr const char* Notify = "1OnNotify(VariableIdentifier)";
+constexpr const char* kNotify = "1OnNotify(VariableIdentifier)";
 
 class VariableHubTest : public testing::Test
 {
@@ -57,9 +57,9 @@ protected:
 
 TEST_F(VariableHubTest, SubscribersHearOfAWriteInTheOrderOfTheirSubscription)
 {
-    peer->Subscribe("@P:b", &second, Notify);
+    peer->Subscribe("@P:b", &second, kNotify);
     peer->Subscribe("@P:a", &second, SLOT(OnSave()));
-    peer->Subscribe("@P:a", &first, Notify);
+    peer->Subscribe("@P:a", &first, kNotify);
     EXPECT_TRUE(peer->SetValue("@P:a", 5, 0));
     EXPECT_THAT(calls, ElementsAre("second saves", "first begins @P:a", "first ends @P:a"));
     EXPECT_EQ(peer->GetValue("@P:a"), 5);
@@ -67,9 +67,9 @@ TEST_F(VariableHubTest, SubscribersHearOfAWriteInTheOrderOfTheirSubscription)
 
 TEST_F(VariableHubTest, NotificationsCausedByANotificationFollowItAndNeverNest)
 {
-    peer->Subscribe("@P:a", &first, Notify);
-    peer->Subscribe("@P:a", &second, Notify);
-    peer->Subscribe("@P:b", &first, Notify);
+    peer->Subscribe("@P:a", &first, kNotify);
+    peer->Subscribe("@P:a", &second, kNotify);
+    peer->Subscribe("@P:b", &first, kNotify);
     second.onNotify = [this](const QString& id) {
         if (id == QLatin1String("@P:a"))
         {
@@ -92,8 +92,8 @@ TEST_F(VariableHubTest, ReceiverThatDiesDuringANotificationIsNotCalled)
 {
     auto doomed = std::make_unique<Receiver>(calls, "doomed");
     peer->Subscribe("@P:a", &first, SLOT(OnSave()));
-    peer->Subscribe("@P:a", &second, Notify);
-    peer->Subscribe("@P:a", doomed.get(), Notify);
+    peer->Subscribe("@P:a", &second, kNotify);
+    peer->Subscribe("@P:a", doomed.get(), kNotify);
     second.onNotify = [&doomed](const QString&) { doomed.reset(); };
     hub.Set("@P:a", 1, Actor::Page);
     EXPECT_THAT(calls, ElementsAre("first saves", "second begins @P:a", "second ends @P:a"));
@@ -103,8 +103,8 @@ TEST_F(VariableHubTest, ReceiverThatDiesDuringANotificationIsNotCalled)
 TEST_F(VariableHubTest, PeerHandedBackDuringANotificationEndsItsSubscriptionsAtOnce)
 {
     IDataPeer* const other = manager.GetDataPeer();
-    peer->Subscribe("@P:a", &first, Notify);
-    other->Subscribe("@P:a", &second, Notify);
+    peer->Subscribe("@P:a", &first, kNotify);
+    other->Subscribe("@P:a", &second, kNotify);
     other->Register("@P:b");
     first.onNotify = [this, other](const QString&) { manager.ReleaseDataPeer(other); };
     hub.Set("@P:a", 1, Actor::Page);
@@ -115,7 +115,7 @@ TEST_F(VariableHubTest, PeerHandedBackDuringANotificationEndsItsSubscriptionsAtO
 
 TEST_F(VariableHubTest, SubscriptionsMadeDuringANotificationHearOnlyOfLaterOnes)
 {
-    peer->Subscribe("@P:a", &first, Notify);
+    peer->Subscribe("@P:a", &first, kNotify);
     first.onNotify = [this](const QString&) {
         peer->Subscribe("@P:a", &second, SLOT(OnSave()));
         first.onNotify = nullptr;
@@ -145,7 +145,7 @@ TEST_F(VariableHubTest, TriggerOfThePlugInLeavesTheValueAndThatOfAPageMayBringOn
 
 TEST_F(VariableHubTest, ObserverLearnsOfChangesBeforeTheSubscribersAndInTheirOrder)
 {
-    peer->Subscribe("@P:a", &first, Notify);
+    peer->Subscribe("@P:a", &first, kNotify);
     first.onNotify = [this](const QString&) { hub.Set("@P:b", 2, Actor::PlugIn); };
     hub.SetObserver([this](const VariableChange& change) {
         calls.push_back(change.name.toStdString() + " is " + change.value.toString().toStdString());
@@ -185,7 +185,7 @@ TEST_F(VariableHubTest, SlotsThatCouldNotBeCalledAreRefused)
     EXPECT_FALSE(peer->Subscribe("@P:a", &first, SLOT(OnNothing())));
     EXPECT_FALSE(peer->Subscribe("@P:a", &first, SIGNAL(destroyed())));
     EXPECT_FALSE(peer->Subscribe("@P:a", &first, nullptr));
-    EXPECT_FALSE(peer->Subscribe("@P:a", nullptr, Notify));
+    EXPECT_FALSE(peer->Subscribe("@P:a", nullptr, kNotify));
     EXPECT_EQ(warnings.size(), 5U);
     hub.Set("@P:a", 1, Actor::Page);
     EXPECT_THAT(calls, IsEmpty());

@@ -6,25 +6,25 @@ namespace
 {
 
 using Access = StoreFixture;
-constexpr OrbStrataResult Denied = ORB_STRATA_ACCESS_DENIED;
-constexpr const wchar_t* Internal = L"windows.browsing_protection.internal.key";
+constexpr OrbStrataResult kDenied = ORB_STRATA_ACCESS_DENIED;
+constexpr const wchar_t* kInternal = L"windows.browsing_protection.internal.key";
 
 TEST_F(Access, NormalHandleWritesBelowTheInternalKeysOnly)
 {
     const Opened normal(Kind::Normal);
     const Opened elevated(Kind::Elevated);
-    EXPECT_EQ(OrbStrata_SetBool(normal, Internal, true), 0U);
-    EXPECT_EQ(OrbStrata_SetConstraints(normal, Internal, 2), 0U);
+    EXPECT_EQ(OrbStrata_SetBool(normal, kInternal, true), 0U);
+    EXPECT_EQ(OrbStrata_SetConstraints(normal, kInternal, 2), 0U);
     for (const wchar_t* key : {L"common.key", L"windows.browsing_protection.internal", L"windows", L"a"})
     {
-        EXPECT_EQ(OrbStrata_SetBool(normal, key, true), Denied) << key;
-        EXPECT_EQ(OrbStrata_SetConstraints(normal, key, 2), Denied) << key;
+        EXPECT_EQ(OrbStrata_SetBool(normal, key, true), kDenied) << key;
+        EXPECT_EQ(OrbStrata_SetConstraints(normal, key, 2), kDenied) << key;
         EXPECT_EQ(Stored(normal, key), "") << key;
         EXPECT_EQ(OrbStrata_SetBool(elevated, key, true), 0U) << key;
     }
     const OrbStrataEntry both[] = {{L"windows.browsing_protection.internal.b", ORB_STRATA_TYPE_BOOL, 1, nullptr, 0},
                                    {L"common.b", ORB_STRATA_TYPE_BOOL, 1, nullptr, 0}};
-    EXPECT_EQ(OrbStrataControl_WriteAll(normal, both, 2), Denied);
+    EXPECT_EQ(OrbStrataControl_WriteAll(normal, both, 2), kDenied);
     EXPECT_EQ(Stored(normal, both[0].key), "");
 }
 
@@ -33,30 +33,30 @@ TEST_F(Access, EnforcedKeyRefusesEveryWriteOfThePlugIn)
     const Opened product(Kind::Product);
     const Opened normal(Kind::Normal);
     const Opened elevated(Kind::Elevated);
-    OrbStrata_SetInt32(product, Internal, 1);
-    OrbStrata_SetConstraints(product, Internal, ORB_STRATA_CONSTRAINT_ENFORCED | 4);
+    OrbStrata_SetInt32(product, kInternal, 1);
+    OrbStrata_SetConstraints(product, kInternal, ORB_STRATA_CONSTRAINT_ENFORCED | 4);
     for (const OrbStrataHandle handle : {OrbStrataHandle(normal), OrbStrataHandle(elevated)})
     {
-        EXPECT_EQ(OrbStrata_SetInt32(handle, Internal, 2), Denied);
-        EXPECT_EQ(OrbStrata_SetInt32(handle, Internal, 1), Denied);
-        EXPECT_EQ(OrbStrata_SetConstraints(handle, Internal, 0), Denied);
-        EXPECT_EQ(OrbStrataControl_Remove(handle, Internal), Denied);
-        EXPECT_EQ(Stored(handle, Internal), "2 1  5");
+        EXPECT_EQ(OrbStrata_SetInt32(handle, kInternal, 2), kDenied);
+        EXPECT_EQ(OrbStrata_SetInt32(handle, kInternal, 1), kDenied);
+        EXPECT_EQ(OrbStrata_SetConstraints(handle, kInternal, 0), kDenied);
+        EXPECT_EQ(OrbStrataControl_Remove(handle, kInternal), kDenied);
+        EXPECT_EQ(Stored(handle, kInternal), "2 1  5");
     }
     const OrbStrataEntry both[] = {{L"free", ORB_STRATA_TYPE_BOOL, 1, nullptr, 0},
-                                   {Internal, ORB_STRATA_TYPE_BOOL, 1, nullptr, 0}};
-    EXPECT_EQ(OrbStrataControl_WriteAll(elevated, both, 2), Denied);
-    EXPECT_EQ(OrbStrata_SetInt32(product, Internal, 3), 0U);
+                                   {kInternal, ORB_STRATA_TYPE_BOOL, 1, nullptr, 0}};
+    EXPECT_EQ(OrbStrataControl_WriteAll(elevated, both, 2), kDenied);
+    EXPECT_EQ(OrbStrata_SetInt32(product, kInternal, 3), 0U);
     EXPECT_EQ(Stored(elevated, L"free"), "");
-    OrbStrata_SetConstraints(product, Internal, 4);
-    EXPECT_EQ(OrbStrata_SetInt32(normal, Internal, 4), 0U);
+    OrbStrata_SetConstraints(product, kInternal, 4);
+    EXPECT_EQ(OrbStrata_SetInt32(normal, kInternal, 4), 0U);
 }
 
 TEST_F(Access, DeclinedElevationGivesNoHandle)
 {
     OrbStrataControl_SetElevationAnswer(false);
     const Opened declined(Kind::Elevated);
-    EXPECT_EQ(declined.Result(), Denied);
+    EXPECT_EQ(declined.Result(), kDenied);
     EXPECT_EQ(OrbStrataHandle(declined), nullptr);
     EXPECT_EQ(Opened(Kind::Normal).Result(), 0U);
     OrbStrataControl_SetElevationAnswer(true);
@@ -72,21 +72,21 @@ TEST_F(Access, FaultAnswersMatchingCallsOfThePlugInAndNothingElse)
                                          bool) { static_cast<std::vector<std::wstring>*>(context)->push_back(key); },
                                       &writes);
     EXPECT_FALSE(OrbStrataControl_SetFault("OrbStrata_Nothing", nullptr, 1, 1));
-    EXPECT_TRUE(OrbStrataControl_SetFault("OrbStrata_SetBool", Internal, 31, 2));
-    EXPECT_TRUE(OrbStrataControl_SetFault("OrbStrata_SetBool", Internal, 32, 0));
-    EXPECT_EQ(OrbStrata_SetBool(product, Internal, false), 0U);
+    EXPECT_TRUE(OrbStrataControl_SetFault("OrbStrata_SetBool", kInternal, 31, 2));
+    EXPECT_TRUE(OrbStrataControl_SetFault("OrbStrata_SetBool", kInternal, 32, 0));
+    EXPECT_EQ(OrbStrata_SetBool(product, kInternal, false), 0U);
     EXPECT_EQ(OrbStrata_SetBool(normal, L"windows.browsing_protection.internal.other", true), 0U);
-    EXPECT_EQ(OrbStrata_SetBool(normal, Internal, true), 31U);
-    EXPECT_EQ(OrbStrata_SetBool(normal, Internal, true), 31U);
-    EXPECT_EQ(OrbStrata_SetBool(normal, Internal, true), 32U);
-    EXPECT_EQ(OrbStrata_SetBool(normal, Internal, true), 32U);
-    EXPECT_EQ(Stored(normal, Internal), "1 0  0");
-    EXPECT_EQ(OrbStrata_SetInt32(normal, Internal, 4), 0U);
+    EXPECT_EQ(OrbStrata_SetBool(normal, kInternal, true), 31U);
+    EXPECT_EQ(OrbStrata_SetBool(normal, kInternal, true), 31U);
+    EXPECT_EQ(OrbStrata_SetBool(normal, kInternal, true), 32U);
+    EXPECT_EQ(OrbStrata_SetBool(normal, kInternal, true), 32U);
+    EXPECT_EQ(Stored(normal, kInternal), "1 0  0");
+    EXPECT_EQ(OrbStrata_SetInt32(normal, kInternal, 4), 0U);
     OrbStrataControl_ClearFaults();
-    EXPECT_EQ(OrbStrata_SetBool(normal, Internal, true), 0U);
+    EXPECT_EQ(OrbStrata_SetBool(normal, kInternal, true), 0U);
     OrbStrataControl_SetWriteObserver(nullptr, nullptr);
-    EXPECT_EQ(writes,
-              (std::vector<std::wstring>{Internal, L"windows.browsing_protection.internal.other", Internal, Internal}));
+    EXPECT_EQ(writes, (std::vector<std::wstring>{kInternal, L"windows.browsing_protection.internal.other", kInternal,
+                                                 kInternal}));
 }
 
 TEST_F(Access, FaultReachesOpeningSubscribingAndObjects)
@@ -101,7 +101,7 @@ TEST_F(Access, FaultReachesOpeningSubscribingAndObjects)
     OrbStrataControl_SetFault("OrbStrata_CreateArray", nullptr, 44, 1);
     EXPECT_EQ(Opened(Kind::Normal).Result(), 41U);
     EXPECT_EQ(Opened(Kind::Normal).Result(), 0U);
-    EXPECT_EQ(deliveries.Subscribe(normal, Internal, ORB_STRATA_CHANGED), nullptr);
+    EXPECT_EQ(deliveries.Subscribe(normal, kInternal, ORB_STRATA_CHANGED), nullptr);
     EXPECT_EQ(OrbStrata_ObjectGetInt64(record, L"m", 0, &result), 2);
     EXPECT_NE(OrbStrata_ObjectGetInt64(record, L"n", 1, &result), 1);
     EXPECT_EQ(result, 43U);
@@ -120,14 +120,14 @@ TEST_F(Access, WriteObserverHearsEveryValueWriteAndWhoseItWas)
                                                                         (byPlugIn ? L" plug-in" : L" product"));
         },
         &writes);
-    OrbStrata_SetBool(normal, Internal, true);
-    OrbStrata_SetBool(normal, Internal, true);
-    OrbStrata_SetConstraints(normal, Internal, 2);
+    OrbStrata_SetBool(normal, kInternal, true);
+    OrbStrata_SetBool(normal, kInternal, true);
+    OrbStrata_SetConstraints(normal, kInternal, 2);
     OrbStrata_SetBool(normal, L"refused", true);
     OrbStrata_SetBool(product, L"p", true);
     OrbStrataControl_Remove(product, L"p");
     OrbStrataControl_SetWriteObserver(nullptr, nullptr);
-    const std::wstring own = std::wstring(Internal) + L" plug-in";
+    const std::wstring own = std::wstring(kInternal) + L" plug-in";
     EXPECT_EQ(writes, (std::vector<std::wstring>{own, own, L"p product", L"p product"}));
 }
 

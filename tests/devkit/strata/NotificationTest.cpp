@@ -99,7 +99,7 @@ struct Blocked
     {
         deliveries.onDelivery = [this] {
             entered.set_value();
-            release.get_future().wait_for(Patience);
+            release.get_future().wait_for(kPatience);
             returned = true;
         };
         subscription = deliveries.Subscribe(handle, L"key", ORB_STRATA_CHANGED);
@@ -176,19 +176,19 @@ TEST_F(Notification, CallbackMayEndAnotherSubscription)
 
 TEST_F(Notification, ManyThreadsWriteReadAndSubscribeAtOnce)
 {
-    constexpr int Threads = 4;
-    constexpr int Rounds = 100;
+    constexpr int kThreads = 4;
+    constexpr int kRounds = 100;
     Deliveries heard;
     const Opened watcher(Kind::Normal);
     heard.Watch(watcher, L"");
     std::vector<std::future<void>> threads;
-    for (int thread = 0; thread < Threads; ++thread)
+    for (int thread = 0; thread < kThreads; ++thread)
     {
         threads.push_back(std::async(
             std::launch::async,
             [thread] {
                 const std::wstring key = L"key" + std::to_wstring(thread);
-                for (int round = 0; round < Rounds; ++round)
+                for (int round = 0; round < kRounds; ++round)
                 {
                     Deliveries own;
                     const Opened handle(Kind::Product);
@@ -200,7 +200,7 @@ TEST_F(Notification, ManyThreadsWriteReadAndSubscribeAtOnce)
     }
     for (auto& thread : threads)
         thread.get();
-    EXPECT_EQ(heard.Take().size(), static_cast<std::size_t>(Threads * Rounds));
+    EXPECT_EQ(heard.Take().size(), static_cast<std::size_t>(kThreads * kRounds));
 }
 
 } // namespace

@@ -80,9 +80,9 @@ TEST_F(Objects, TextFormIsReadStrictlyAndKeptInOneForm)
 
 TEST_F(Objects, ArrayOfManyRecordsComesBackWhole)
 {
-    constexpr int64_t Count = 100000;
+    constexpr int64_t kCount = 100000;
     OrbStrataObject* array = OrbStrata_CreateArray();
-    for (int64_t i = 0; i < Count; ++i)
+    for (int64_t i = 0; i < kCount; ++i)
     {
         OrbStrataObject* record = OrbStrata_CreateObject();
         OrbStrata_ObjectSetInt64(record, L"number", i);
@@ -110,7 +110,7 @@ TEST_F(Objects, ArrayOfManyRecordsComesBackWhole)
         OrbStrata_FreeString(name);
         ASSERT_TRUE(same) << seen;
     }
-    EXPECT_EQ(seen, Count);
+    EXPECT_EQ(seen, kCount);
     OrbStrata_DeleteObject(read);
 }
 

@@ -26,13 +26,13 @@ protected:
 
 TEST_F(Processes, ChangesOfAnotherProcessComeInOrderOnceEach)
 {
-    constexpr int Count = 500;
+    constexpr int kCount = 500;
     Deliveries heard;
     const Opened reader(Kind::Normal);
     heard.Watch(reader, L"k");
-    const auto writer = Start({"write", "k", QString::number(Count)});
+    const auto writer = Start({"write", "k", QString::number(kCount)});
     std::vector<std::string> expected;
-    for (int i = 0; i < Count; ++i)
+    for (int i = 0; i < kCount; ++i)
     {
         expected.push_back("kobject0 changed {\"n\":" + std::to_string(i) + "}");
         expected.push_back("k" + std::to_string(i) + " changed " + std::to_string(i));
@@ -56,7 +56,7 @@ TEST_F(Processes, ReadGivesWhatAnotherProcessHasWrittenAsSoonAsItSaysSo)
 
 TEST_F(Processes, NothingIsMissedWhileOthersOpenTheStoreAndCloseIt)
 {
-    constexpr std::chrono::seconds Soak{4};
+    constexpr std::chrono::seconds kSoak{4};
     Deliveries heard;
     const Opened reader(Kind::Normal);
     heard.Watch(reader, L"answer");
@@ -64,7 +64,7 @@ TEST_F(Processes, NothingIsMissedWhileOthersOpenTheStoreAndCloseIt)
     const auto oneOpener = Start({"open"});
     const auto otherOpener = Start({"open"});
     std::vector<std::string> written;
-    const auto end = std::chrono::steady_clock::now() + Soak;
+    const auto end = std::chrono::steady_clock::now() + kSoak;
     for (int i = 1; std::chrono::steady_clock::now() < end; ++i)
     {
         writer->Send(std::to_string(i));
@@ -108,7 +108,7 @@ TEST_F(Processes, WriteWaitsForALockAQuarterOfASecondOnceAndThenSaysBusy)
 
 TEST_F(Processes, LogStaysShortThoughSomeoneAlwaysReadsAndSomeoneAlwaysWrites)
 {
-    constexpr std::uintmax_t Bound = 24 * 1024 * 1024;
+    constexpr std::uintmax_t kBound = 24 * 1024 * 1024;
     const Opened store(Kind::Product);
     ASSERT_EQ(OrbStrata_SetInt32(store, L"key", 0), 0U);
     std::vector<std::unique_ptr<Program>> writers;
@@ -130,21 +130,21 @@ TEST_F(Processes, LogStaysShortThoughSomeoneAlwaysReadsAndSomeoneAlwaysWrites)
             longest = std::max(longest, std::filesystem::file_size(std::filesystem::u8path(StoreFile() + "-wal")));
         }
     }
-    EXPECT_LT(longest, Bound);
+    EXPECT_LT(longest, kBound);
 }
 
 TEST_F(Processes, WritersTakeTurnsAndLoseNothing)
 {
-    constexpr int Count = 100;
+    constexpr int kCount = 100;
     std::vector<std::unique_ptr<Program>> writers;
     for (const char* prefix : {"a", "b", "c"})
-        writers.push_back(Start({"write", prefix, QString::number(Count)}));
+        writers.push_back(Start({"write", prefix, QString::number(kCount)}));
     for (const auto& writer : writers)
         EXPECT_EQ(writer->ExitCode(), 0);
     const Opened reader(Kind::Normal);
     for (const wchar_t* prefix : {L"a", L"b", L"c"})
     {
-        for (int i = 0; i < Count; ++i)
+        for (int i = 0; i < kCount; ++i)
         {
             const std::wstring key = prefix + std::to_wstring(i);
             ASSERT_EQ(OrbStrata_GetInt32(reader, key.c_str(), -1, nullptr), i);
@@ -197,7 +197,7 @@ TEST_F(Processes, SubscriberThatFellFarBehindHearsWhatIsDifferentThen)
     heard.onDelivery = [&] {
         std::call_once(once, [&] {
             entered.set_value();
-            release.get_future().wait_for(Patience);
+            release.get_future().wait_for(kPatience);
         });
     };
     heard.Watch(reader, L"");

@@ -6,31 +6,31 @@
 namespace
 {
 
-constexpr int PatienceMs = 100000;
+constexpr int kPatienceMs = 100000;
 
 } // namespace
 
 Program::Program(const char* name, const QStringList& arguments, ChildProcess::Console console) : m_process(console)
 {
     m_process.start(QDir(QCoreApplication::applicationDirPath()).filePath(QString::fromUtf8(name)), arguments);
-    m_process.waitForStarted(PatienceMs);
+    m_process.waitForStarted(kPatienceMs);
 }
 
 Program::~Program()
 {
     m_process.kill();
-    m_process.waitForFinished(PatienceMs);
+    m_process.waitForFinished(kPatienceMs);
 }
 
 void Program::Send(const std::string& line)
 {
     m_process.write((line + "\n").c_str());
-    m_process.waitForBytesWritten(PatienceMs);
+    m_process.waitForBytesWritten(kPatienceMs);
 }
 
 std::string Program::Line()
 {
-    while (!m_process.canReadLine() && m_process.waitForReadyRead(PatienceMs))
+    while (!m_process.canReadLine() && m_process.waitForReadyRead(kPatienceMs))
     {}
     return m_process.readLine().trimmed().toStdString();
 }
@@ -38,7 +38,7 @@ std::string Program::Line()
 int Program::ExitCode()
 {
     m_process.closeWriteChannel();
-    const bool ended = m_process.state() == QProcess::NotRunning || m_process.waitForFinished(PatienceMs);
+    const bool ended = m_process.state() == QProcess::NotRunning || m_process.waitForFinished(kPatienceMs);
     return ended && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
 }
 

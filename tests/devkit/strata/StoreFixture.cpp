@@ -37,7 +37,7 @@ std::vector<std::string> Deliveries::Take()
 std::vector<std::string> Deliveries::WaitFor(std::size_t count)
 {
     std::unique_lock lock(m_mutex);
-    m_arrived.wait_for(lock, Patience, [&] { return m_changes.size() >= count; });
+    m_arrived.wait_for(lock, kPatience, [&] { return m_changes.size() >= count; });
     return m_changes;
 }
 
@@ -47,7 +47,7 @@ void Deliveries::OnChange(void* context, const wchar_t* key, int32_t changeType,
     {
         const std::lock_guard lock(self.m_mutex);
         self.m_changes.push_back(Platform::ToUtf8(key) + (changeType == ORB_STRATA_REMOVED ? " removed" : " changed") +
-                                 (text == nullptr ? "" : std::string(" ") + text));
+                                 (text ? std::string(" ") + text : ""));
         self.m_arrived.notify_all();
     }
     if (self.onDelivery)
@@ -102,7 +102,7 @@ std::string StoreFixture::Stored(OrbStrataHandle handle, const wchar_t* key)
         handle, key,
         [](void* context, const OrbStrataEntry* entry) {
             *static_cast<std::string*>(context) = std::to_string(entry->type) + " " + std::to_string(entry->number) +
-                                                  " " + (entry->text == nullptr ? "" : entry->text) + " " +
+                                                  " " + (entry->text ? entry->text : "") + " " +
                                                   std::to_string(entry->constraints);
         },
         &stored);

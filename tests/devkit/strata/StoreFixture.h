@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-constexpr std::chrono::seconds Patience{100};
+constexpr std::chrono::seconds kPatience{100};
 
 /// An open handle that is closed at the end of its scope.
 class Opened

@@ -15,7 +15,7 @@
 namespace
 {
 
-constexpr const wchar_t* System = L"S-1-5-18";
+constexpr const wchar_t* kSystem = L"S-1-5-18";
 
 void Say(const std::string& line)
 {
@@ -103,7 +103,7 @@ void KeepOpening()
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (std::chrono::steady_clock::now() < end)
-        OrbStrata_CloseHandle(OrbStrataControl_OpenProductHandle(System, nullptr));
+        OrbStrata_CloseHandle(OrbStrataControl_OpenProductHandle(kSystem, nullptr));
 }
 
 /// Opens each store that it is given, and tells how that went.
@@ -112,9 +112,9 @@ void Make()
     for (std::string line; std::getline(std::cin, line);)
     {
         OrbStrataControl_SetStoreFile(line.c_str());
-        const OrbStrataHandle store = OrbStrataControl_OpenProductHandle(System, nullptr);
+        const OrbStrataHandle store = OrbStrataControl_OpenProductHandle(kSystem, nullptr);
         char* error = OrbStrataControl_LastError();
-        Say(store == nullptr ? error : "made");
+        Say(!store ? error : "made");
         OrbStrata_FreeString(error);
         OrbStrata_CloseHandle(store);
     }
@@ -149,8 +149,8 @@ int main(int argc, char** argv)
         command == "open" ? KeepOpening() : Make();
         return 0;
     }
-    const OrbStrataHandle store = OrbStrataControl_OpenProductHandle(System, nullptr);
-    if (store == nullptr)
+    const OrbStrataHandle store = OrbStrataControl_OpenProductHandle(kSystem, nullptr);
+    if (!store)
     {
         char* error = OrbStrataControl_LastError();
         Say(error);

@@ -52,13 +52,13 @@ TEST(Clipboard, CannotBeOpenedWhileAnotherHasIt)
 
 TEST(NamedEvents, AnotherUserOfTheNameSeesTheSignal)
 {
-    constexpr const wchar_t* name = L"Local\\Veridan_NamedEventsTest";
+    constexpr const wchar_t* kName = L"Local\\Veridan_NamedEventsTest";
     Platform::NamedEvents& events = Platform::Get<Platform::NamedEvents>();
-    EXPECT_EQ(events.Open(name), nullptr);
+    EXPECT_EQ(events.Open(kName), nullptr);
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
 
-    const HANDLE service = ::CreateEventW(nullptr, TRUE, FALSE, name);
-    const Platform::KernelHandle event = events.Open(name);
+    const HANDLE service = ::CreateEventW(nullptr, TRUE, FALSE, kName);
+    const Platform::KernelHandle event = events.Open(kName);
     ASSERT_NE(event, nullptr);
     EXPECT_EQ(::WaitForSingleObject(service, 0), DWORD{WAIT_TIMEOUT});
     EXPECT_TRUE(Platform::Signal(event));

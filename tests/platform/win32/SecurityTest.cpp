@@ -24,7 +24,7 @@ constexpr const wchar_t* kAdministrators = L"S-1-5-32-544";
 std::map<std::wstring, DWORD> Granted(ACL* list, GENERIC_MAPPING mapping)
 {
     std::map<std::wstring, DWORD> granted;
-    for (WORD i = 0; list != nullptr && i < list->AceCount; ++i)
+    for (WORD i = 0; list && i < list->AceCount; ++i)
     {
         void* entry = nullptr;
         EXPECT_TRUE(::GetAce(list, i, &entry));
@@ -40,11 +40,11 @@ std::map<std::wstring, DWORD> Granted(ACL* list, GENERIC_MAPPING mapping)
     return granted;
 }
 
-std::map<std::wstring, DWORD> GrantedOnMutex(const wchar_t* name)
+std::map<std::wstring, DWORD> GrantedOnMutex(const wchar_t* kName)
 {
     ACL* list = nullptr;
     PSECURITY_DESCRIPTOR descriptor = nullptr;
-    const HANDLE mutex = ::OpenMutexW(READ_CONTROL, FALSE, name);
+    const HANDLE mutex = ::OpenMutexW(READ_CONTROL, FALSE, kName);
     EXPECT_EQ(::GetSecurityInfo(mutex, SE_KERNEL_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, &list, nullptr,
                                 &descriptor),
               DWORD{ERROR_SUCCESS});
@@ -69,9 +69,9 @@ std::map<std::wstring, DWORD> GrantedOnFile(const std::wstring& path)
 class Security : public testing::Test
 {
 protected:
-    std::wstring Path(const char* name) const
+    std::wstring Path(const char* kName) const
     {
-        return QDir::toNativeSeparators(m_folder.filePath(QString::fromLatin1(name))).toStdWString();
+        return QDir::toNativeSeparators(m_folder.filePath(QString::fromLatin1(kName))).toStdWString();
     }
 
     QTemporaryDir m_folder;
@@ -79,10 +79,10 @@ protected:
 
 TEST_F(Security, ATextBecomesTheDescriptorItDescribes)
 {
-    constexpr const wchar_t* readable = L"D:(A;OICI;GA;;;SY)(A;OICI;GA;;;BA)(A;OICI;GRGX;;;AU)";
+    constexpr const wchar_t* kReadable = L"D:(A;OICI;GA;;;SY)(A;OICI;GA;;;BA)(A;OICI;GRGX;;;AU)";
     const std::map<const wchar_t*, const wchar_t*> asTheSystemWritesIt{
         {kAdministratorsOnly, kAdministratorsOnly},
-        {readable, L"D:(A;OICI;GA;;;SY)(A;OICI;GA;;;BA)(A;OICI;GXGR;;;AU)"}};
+        {kReadable, L"D:(A;OICI;GA;;;SY)(A;OICI;GA;;;BA)(A;OICI;GXGR;;;AU)"}};
     for (const auto& [text, expected] : asTheSystemWritesIt)
     {
         Platform::SecurityAttributes attributes(text);
@@ -99,11 +99,11 @@ TEST_F(Security, ATextBecomesTheDescriptorItDescribes)
 
 TEST_F(Security, AMutexIsForSystemAndAdministratorsOnly)
 {
-    constexpr const wchar_t* name = L"Local\\Veridan_SecurityTest";
+    constexpr const wchar_t* kName = L"Local\\Veridan_SecurityTest";
     Platform::NamedMutex mutex;
-    ASSERT_EQ(mutex.Create(name, kAdministratorsOnly), 0U);
+    ASSERT_EQ(mutex.Create(kName, kAdministratorsOnly), 0U);
     const std::map<std::wstring, DWORD> expected{{kSystem, MUTEX_ALL_ACCESS}, {kAdministrators, MUTEX_ALL_ACCESS}};
-    EXPECT_EQ(GrantedOnMutex(name), expected);
+    EXPECT_EQ(GrantedOnMutex(kName), expected);
 }
 
 // Wine keeps of a file's list what a file of the system below can express: it shows the owner for the administrators.
@@ -112,14 +112,14 @@ TEST_F(Security, ARestrictedFileOrFolderIsOpenToNobodyElse)
     Platform::File file;
     ASSERT_TRUE(file.Open(Path("file"), kAdministratorsOnly));
     ASSERT_TRUE(Platform::MakeFolder(Path("folder"), kAdministratorsOnly));
-    for (const char* const name : {"file", "folder"})
+    for (const char* const kName : {"file", "folder"})
     {
-        const auto granted = GrantedOnFile(Path(name));
-        ASSERT_EQ(granted.count(kSystem), 1U) << name;
-        EXPECT_EQ(granted.at(kSystem), DWORD{FILE_ALL_ACCESS}) << name;
-        EXPECT_LE(granted.size(), 2U) << name;
+        const auto granted = GrantedOnFile(Path(kName));
+        ASSERT_EQ(granted.count(kSystem), 1U) << kName;
+        EXPECT_EQ(granted.at(kSystem), DWORD{FILE_ALL_ACCESS}) << kName;
+        EXPECT_LE(granted.size(), 2U) << kName;
         for (const wchar_t* const other : {L"S-1-1-0", L"S-1-5-11", L"S-1-5-32-545"})
-            EXPECT_EQ(granted.count(other), 0U) << name << ' ' << other;
+            EXPECT_EQ(granted.count(other), 0U) << kName << ' ' << other;
     }
 }
 

@@ -34,7 +34,7 @@ std::wstring TextOf(std::vector<std::uint8_t> sid)
 {
     wchar_t* text = nullptr;
     EXPECT_TRUE(::ConvertSidToStringSidW(sid.data(), &text));
-    const std::wstring result = text != nullptr ? text : L"";
+    const std::wstring result = text ? text : L"";
     ::LocalFree(text);
     return result;
 }
@@ -54,7 +54,7 @@ TEST(Sessions, AnAccountIsFoundInTwoSteps)
     std::uint32_t sidSize = 0;
     std::uint32_t domainSize = 0;
     ASSERT_EQ(sessions.LookupAccount(account.c_str(), nullptr, &sidSize, nullptr, &domainSize),
-              Platform::Sessions::ErrorInsufficientBuffer);
+              Platform::Sessions::kErrorInsufficientBuffer);
     std::vector<std::uint8_t> sid(sidSize);
     std::wstring domain(domainSize, L'\0');
     ASSERT_EQ(sessions.LookupAccount(account.c_str(), sid.data(), &sidSize, domain.data(), &domainSize), 0U);
@@ -66,7 +66,7 @@ TEST(Sessions, AnAccountIsFoundInTwoSteps)
 
     sidSize = domainSize = 0;
     EXPECT_EQ(sessions.LookupAccount(L"nobody.of.this.name", nullptr, &sidSize, nullptr, &domainSize),
-              Platform::Sessions::ErrorNoneMapped);
+              Platform::Sessions::kErrorNoneMapped);
 }
 
 TEST(Sessions, TheProcessSessionBelongsToItsUser)
@@ -76,7 +76,7 @@ TEST(Sessions, TheProcessSessionBelongsToItsUser)
     ASSERT_TRUE(sessions.Enumerate(list));
     for (const Platform::Sessions::Session& session : list)
         EXPECT_NE(session.id, 42U);
-    std::uint32_t session = Platform::Sessions::Invalid;
+    std::uint32_t session = Platform::Sessions::kInvalid;
     ASSERT_TRUE(sessions.ProcessSession(session));
     EXPECT_EQ(sessions.UserName(session), UserName());
     EXPECT_NE(sessions.DomainName(session), L"");
@@ -85,14 +85,14 @@ TEST(Sessions, TheProcessSessionBelongsToItsUser)
 TEST(Token, MembershipIsTheSystemsAnswer)
 {
     Platform::Token& token = Platform::Get<Platform::Token>();
-    EXPECT_EQ(token.IsMemberOfBuiltinGroup(nullptr, Platform::Token::Administrators), ::IsUserAnAdmin() != FALSE);
+    EXPECT_EQ(token.IsMemberOfBuiltinGroup(nullptr, Platform::Token::kAdministrators), ::IsUserAnAdmin() != FALSE);
     EXPECT_FALSE(token.IsMemberOfBuiltinGroup(nullptr, 9999));
     EXPECT_FALSE(token.IsLowIntegrity());
 }
 
 TEST(Token, APrimaryOneAndOneOfAnUnelevatedAdministratorAreAnswered)
 {
-    constexpr std::uint32_t kAdministrators = Platform::Token::Administrators;
+    constexpr std::uint32_t kAdministrators = Platform::Token::kAdministrators;
     Platform::Token& token = Platform::Get<Platform::Token>();
     HANDLE own = nullptr;
     ASSERT_TRUE(::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY | TOKEN_DUPLICATE, &own));
@@ -119,10 +119,10 @@ TEST(Token, APrimaryOneAndOneOfAnUnelevatedAdministratorAreAnswered)
 
 TEST(KnownFolders, AreTheOnesThatTheShellLists)
 {
-    constexpr const wchar_t* key = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+    constexpr const wchar_t* kKey = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
     Platform::Registry& registry = Platform::Get<Platform::Registry>();
-    EXPECT_EQ(registry.ReadString(Platform::RegistryRoot::Machine, key, L"Common AppData"), Platform::CommonAppData());
-    EXPECT_EQ(registry.ReadString(Platform::RegistryRoot::User, key, L"Local AppData"), Platform::LocalAppData());
+    EXPECT_EQ(registry.ReadString(Platform::RegistryRoot::Machine, kKey, L"Common AppData"), Platform::CommonAppData());
+    EXPECT_EQ(registry.ReadString(Platform::RegistryRoot::User, kKey, L"Local AppData"), Platform::LocalAppData());
 }
 
 TEST(SharedLibrary, OnlyAnAbsolutePathIsLoaded)
@@ -132,8 +132,8 @@ TEST(SharedLibrary, OnlyAnAbsolutePathIsLoaded)
     Platform::SharedLibrary library;
     for (const wchar_t* const relative :
          {L"TarnTypes.dll", L".\\TarnTypes.dll", L"\\TarnTypes.dll", L"C:TarnTypes.dll"})
-        EXPECT_EQ(library.Load(relative), Platform::SharedLibrary::ErrorBadPathname) << relative;
-    EXPECT_EQ(library.Load(path + L".absent"), Platform::SharedLibrary::ErrorModuleNotFound);
+        EXPECT_EQ(library.Load(relative), Platform::SharedLibrary::kErrorBadPathname) << relative;
+    EXPECT_EQ(library.Load(path + L".absent"), Platform::SharedLibrary::kErrorModuleNotFound);
     EXPECT_FALSE(library.IsLoaded());
     ASSERT_EQ(library.Load(path), 0U);
     EXPECT_EQ(library.Find("absent"), nullptr);
@@ -170,7 +170,7 @@ TEST(ProcessLauncher, RunsAProgramOfTheSystemFolder)
     ASSERT_TRUE(Platform::FileExists(program));
 
     const Platform::KernelHandle process =
-        launcher.Start(program, L"\"" + program + L"\" /c exit 7", Platform::ProcessLauncher::Detached, nullptr);
+        launcher.Start(program, L"\"" + program + L"\" /c exit 7", Platform::ProcessLauncher::kDetached, nullptr);
     ASSERT_NE(process, nullptr);
     EXPECT_EQ(::WaitForSingleObject(process, kDeadline), DWORD{WAIT_OBJECT_0});
     DWORD exitCode = 0;
@@ -187,15 +187,15 @@ std::string g_debuggerText;
 
 LONG CALLBACK OnException(EXCEPTION_POINTERS* pointers)
 {
-    constexpr DWORD narrowText = 0x40010006;
-    constexpr DWORD wideText = 0x4001000A;
+    constexpr DWORD kNarrowText = 0x40010006;
+    constexpr DWORD kWideText = 0x4001000A;
     const EXCEPTION_RECORD& record = *pointers->ExceptionRecord;
-    if (record.ExceptionCode == wideText)
+    if (record.ExceptionCode == kWideText)
     {
         g_debuggerText = Platform::ToAnsi(reinterpret_cast<const wchar_t*>(record.ExceptionInformation[1]));
         return EXCEPTION_CONTINUE_EXECUTION;
     }
-    if (record.ExceptionCode == narrowText)
+    if (record.ExceptionCode == kNarrowText)
     {
         g_debuggerText = reinterpret_cast<const char*>(record.ExceptionInformation[1]);
         return EXCEPTION_CONTINUE_EXECUTION;

@@ -25,8 +25,6 @@
 namespace
 {
 
-constexpr int kDeadlineMs = 20000;
-
 /// The host as a child of this process, on streams that the test made.
 class RawHost
 {

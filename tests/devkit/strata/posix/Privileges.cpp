@@ -4,6 +4,6 @@
 
 bool DropPrivileges()
 {
-    constexpr uid_t Nobody = 65534;
-    return geteuid() != 0 || (setgid(Nobody) == 0 && setuid(Nobody) == 0);
+    constexpr uid_t kNobody = 65534;
+    return geteuid() != 0 || (setgid(kNobody) == 0 && setuid(kNobody) == 0);
 }
