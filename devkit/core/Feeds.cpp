@@ -4,6 +4,8 @@
 #include "devkit/core/LogTail.h"
 #include "devkit/core/SuiteLists.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace
@@ -35,9 +37,8 @@ QString Feeds::OnWatchesChanged()
 {
     const Sessions& sessions = m_host.sessions;
     Poll(); // who watches now learns of what comes from now on
-    const bool looks =
-        sessions.WatchedAny(Topic::Flyers) || sessions.WatchedAny(Topic::Metrics) || sessions.WatchedAny(Topic::Log);
-    if (!looks)
+    constexpr Topic kPolled[] = {Topic::Flyers, Topic::Metrics, Topic::Faults, Topic::Log};
+    if (std::none_of(std::begin(kPolled), std::end(kPolled), [&](Topic topic) { return sessions.WatchedAny(topic); }))
         m_timer.stop();
     else if (!m_timer.isActive())
         m_timer.start(kIntervalMs);
@@ -77,6 +78,7 @@ void Feeds::Poll()
 {
     PollList(Topic::Flyers, "flyer", &SuiteLists::Flyers, m_flyers);
     PollList(Topic::Metrics, "metric", &SuiteLists::Metrics, m_metrics);
+    PollFaults();
     PollLog();
 }
 
@@ -92,6 +94,19 @@ void Feeds::PollList(Topic topic, const char* event, QVariantList (*read)(), std
     for (int i = 0; i < rows.size(); ++i)
         if (i >= before.size() || rows[i] != before[i])
             m_host.sessions.Publish(topic, {}, Event(event, rows[i].toMap()));
+}
+
+/// Each event has all of them: they count down and go.
+void Feeds::PollFaults()
+{
+    if (!m_host.sessions.WatchedAny(Topic::Faults))
+    {
+        m_faults.reset();
+        return;
+    }
+    const QVariantList rows = SuiteLists::Faults();
+    if (std::exchange(m_faults, rows).value_or(rows) != rows)
+        m_host.sessions.Publish(Topic::Faults, {}, Event("faults", {{QStringLiteral("active"), rows}}));
 }
 
 void Feeds::PollLog()

@@ -31,6 +31,7 @@ public:
 
 private:
     void PollList(Topic topic, const char* event, QVariantList (*read)(), std::optional<QVariantList>& told);
+    void PollFaults();
     void PollLog();
     QString WatchStore();
 
@@ -39,5 +40,6 @@ private:
     std::vector<std::shared_ptr<StoreAccess::Watch>> m_store;
     std::optional<QVariantList> m_flyers; // what is told; nothing while nobody watches
     std::optional<QVariantList> m_metrics;
+    std::optional<QVariantList> m_faults;
     qint64 m_logEnd = -1; // up to where the log is told; -1: nobody watches
 };

@@ -16,3 +16,5 @@ std::vector<Command> SystemCommands(Host& host);
 /// needed. `set` answers whether there is such a function.
 Answer SetFault(const Arguments& arguments, const std::function<void()>& clear,
                 const std::function<bool(const QByteArray& function, qint64 code, quint32 count)>& set);
+/// What is said where there is no such function.
+QString UnknownFunction(const QString& name);

@@ -15,7 +15,12 @@ Answer SetFault(const Arguments& arguments, const std::function<void()>& clear,
     const QString function = arguments.String("function");
     const bool known =
         set(function.toUtf8(), arguments.Number("code"), static_cast<quint32>(arguments.Number("count", 1)));
-    return {{}, known ? QString() : QStringLiteral("There is no function \"%1\".").arg(function)};
+    return {{}, known ? QString() : UnknownFunction(function)};
+}
+
+QString UnknownFunction(const QString& name)
+{
+    return QStringLiteral("There is no function \"%1\".").arg(name);
 }
 
 namespace

@@ -3,6 +3,21 @@
 #include "devkit/datapipeline/OrbDpControl.h"
 #include "devkit/flyer/NlFlyerControl.h"
 
+namespace
+{
+
+/// Without a function it is every one, in place of what was set before.
+Answer MetricsFault(const Arguments& arguments)
+{
+    const QByteArray function = arguments.String("function").toUtf8();
+    const bool known = OrbDpControl_SetFault(arguments.Has("function") ? function.constData() : nullptr,
+                                             static_cast<int32_t>(arguments.Number("code")),
+                                             static_cast<uint32_t>(arguments.Number("count", 1)));
+    return {{}, known ? QString() : UnknownFunction(arguments.String("function"))};
+}
+
+} // namespace
+
 std::vector<Command> SuiteCommands()
 {
     using Kind = ArgumentKind;
@@ -42,12 +57,17 @@ std::vector<Command> SuiteCommands()
          },
          Turn::Any},
         {"metrics.fault",
-         "makes the plug-in's next metric events answer a code",
-         {{"code", Kind::Int32}, {"count", Kind::UInt32, kOptional}},
-         [](const Arguments& arguments) {
-             OrbDpControl_SetFault(static_cast<int32_t>(arguments.Number("code")),
-                                   static_cast<uint32_t>(arguments.Number("count", 1)));
-             return Answer{};
-         }},
+         "makes the plug-in's next metric events, or those of one function, answer a code",
+         {{"code", Kind::Int32}, {"count", Kind::UInt32, kOptional}, {"function", Kind::Name, kOptional, nullptr, ""}},
+         &MetricsFault},
+        {"faults",
+         "what is made to fail, and the functions that can be",
+         {},
+         [](const Arguments&) {
+             return Answer{QVariantMap{{QStringLiteral("active"), SuiteLists::Faults()},
+                                       {QStringLiteral("functions"), SuiteLists::FailableFunctions()}},
+                           {}};
+         },
+         Turn::Any},
     };
 }

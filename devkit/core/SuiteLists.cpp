@@ -2,8 +2,10 @@
 
 #include "devkit/datapipeline/OrbDpControl.h"
 #include "devkit/flyer/NlFlyerControl.h"
+#include "devkit/strata/OrbStrataControl.h"
 
-#include <QVariantMap>
+#include <string_view>
+#include <vector>
 
 namespace
 {
@@ -40,7 +42,79 @@ void NL_SUITE_CALL CollectMetric(void* context, const OrbDpEvent* event)
     static_cast<QVariantList*>(context)->append(row);
 }
 
+struct Function
+{
+    std::string_view result;
+    const char* name;
+};
+
+/// A suite library whose calls can be made to fail.
+struct Library
+{
+    const char* name;
+    bool codeIsSigned;
+    void(NL_SUITE_CALL* faults)(SuiteFaultVisitor visitor, void* context);
+    std::vector<Function> functions;
+};
+
+const std::vector<Library>& Libraries()
+{
+#define FUNCTION(result, name, parameters) {#result, #name},
+    static const std::vector<Library> s_libraries{
+        {"store", false, &OrbStrataControl_Faults, {NL_ORB_STRATA_FUNCTIONS(FUNCTION)}},
+        {"flyer", true, &NlFlyerControl_Faults, {NL_FLYER_FUNCTIONS(FUNCTION)}},
+        {"metrics", true, &OrbDpControl_Faults, {NL_ORB_DP_API_FUNCTIONS(FUNCTION)}},
+    };
+#undef FUNCTION
+    return s_libraries;
+}
+
+struct FaultList
+{
+    const Library& library;
+    QVariantList& rows;
+};
+
+void NL_SUITE_CALL CollectFault(void* context, const SuiteFault* fault)
+{
+    const auto& [library, rows] = *static_cast<FaultList*>(context);
+    const qint64 code = library.codeIsSigned ? qint64{static_cast<qint32>(fault->code)} : qint64{fault->code};
+    QVariantMap row{{QStringLiteral("library"), QLatin1String(library.name)},
+                    {QStringLiteral("code"), code},
+                    {QStringLiteral("count"), fault->count}};
+    if (fault->function)
+        row.insert(QStringLiteral("function"), QLatin1String(fault->function));
+    if (fault->key)
+        row.insert(QStringLiteral("key"), QString::fromWCharArray(fault->key));
+    rows.append(row);
+}
+
 } // namespace
+
+QVariantList SuiteLists::Faults()
+{
+    QVariantList rows;
+    for (const Library& library : Libraries())
+    {
+        FaultList list{library, rows};
+        library.faults(&CollectFault, &list);
+    }
+    return rows;
+}
+
+QVariantMap SuiteLists::FailableFunctions()
+{
+    QVariantMap byLibrary;
+    for (const Library& library : Libraries())
+    {
+        QStringList names;
+        for (const Function& function : library.functions)
+            if (function.result != "void") // which has no answer to fail with
+                names.append(QLatin1String(function.name));
+        byLibrary.insert(QLatin1String(library.name), names);
+    }
+    return byLibrary;
+}
 
 QVariantList SuiteLists::Flyers()
 {

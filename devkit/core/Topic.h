@@ -12,12 +12,12 @@ enum class Topic
     Urls,
     Log,
     Elevation,
-    Host
+    Host,
+    Faults
 };
 
-constexpr int kTopics = 8;
 /// The names, in the order of the enumeration.
-constexpr const char* kTopicNames = "variables|store|flyers|metrics|urls|log|elevation|host";
+constexpr const char* kTopicNames = "variables|store|flyers|metrics|urls|log|elevation|host|faults";
 
 inline Topic TopicNamed(const QString& name)
 {

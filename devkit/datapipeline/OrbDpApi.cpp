@@ -49,9 +49,17 @@ void OrbDpControl_Events(OrbDpEventVisitor visitor, void* context)
     EventRecorder::Instance().Visit(visitor, context);
 }
 
-void OrbDpControl_SetFault(int32_t code, uint32_t count)
+bool OrbDpControl_SetFault(const char* function, int32_t code, uint32_t count)
 {
-    Library::Faults().Clear();
-    if (code != 0)
-        Library::Faults().Add({nullptr, nullptr, static_cast<uint32_t>(code), 1, count, false});
+    auto& faults = Library::Faults();
+    if (!function)
+        faults.Clear();
+    else if (code == 0)
+        return faults.Remove(function, nullptr);
+    return code == 0 || faults.Add({function, nullptr, static_cast<uint32_t>(code), 1, count, false});
+}
+
+void OrbDpControl_Faults(SuiteFaultVisitor visitor, void* context)
+{
+    Library::Faults().Visit(visitor, context);
 }

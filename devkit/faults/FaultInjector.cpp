@@ -60,6 +60,23 @@ void FaultInjector::Clear()
     m_idle = false; // someone asks for the counts
 }
 
+void FaultInjector::Visit(SuiteFaultVisitor visitor, void* context)
+{
+    std::unique_lock lock(m_mutex);
+    const std::vector<Fault> faults = m_faults;
+    lock.unlock();
+    for (const Fault& fault : faults)
+    {
+        const SuiteFault view{fault.function == kEvery ? nullptr : m_names[fault.function].data(),
+                              fault.key ? fault.key->c_str() : nullptr,
+                              fault.failure.code,
+                              fault.passing + 1,
+                              fault.left,
+                              fault.failure.carriedOut};
+        visitor(context, &view);
+    }
+}
+
 std::optional<Failure> FaultInjector::Enter(std::size_t function, const wchar_t* key)
 {
     const std::lock_guard lock(m_mutex);

@@ -26,7 +26,7 @@ struct Failure
 class FaultInjector
 {
 public:
-    /// The functions' C names, by number.
+    /// The functions' C names, by number; each ends with a NUL character.
     explicit FaultInjector(std::vector<std::string_view> names);
 
     /// Adds to the faults that hold: the first one set that matches a call answers it. False: there is no such
@@ -36,6 +36,8 @@ public:
     bool Remove(const char* function, const wchar_t* key);
     /// Takes back everything, and counts the calls from here on.
     void Clear();
+    /// What holds, in the order in which it was set. The visitor may call the library.
+    void Visit(SuiteFaultVisitor visitor, void* context);
 
     bool IsIdle() const { return m_idle.load(std::memory_order_acquire); }
     /// Counts a call, and tells how it has to fail.

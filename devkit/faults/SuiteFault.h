@@ -2,9 +2,7 @@
 
 /* How calls of a suite library's functions are made to fail, in the development kit. */
 
-#include <stdbool.h>
-#include <stdint.h>
-#include <wchar.h>
+#include "suite/SuiteAbi.h"
 
 typedef struct SuiteFault
 {
@@ -19,3 +17,6 @@ typedef struct SuiteFault
     uint32_t count;  /* how many in a row; 0: all from then on */
     bool carriedOut; /* the work is done, and only the answer says that it failed */
 } SuiteFault;
+
+/* A fault that still holds, with what is left of `first` and `count`. */
+typedef void(NL_SUITE_CALL* SuiteFaultVisitor)(void* context, const SuiteFault* fault);

@@ -120,3 +120,8 @@ void NlFlyerControl_ClearFaults(void)
 {
     Library::Faults().Clear();
 }
+
+void NlFlyerControl_Faults(SuiteFaultVisitor visitor, void* context)
+{
+    Library::Faults().Visit(visitor, context);
+}

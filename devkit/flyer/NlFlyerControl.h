@@ -3,6 +3,7 @@
 /* What the development kit adds to the flyer library: looking at flyers, pressing their buttons, and faults. UI thread
  * only. */
 
+#include "devkit/faults/SuiteFault.h"
 #include "suite/NlFlyer.h"
 
 typedef enum NlFlyerState
@@ -42,7 +43,9 @@ typedef void(NL_SUITE_CALL* NlFlyerActionHandler)(void* context, const char* act
     /* The next `count` calls (0 = every call) of `function` (C name) answer `code`. False: there is no such function. \
      */                                                                                                                \
     F(bool, NlFlyerControl_SetFault, (const char* function, int32_t code, uint32_t count))                             \
-    F(void, NlFlyerControl_ClearFaults, (void))
+    F(void, NlFlyerControl_ClearFaults, (void))                                                                        \
+    /* The faults that hold, in the order in which they were set. */                                                   \
+    F(void, NlFlyerControl_Faults, (SuiteFaultVisitor visitor, void* context))
 
 #if defined(NL_SUITE_PROTOTYPES)
 NL_FLYER_CONTROL_FUNCTIONS(NL_SUITE_PROTOTYPE)

@@ -189,6 +189,11 @@ void OrbStrataControl_ClearFaults(void)
     Store::Instance().faults.Clear();
 }
 
+void OrbStrataControl_Faults(SuiteFaultVisitor visitor, void* context)
+{
+    Store::Instance().faults.Visit(visitor, context);
+}
+
 bool OrbStrataControl_WaitForDelivery(uint32_t timeoutMs)
 {
     return Store::Instance().WaitForDelivery(std::chrono::milliseconds(timeoutMs));

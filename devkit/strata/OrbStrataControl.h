@@ -88,6 +88,8 @@ typedef bool(NL_SUITE_CALL* OrbStrataElevationHandler)(void* context, const wcha
     F(bool, OrbStrataControl_AddFault, (const SuiteFault* fault))                                                      \
     /* Takes back every fault, and begins to count calls. */                                                           \
     F(void, OrbStrataControl_ClearFaults, (void))                                                                      \
+    /* The faults that hold, in the order in which they were set. */                                                   \
+    F(void, OrbStrataControl_Faults, (SuiteFaultVisitor visitor, void* context))                                       \
     /* How often a function was called since then by others than the product; `failed` receives how often it was made  \
      * to fail. */                                                                                                     \
     F(uint32_t, OrbStrataControl_CallsOf, (const char* function, uint32_t* failed))                                    \

@@ -177,13 +177,23 @@ TEST(SurroundingsScenario, FaultsStrikeThePlugInsCallsOnlyAndAsOftenAsTold)
     host.Do("metrics.fault", {{"code", 9}});
     host.Do("flyer.fault", {{"function", "NlFlyer_ShowFlyer"}, {"code", 9}});
     host.Fails("flyer.fault", {{"function", "NlFlyer_Nothing"}, {"code", 9}});
+    const QVariantMap flyerFault{{"library", "flyer"}, {"function", "NlFlyer_ShowFlyer"}, {"code", 9}, {"count", 1}};
+    const QVariantMap faults = host.Do("faults").toMap();
+    EXPECT_EQ(faults.value("active").toList().size(), 3);
+    EXPECT_TRUE(faults.value("active").toList().contains(flyerFault));
+    const QVariantMap functions = faults.value("functions").toMap();
+    EXPECT_TRUE(functions.value("store").toList().contains("OrbStrata_Subscribe"));
+    EXPECT_FALSE(functions.value("store").toList().contains("OrbStrata_CloseHandle")); // has no answer
     host.Load();
     host.StoreSet("user", "common.time.enabled", "bool", false);
     host.Do("settle");
     host.Trigger(kSettingsUi);
     EXPECT_EQ(host.Do("metrics"), QVariantList());
+    host.Do("watch", {{"topic", "faults"}});
     host.Set(kTimeLimit, "MoveOn");
     EXPECT_EQ(host.StoreGet("user", "common.time.enabled").value("value"), false);
+    const QVariantMap event = host.AwaitEvent([](const QVariantMap& each) { return each["event"] == "faults"; });
+    EXPECT_EQ(event["active"], QVariantList{flyerFault}); // the others are used up
     host.Do("store.fault");
     host.Do("flyer.fault");
     host.Set(kTimeLimit, "MoveOn");

@@ -64,7 +64,7 @@ protected:
     void Fail(const char* function, const wchar_t* key, OrbStrataResult code, std::uint32_t count);
     void ClearFaults() { m_strata.OrbStrataControl_ClearFaults(); }
     void AnswerElevation(bool accept) { m_strata.OrbStrataControl_SetElevationAnswer(accept); }
-    void FailMetrics(std::int32_t code, std::uint32_t count) { m_metrics.OrbDpControl_SetFault(code, count); }
+    void FailMetrics(std::int32_t code, std::uint32_t count) { m_metrics.OrbDpControl_SetFault(nullptr, code, count); }
 
     /// Waits until the changes made so far have reached the plug-in, on this thread, too.
     void Settle();

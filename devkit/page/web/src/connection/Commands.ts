@@ -17,6 +17,8 @@ export interface Commands {
   "event.create": { name: string };
   /// whether a named event is signalled
   "event.state": { name: string };
+  /// what is made to fail, and the functions that can be
+  faults: Record<string, never>;
   /// makes the plug-in's next calls of a flyer function answer a code
   "flyer.fault": { function?: string; code?: number; count?: number };
   /// presses a button of a flyer, which are counted from 0
@@ -35,8 +37,8 @@ export interface Commands {
   log: { lines?: number; level?: number };
   /// the metric events that were recorded
   metrics: Record<string, never>;
-  /// makes the plug-in's next metric events answer a code
-  "metrics.fault": { code: number; count?: number };
+  /// makes the plug-in's next metric events, or those of one function, answer a code
+  "metrics.fault": { code: number; count?: number; function?: string };
   /// ends the host
   quit: Record<string, never>;
   /// removes a value of the registry
@@ -76,5 +78,5 @@ export interface Commands {
   /// every variable whose id begins so
   variables: { prefix?: string };
   /// events of a topic from now on, of variables and keys that begin so
-  watch: { topic?: "variables" | "store" | "flyers" | "metrics" | "urls" | "log" | "elevation" | "host"; prefix?: string; on?: boolean };
+  watch: { topic?: "variables" | "store" | "flyers" | "metrics" | "urls" | "log" | "elevation" | "host" | "faults"; prefix?: string; on?: boolean };
 }
