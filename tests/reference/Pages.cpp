@@ -3,7 +3,12 @@
 #include "settings/model/VdnSettings.h"
 #include "tests/settings/OtherValue.h"
 
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
+
+#include <gtest/gtest.h>
 
 using StrataSettings::Model;
 using StrataSettings::PropertyBase;
@@ -30,6 +35,7 @@ Every key of the settings tree, in the tree's order. The machine's scope and eac
 - *type*: of the value, as the log spells types. Durations count minutes (`ratio<60>`) or seconds, points in time ticks of 100 ns since 1970.
 - *stored as*: the store's type.
 - *shown*: the scopes in which it makes a difference to the user interface; *saved*: those in which the plug-in writes it. A key without either is the product's alone, or is looked at only when the user does something further.
+- *for*: what it is for, from `settings/model/purposes.json`; the development host's page shows it from here.
 )";
 
 QString Code(const QString& text)
@@ -115,20 +121,58 @@ QString Scopes(const std::set<Setting>& settings, const std::wstring& key)
     return scopes.join(QLatin1String(", "));
 }
 
+/// What each setting is for, by its key, in which "*" stands for one segment or the end of one.
+class Purposes
+{
+public:
+    Purposes()
+    {
+        QFile file(QStringLiteral(VERIDAN_SOURCE_FOLDER "/settings/model/purposes.json"));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        m_texts = QJsonDocument::fromJson(file.readAll()).object();
+        for (const QString& pattern : m_texts.keys())
+            m_unused.insert(pattern);
+    }
+    ~Purposes()
+    {
+        for (const QString& pattern : m_unused)
+            ADD_FAILURE() << "settings/model/purposes.json names no setting with " << pattern.toStdString();
+    }
+
+    QString Of(const QString& key)
+    {
+        for (const QString& pattern : m_texts.keys())
+        {
+            const QString expression = QRegularExpression::escape(pattern).replace("\\*", "[a-z_]+");
+            if (!QRegularExpression(QRegularExpression::anchoredPattern(expression)).match(key).hasMatch())
+                continue;
+            m_unused.erase(pattern);
+            return m_texts.value(pattern).toString();
+        }
+        ADD_FAILURE() << "settings/model/purposes.json does not say what " << key.toStdString() << " is for";
+        return {};
+    }
+
+private:
+    QJsonObject m_texts;
+    std::set<QString> m_unused;
+};
+
 /// The rows of a group and of the groups inside it.
-QByteArray GroupRows(const Model& group, const Findings& findings, const std::set<Setting>& shown)
+QByteArray GroupRows(const Model& group, const Findings& findings, const std::set<Setting>& shown, Purposes& purposes)
 {
     QByteArray rows;
     group.ForEachChild([&](auto& child) {
         if constexpr (std::is_same_v<decltype(child), Model&>)
-            rows += GroupRows(child, findings, shown);
+            rows += GroupRows(child, findings, shown, purposes);
         else
         {
             const std::wstring& key = child.GetKey().Text();
             const StoreTest::Stored& entry = findings.defaults.at(key);
-            rows += Row({Code(QString::fromStdWString(key)), Code(ClassName(group)),
-                         Code(QString::fromStdWString(TypeNameOf(child))), DefaultText(entry),
-                         StoreTypeName(entry.type), Scopes(shown, key), Scopes(findings.saved, key)});
+            rows +=
+                Row({Code(QString::fromStdWString(key)), Code(ClassName(group)),
+                     Code(QString::fromStdWString(TypeNameOf(child))), DefaultText(entry), StoreTypeName(entry.type),
+                     Scopes(shown, key), Scopes(findings.saved, key), purposes.Of(QString::fromStdWString(key))});
         }
     });
     return rows;
@@ -167,13 +211,14 @@ QByteArray Pages::SettingsTree(const Findings& findings)
 
     QByteArray page = kSettingsIntroduction;
     const VdnSettings tree;
+    Purposes purposes;
     tree.ForEachChild([&](auto& group) {
         if constexpr (std::is_same_v<decltype(group), Model&>)
             page += "\n## " + ClassName(group).toUtf8() + '\n' +
                     TableHead({QStringLiteral("key"), QStringLiteral("class"), QStringLiteral("type"),
                                QStringLiteral("default"), QStringLiteral("stored as"), QStringLiteral("shown"),
-                               QStringLiteral("saved")}) +
-                    GroupRows(group, findings, shown);
+                               QStringLiteral("saved"), QStringLiteral("for")}) +
+                    GroupRows(group, findings, shown, purposes);
     });
     return page;
 }
