@@ -8,7 +8,6 @@ namespace
 {
 
 constexpr int kHelloMs = 10'000;
-constexpr int kGoodbyeMs = 2'000;
 constexpr int kLongestHello = 1024;
 constexpr int kLongestMessage = 16 * 1024 * 1024;
 constexpr std::size_t kMostWaiting = 10'000;       // requests without an answer
@@ -25,23 +24,14 @@ const QString& Id()
 
 } // namespace
 
-PageClient::PageClient(Host& host, QWebSocket* socket, const QByteArray& token, bool mayQuit)
-    : m_host(host), m_socket(socket), m_token(token), m_mayQuit(mayQuit)
+PageClient::PageClient(Host& host, QTcpSocket* socket, const HttpRequest& handshake, const QByteArray& token,
+                       bool mayQuit)
+    : m_host(host), m_socket(socket, handshake, kLongestHello, [this](const QByteArray& text) { OnText(text); }),
+      m_token(token), m_mayQuit(mayQuit)
 {
-    m_socket->setParent(nullptr);
-    m_socket->setMaxAllowedIncomingMessageSize(kLongestHello);
-    m_socket->setMaxAllowedIncomingFrameSize(kLongestHello);
-    // Queued: a command may run the event loop, and with it end this client; the socket must not be at work then.
-    connect(m_socket.get(), &QWebSocket::textMessageReceived, this, &PageClient::OnText, Qt::QueuedConnection);
-    connect(m_socket.get(), &QWebSocket::binaryMessageReceived, this,
-            [this] { Drop(kPolicyViolation, QStringLiteral("Messages are text.")); });
     m_deadline.setSingleShot(true);
-    connect(&m_deadline, &QTimer::timeout, this, [this] {
-        if (m_dropped)
-            m_socket->abort();
-        else
-            Drop(kPolicyViolation, QStringLiteral("The first message did not come in time."));
-    });
+    connect(&m_deadline, &QTimer::timeout, this,
+            [this] { Drop(kPolicyViolation, "The first message did not come in time."); });
     m_deadline.start(kHelloMs);
 }
 
@@ -49,19 +39,16 @@ PageClient::~PageClient()
 {
     if (m_session)
         m_session->Close();
-    m_socket->disconnect();
 }
 
-void PageClient::OnText(const QString& text)
+void PageClient::OnText(const QByteArray& text)
 {
-    if (m_dropped)
-        return;
     if (!m_rate.Take() || (m_session && m_session->Waiting() > kMostWaiting))
-        Drop(kPolicyViolation, QStringLiteral("Too many requests."));
+        Drop(kPolicyViolation, "Too many requests.");
     else if (m_session)
         Submit(text);
     else
-        Admit(Json::Parse(text.toUtf8()).value.toMap());
+        Admit(Json::Parse(text).value.toMap());
 }
 
 void PageClient::Admit(const QVariantMap& request)
@@ -69,20 +56,19 @@ void PageClient::Admit(const QVariantMap& request)
     const QByteArray token = request.value(QStringLiteral("token")).toString().toUtf8();
     if (request.value(QStringLiteral("op")) != QLatin1String("hello") || !Admission::IsSameToken(token, m_token))
     {
-        Drop(kPolicyViolation, QStringLiteral("The token is not this start's."));
+        Drop(kPolicyViolation, "The token is not this start's.");
         return;
     }
     m_deadline.stop();
-    m_socket->setMaxAllowedIncomingMessageSize(kLongestMessage);
-    m_socket->setMaxAllowedIncomingFrameSize(kLongestMessage);
+    m_socket.SetLongestText(kLongestMessage);
     m_session = Session::Open(m_host, *this, m_mayQuit ? Session::Rights::All : Session::Rights::NoQuit);
     Receive(
         {{Id(), request.value(Id())}, {QStringLiteral("ok"), true}, {QStringLiteral("result"), Session::Greeting()}});
 }
 
-void PageClient::Submit(const QString& text)
+void PageClient::Submit(const QByteArray& text)
 {
-    const Json::Parsed parsed = Json::Parse(text.toUtf8());
+    const Json::Parsed parsed = Json::Parse(text);
     if (parsed.value.userType() == QMetaType::QVariantMap)
         m_session->Submit(parsed.value.toMap());
     else
@@ -92,11 +78,9 @@ void PageClient::Submit(const QString& text)
 
 void PageClient::Receive(const QVariantMap& message)
 {
-    if (m_dropped)
-        return;
-    if (m_socket->bytesToWrite() > kMostUnread)
+    if (m_socket.Unread() > kMostUnread)
     {
-        Drop(kTryAgainLater, QStringLiteral("The client does not read."));
+        Drop(kTryAgainLater, "The client does not read.");
         return;
     }
     QByteArray text = Json::Write(message);
@@ -105,14 +89,13 @@ void PageClient::Receive(const QVariantMap& message)
             QVariantMap{{Id(), message.value(Id())},
                         {QStringLiteral("ok"), false},
                         {QStringLiteral("error"), QStringLiteral("The answer is too long; ask for less.")}});
-    m_socket->sendTextMessage(QString::fromUtf8(text));
+    m_socket.Send(text);
 }
 
-void PageClient::Drop(int code, const QString& reason)
+void PageClient::Drop(int code, const char* reason)
 {
-    m_dropped = true;
+    m_deadline.stop();
     if (m_session)
         m_session->Close();
-    m_socket->close(static_cast<QWebSocketProtocol::CloseCode>(code), reason);
-    m_deadline.start(kGoodbyeMs);
+    m_socket.Close(code, reason);
 }

@@ -2,9 +2,9 @@
 
 #include "devkit/core/Client.h"
 #include "devkit/page/Admission.h"
+#include "devkit/page/WebSocket.h"
 
 #include <QTimer>
-#include <QWebSocket>
 
 #include <memory>
 
@@ -16,24 +16,22 @@ class Session;
 class PageClient final : public QObject, public Client
 {
 public:
-    PageClient(Host& host, QWebSocket* socket, const QByteArray& token, bool mayQuit);
+    PageClient(Host& host, QTcpSocket* socket, const HttpRequest& handshake, const QByteArray& token, bool mayQuit);
     ~PageClient() override;
 
     void Receive(const QVariantMap& message) override;
 
 private:
-    void OnText(const QString& text);
+    void OnText(const QByteArray& text);
     void Admit(const QVariantMap& request);
-    void Submit(const QString& text);
-    /// `code` is one of RFC 6455's; nothing that comes afterwards is looked at.
-    void Drop(int code, const QString& reason);
+    void Submit(const QByteArray& text);
+    void Drop(int code, const char* reason);
 
     Host& m_host;
-    const std::unique_ptr<QWebSocket> m_socket;
+    WebSocket m_socket;
     const QByteArray m_token;
     const bool m_mayQuit;
     Admission::Rate m_rate;
     QTimer m_deadline;
     std::shared_ptr<Session> m_session; // null until it is admitted
-    bool m_dropped = false;
 };

@@ -52,15 +52,11 @@ void Refuse(QTcpSocket* socket, const QByteArray& status)
 
 } // namespace
 
-PageServer::PageServer(Host& host, bool mayQuit)
-    : m_host(host), m_mayQuit(mayQuit), m_token(Admission::NewToken()),
-      m_webSockets(QStringLiteral("veridan-host"), QWebSocketServer::NonSecureMode)
+PageServer::PageServer(Host& host, bool mayQuit) : m_host(host), m_mayQuit(mayQuit), m_token(Admission::NewToken())
 {
     connect(
         &m_ipv4, &QTcpServer::newConnection, this, [this] { Accept(m_ipv4); });
-    connect(
-        &m_ipv6, &QTcpServer::newConnection, this, [this] { Accept(m_ipv6); });
-    connect(&m_webSockets, &QWebSocketServer::newConnection, this, [this] { Admit(); });
+    connect(&m_ipv6, &QTcpServer::newConnection, this, [this] { Accept(m_ipv6); });
 }
 
 PageServer::~PageServer() = default;
@@ -105,7 +101,7 @@ void PageServer::Accept(QTcpServer& server)
 
 void PageServer::OnReceived(QTcpSocket* socket)
 {
-    // Only looked at: a WebSocket's handshake reads the request for itself.
+    // Only looked at: what follows the head of a WebSocket's handshake is the WebSocket's.
     const QByteArray received = socket->peek(HttpRequest::kLongestHead);
     const int length = HttpRequest::LengthOfHead(received);
     if (length == 0 && received.size() < HttpRequest::kLongestHead)
@@ -123,7 +119,7 @@ void PageServer::OnReceived(QTcpSocket* socket)
 
 void PageServer::Answer(QTcpSocket* socket, const HttpRequest& request)
 {
-    const bool wantsSocket = request.path == "/socket" && request.IsWebSocket();
+    const bool wantsSocket = request.path == "/socket" && WebSocket::IsHandshake(request);
     if (!Admission::IsOwnHost(request, m_ipv4.serverPort()) || !Admission::IsOwnOrigin(request))
         Refuse(socket, "403 Forbidden");
     else if (request.method != "GET")
@@ -131,7 +127,7 @@ void PageServer::Answer(QTcpSocket* socket, const HttpRequest& request)
     else if (wantsSocket && m_clients.size() == kMostClients)
         Refuse(socket, "503 Service Unavailable");
     else if (wantsSocket)
-        m_webSockets.handleConnection(socket);
+        Admit(socket, request);
     else if (request.path == "/")
         Respond(socket, "200 OK",
                 "Content-Type: text/html; charset=utf-8\r\nContent-Security-Policy: " + Policy(request.Header("host")) +
@@ -141,20 +137,18 @@ void PageServer::Answer(QTcpSocket* socket, const HttpRequest& request)
         Refuse(socket, "404 Not Found");
 }
 
-void PageServer::Admit()
+void PageServer::Admit(QTcpSocket* socket, const HttpRequest& handshake)
 {
-    while (QWebSocket* socket = m_webSockets.nextPendingConnection())
-    {
-        auto client = std::make_unique<PageClient>(m_host, socket, m_token, m_mayQuit);
-        // Not within the call of the client that has ended.
-        connect(
-            socket, &QWebSocket::disconnected, this,
-            [this, ended = client.get()] {
-                m_clients.erase(std::remove_if(m_clients.begin(), m_clients.end(),
-                                               [ended](const auto& known) { return known.get() == ended; }),
-                                m_clients.end());
-            },
-            Qt::QueuedConnection);
-        m_clients.push_back(std::move(client));
-    }
+    socket->disconnect();
+    auto client = std::make_unique<PageClient>(m_host, socket, handshake, m_token, m_mayQuit);
+    // Not within the call of the client that has ended.
+    connect(
+        socket, &QTcpSocket::disconnected, this,
+        [this, ended = client.get()] {
+            m_clients.erase(std::remove_if(m_clients.begin(), m_clients.end(),
+                                           [ended](const auto& known) { return known.get() == ended; }),
+                            m_clients.end());
+        },
+        Qt::QueuedConnection);
+    m_clients.push_back(std::move(client));
 }

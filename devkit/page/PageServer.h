@@ -5,7 +5,6 @@
 
 #include <QObject>
 #include <QTcpServer>
-#include <QWebSocketServer>
 
 #include <memory>
 #include <vector>
@@ -31,14 +30,13 @@ private:
     void Accept(QTcpServer& server);
     void OnReceived(QTcpSocket* socket);
     void Answer(QTcpSocket* socket, const HttpRequest& request);
-    void Admit();
+    void Admit(QTcpSocket* socket, const HttpRequest& handshake);
 
     Host& m_host;
     const bool m_mayQuit;
     const QByteArray m_token;
     QTcpServer m_ipv4;
     QTcpServer m_ipv6;
-    QWebSocketServer m_webSockets;
     int m_arriving = 0; // connections whose request has not come yet
     std::vector<std::unique_ptr<PageClient>> m_clients;
 };

@@ -1,4 +1,5 @@
-// Bundles the tests or benchmarks of one folder and runs them with Node's own test runner: node run.mjs FOLDER TARGET
+// Bundles the tests or benchmarks of a folder, or one of its files, and runs them with Node's own test runner:
+// node run.mjs FOLDER TARGET [FILE] [options of the test runner]
 // What they drive is named by the environment: VERIDAN_HOST, VERIDAN_STRATA, VERIDAN_CHROMIUM.
 import { spawnSync } from "node:child_process";
 import { existsSync, readdirSync } from "node:fs";
@@ -10,14 +11,16 @@ const here = dirname(fileURLToPath(import.meta.url));
 const web = join(here, "../../../devkit/page/web");
 const modules = createRequire(join(web, "package.json"));
 const { build } = modules("esbuild");
-const [folder, target, ...options] = process.argv.slice(2);
+const [folder, target, ...rest] = process.argv.slice(2);
+const options = rest.filter((word) => word.startsWith("--"));
+const wanted = rest.filter((word) => !word.startsWith("--"));
 
 if (folder === "scenarios" && !existsSync(process.env.VERIDAN_CHROMIUM ?? "/usr/bin/chromium")) {
   console.log("There is no Chromium: the scenarios are skipped.");
   process.exit(77);
 }
 
-const names = readdirSync(join(here, folder)).filter((name) => /\.(test|bench)\.ts$/.test(name));
+const names = wanted.length > 0 ? wanted : readdirSync(join(here, folder)).filter((name) => /\.(test|bench)\.ts$/.test(name));
 await build({
   entryPoints: names.map((name) => join(here, folder, name)),
   outdir: target,

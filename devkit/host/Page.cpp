@@ -1,7 +1,7 @@
+#include "devkit/host/Page.h"
 #include "devkit/core/Host.h"
 #include "devkit/host/OpenFile.h"
 #include "devkit/host/Options.h"
-#include "devkit/host/Page.h"
 #include "devkit/page/PageServer.h"
 
 #include <QFile>
