@@ -10,6 +10,9 @@ enum class Actor
     PlugIn
 };
 
+/// As the commands call it.
+QString NameOf(Actor actor);
+
 /// One write or trigger, as the history keeps it.
 struct VariableChange
 {
@@ -24,7 +27,8 @@ struct VariableChange
     Kind kind;
     Actor by;
     QVariant value;
+    quint64 cause = 0; // the change that the plug-in was being told of; 0: none
 
-    /// {"seq", "name", "kind", "by", "value"}
+    /// {"seq", "name", "kind", "by", "value", "cause" where there is one}
     QVariantMap Describe() const;
 };

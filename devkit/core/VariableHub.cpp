@@ -43,6 +43,7 @@ QVariantMap VariableHub::View::Describe() const
             {QStringLiteral("type"), value.isValid() ? QVariant(QLatin1String(value.typeName())) : QVariant()},
             {QStringLiteral("registered"), registered},
             {QStringLiteral("kept"), kept},
+            {QStringLiteral("owner"), owner.isEmpty() ? QVariant() : QVariant(owner)},
             {QStringLiteral("subscribers"), subscribers},
             {QStringLiteral("writes"), writes},
             {QStringLiteral("triggers"), triggers}};
@@ -63,7 +64,6 @@ void VariableHub::Set(const QString& name, const QVariant& value, Actor by)
     variable.value = value;
     ++variable.writes;
     Record(name, VariableChange::Kind::Set, by, value);
-    Notify(name);
 }
 
 void VariableHub::Trigger(const QString& name, const QVariant& value, Actor by)
@@ -73,7 +73,6 @@ void VariableHub::Trigger(const QString& name, const QVariant& value, Actor by)
         variable.value = value;
     ++variable.triggers;
     Record(name, VariableChange::Kind::Trigger, by, value);
-    Notify(name);
 }
 
 void VariableHub::Register(const QString& name, Owner owner)
@@ -121,38 +120,46 @@ void VariableHub::Release(Owner owner)
 
 std::map<QString, VariableHub::View> VariableHub::Variables(const QString& prefix) const
 {
+    std::map<Owner, QString> owners;
+    for (const auto& [key, subscription] : m_subscriptions)
+        if (subscription.receiver)
+            owners.emplace(subscription.owner, QLatin1String(subscription.receiver->metaObject()->className()));
     std::map<QString, View> views;
     for (auto it = m_variables.lower_bound(prefix); it != m_variables.end() && it->first.startsWith(prefix); ++it)
     {
         const Variable& variable = it->second;
         const auto alive = std::count_if(variable.subscriptions.begin(), variable.subscriptions.end(),
                                          [this](quint64 key) { return m_subscriptions.at(key).receiver != nullptr; });
-        views.emplace(it->first, View{variable.value, !variable.providers.empty(), variable.kept,
-                                      static_cast<int>(alive), variable.writes, variable.triggers});
+        const bool registered = !variable.providers.empty();
+        const auto owner = registered ? owners.find(variable.providers.front()) : owners.end();
+        views.emplace(it->first,
+                      View{variable.value, registered, variable.kept, owner == owners.end() ? QString() : owner->second,
+                           static_cast<int>(alive), variable.writes, variable.triggers});
     }
     return views;
 }
 
 void VariableHub::Record(const QString& name, VariableChange::Kind kind, Actor by, const QVariant& value)
 {
-    const VariableChange change = m_history.Add({0, name, kind, by, value});
+    const VariableChange change = m_history.Add({0, name, kind, by, value, by == Actor::PlugIn ? m_told : 0});
     if (m_observer)
         m_observer(change);
+    Notify(change.sequence, name);
 }
 
-void VariableHub::Notify(const QString& name)
+void VariableHub::Notify(quint64 change, const QString& name)
 {
-    m_pending.push_back(name);
-    if (m_delivering)
+    m_pending.emplace_back(change, name);
+    if (m_told > 0)
         return;
-    m_delivering = true;
     while (!m_pending.empty())
     {
-        const QString next = m_pending.front();
+        const auto [next, nextName] = m_pending.front();
         m_pending.pop_front();
-        Deliver(next);
+        m_told = next;
+        Deliver(nextName);
     }
-    m_delivering = false;
+    m_told = 0;
 }
 
 void VariableHub::Deliver(const QString& name)

@@ -38,12 +38,13 @@ public:
         QVariant value;
         bool registered;
         bool kept;
+        QString owner; // the class of the plug-in that listens beside declaring it; empty: nobody declares it
         int subscribers;
         quint32 writes;
         quint32 triggers;
 
-        /// {"value", "type", "registered", "kept", "subscribers", "writes", "triggers"}; the type is Qt's name of it,
-        /// null where there is no value.
+        /// {"value", "type", "registered", "kept", "owner", "subscribers", "writes", "triggers"}; the type is Qt's name
+        /// of it, null where there is no value; the owner is null where nobody declares it.
         QVariantMap Describe() const;
     };
 
@@ -88,16 +89,17 @@ private:
         std::vector<quint64> subscriptions; // keys of m_subscriptions, ascending
     };
 
+    /// Keeps the change and tells of it.
     void Record(const QString& name, VariableChange::Kind kind, Actor by, const QVariant& value);
-    void Notify(const QString& name);
+    void Notify(quint64 change, const QString& name);
     void Deliver(const QString& name);
     void WarnOfMisuse(const QString& name, Variable& variable, const QVariant& value, Actor by);
 
     std::map<QString, Variable> m_variables;
     std::map<quint64, Subscription> m_subscriptions; // by order of subscription
     quint64 m_nextSubscription = 0;
-    std::deque<QString> m_pending;
-    bool m_delivering = false;
+    std::deque<std::pair<quint64, QString>> m_pending; // changes that the subscribers are not told of yet
+    quint64 m_told = 0;                                // the one that they are being told of; 0: none
     History m_history;
     Observer m_observer;
     Warn m_warn;

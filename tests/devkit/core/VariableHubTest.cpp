@@ -75,6 +75,7 @@ TEST_F(VariableHubTest, NotificationsCausedByANotificationFollowItAndNeverNest)
         {
             peer->SetValue("@P:b", 1, 0);
             EXPECT_EQ(peer->GetValue("@P:b"), 1);
+            hub.Set("@P:c", 1, Actor::Page); // of its own accord, while the plug-in happens to be told
         }
     };
     first.onNotify = [this](const QString& id) {
@@ -86,6 +87,11 @@ TEST_F(VariableHubTest, NotificationsCausedByANotificationFollowItAndNeverNest)
     peer->SetValue("@P:a", 1, 0);
     EXPECT_THAT(calls, ElementsAre("first begins @P:a", "first ends @P:a", "second begins @P:a", "second ends @P:a",
                                    "first begins @P:b", "first ends @P:b", "first begins @P:b", "first ends @P:b"));
+    hub.Set("@P:a", 2, Actor::Page);
+    std::vector<quint64> causes;
+    for (const VariableChange& change : hub.Changes())
+        causes.push_back(change.cause);
+    EXPECT_THAT(causes, ElementsAre(0, 1, 1, 0, 0, 5, 5, 0));
 }
 
 TEST_F(VariableHubTest, ReceiverThatDiesDuringANotificationIsNotCalled)
@@ -106,10 +112,12 @@ TEST_F(VariableHubTest, PeerHandedBackDuringANotificationEndsItsSubscriptionsAtO
     peer->Subscribe("@P:a", &first, kNotify);
     other->Subscribe("@P:a", &second, kNotify);
     other->Register("@P:b");
+    EXPECT_EQ(hub.Variables("@P:b").at("@P:b").owner, QLatin1String(Receiver::staticMetaObject.className()));
     first.onNotify = [this, other](const QString&) { manager.ReleaseDataPeer(other); };
     hub.Set("@P:a", 1, Actor::Page);
     EXPECT_THAT(calls, ElementsAre("first begins @P:a", "first ends @P:a"));
     EXPECT_FALSE(hub.Variables("@P:b").at("@P:b").registered);
+    EXPECT_EQ(hub.Variables("@P:b").at("@P:b").owner, QString());
     EXPECT_EQ(manager.ReclaimPeers(), 1U);
 }
 
