@@ -42,21 +42,56 @@ async function eventToScreen(host: Host, pages: readonly Page[], count: number):
   return shown.flatMap((times) => times.map((time, i) => time - told[i]!));
 }
 
-/// The lengths of the frames while a list is scrolled from its top to its end.
-function scrollFrames(page: Page): Promise<number[]> {
-  return page.evaluate(async () => {
-    const list = document.querySelector(".scroll")!;
-    const frame = () => new Promise<number>((resolve) => requestAnimationFrame(resolve));
-    const frames: number[] = [];
-    let before = await frame();
-    for (let i = 1; i <= 300; ++i) {
-      list.scrollTop = ((list.scrollHeight - list.clientHeight) * i) / 300;
-      const now = await frame();
-      frames.push(now - before);
-      before = now;
-    }
-    return frames;
-  });
+/// The lengths of so many frames, while a list is scrolled from its top to its end or left as it is.
+function framesOf(page: Page, count: number, scrolls: boolean): Promise<number[]> {
+  return page.evaluate(
+    async ([count, scrolls]) => {
+      const list = document.querySelector(".scroll")!;
+      const frame = () => new Promise<number>((resolve) => requestAnimationFrame(resolve));
+      const frames: number[] = [];
+      let before = await frame();
+      for (let i = 1; i <= count; ++i) {
+        if (scrolls) list.scrollTop = ((list.scrollHeight - list.clientHeight) * i) / count;
+        const now = await frame();
+        frames.push(now - before);
+        before = now;
+      }
+      return frames;
+    },
+    [count, scrolls] as const,
+  );
+}
+
+/// Changes variables 200 times a second until the function that it gives is called, which says how often it did.
+function changeVariables(host: Host, names: readonly string[]): () => number {
+  const start = performance.now();
+  let changes = 0;
+  const timer = setInterval(() => {
+    for (; changes < (performance.now() - start) / 5; ++changes)
+      void host.request("set", { name: names[(changes * 7) % names.length]!, value: `changed ${changes}` });
+  }, 5);
+  return () => {
+    clearInterval(timer);
+    return changes;
+  };
+}
+
+/// 2,500 variables in the tree and 10,000 rows of history, left as they are and scrolled, at 200 changes a second.
+async function showPanels(host: Host, page: Page): Promise<void> {
+  const names = Array.from({ length: 2500 }, (_, i) => `@Bench\\Group${i % 25}:variable${i}`);
+  for (let i = 0; i < 4; ++i)
+    await host.request("strings", { language: "en", values: Object.fromEntries(names.map((name) => [name, `value ${i}`])) });
+  for (const [panel, filter, rows] of [["Variables", "bench", "2500 of"], ["History", "", "10,000 of"]] as const) {
+    await go(page, panel);
+    await page.getByRole("searchbox").fill(filter);
+    await page.getByText(rows).waitFor();
+    const stop = changeVariables(host, names);
+    const start = performance.now();
+    const [still, scrolled] = [await framesOf(page, 300, false), await framesOf(page, 300, true)];
+    const rate = Math.round((stop() * 1000) / (performance.now() - start));
+    show(`${panel.toLowerCase()} at ${rate} changes a second, frame`, still, 50);
+    show("scrolled meanwhile, frame", scrolled, 50);
+  }
 }
 
 /// Of one process, in milliseconds.
@@ -97,6 +132,7 @@ test("the page's figures", { timeout: 600_000 }, async () => {
   await go(page, "Websites");
   await page.getByText("20,000 websites").waitFor();
   show("20,000 websites shown", [performance.now() - start]);
-  show("20,000 websites scrolled, frame", await scrollFrames(page), 50);
+  show("20,000 websites scrolled, frame", await framesOf(page, 300, true), 50);
+  await showPanels(host, page);
   await host.end();
 });

@@ -15,11 +15,11 @@ export interface HelloResult {
 
 export interface VariableRow {
   value: Json;
-  type: string;
+  type: string | null;
   registered: boolean;
   kept: boolean;
-  /// Who declares it, or else wrote it first.
-  owner: "plugin" | "page";
+  /// The class of the plug-in that declares it.
+  owner: string | null;
   subscribers: number;
   writes: number;
   triggers: number;

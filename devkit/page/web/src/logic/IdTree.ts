@@ -68,9 +68,13 @@ export class IdTree<Leaf> {
     const parent = this.branchOf(path.slice(0, cut));
     const branch: Branch<Leaf> = { path, label: path.slice(cut), parent, children: [], leaves: 0, shown: 0 };
     this.branches.set(path, branch);
-    let at = parent.children.length;
-    while (at > 0 && parent.children[at - 1]!.label > branch.label) --at;
-    parent.children.splice(at, 0, branch);
+    let [from, to] = [0, parent.children.length];
+    while (from < to) {
+      const middle = (from + to) >> 1;
+      if (parent.children[middle]!.label < branch.label) from = middle + 1;
+      else to = middle;
+    }
+    parent.children.splice(from, 0, branch);
     return branch;
   }
 

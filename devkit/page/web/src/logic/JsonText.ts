@@ -1,9 +1,25 @@
 import type { Json } from "../connection/Commands";
 
-/// On one line, cut where it is longer than somebody reads there.
+/// On one line, cut where it is longer than somebody reads there; a large value costs no more than a small one.
 export function brief(value: Json | undefined, most = 200): string {
-  if (value === undefined) return "";
-  const text = JSON.stringify(value);
+  let text = "";
+  const write = (part: Json): void => {
+    if (typeof part === "string") text += JSON.stringify(part.length > most ? part.slice(0, most) : part);
+    else if (typeof part !== "object" || part === null) text += String(part);
+    else {
+      const isList = Array.isArray(part);
+      text += isList ? "[" : "{";
+      let separator = "";
+      for (const name in part) {
+        if (text.length > most) return;
+        text += isList ? separator : `${separator}${JSON.stringify(name)}:`;
+        write((part as { [name: string]: Json })[name]!);
+        separator = ",";
+      }
+      text += isList ? "]" : "}";
+    }
+  };
+  if (value !== undefined) write(value);
   return text.length > most ? `${text.slice(0, most)}…` : text;
 }
 

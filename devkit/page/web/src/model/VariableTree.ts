@@ -1,12 +1,13 @@
 import { computed, signal, type Signal } from "@preact/signals";
 import { connection } from "../connection/Connection";
 import type { HistoryRow, Json, VariableRow } from "../connection/Protocol";
+import { differences } from "../logic/Difference";
 import { IdTree, type Branch } from "../logic/IdTree";
 import { Feed } from "./Feed";
 
 export interface VariableState extends Omit<VariableRow, "value"> {
   readonly value: Json | undefined;
-  /// The value before, where it was seen.
+  /// The last other value, where one was seen.
   readonly before?: Json | undefined;
 }
 
@@ -33,8 +34,12 @@ export function togglePin(path: string): void {
 
 /// Not asked for yet.
 const unknown: VariableState = {
-  value: undefined, type: "", registered: false, kept: false, owner: "page", subscribers: 0, writes: 0, triggers: 0,
+  value: undefined, type: null, registered: false, kept: false, owner: null, subscribers: 0, writes: 0, triggers: 0,
 };
+
+function differs(before: Json | undefined, now: Json | undefined): boolean {
+  return differences(before, now, 1).length > 0;
+}
 
 /// The variables as a developer sees them, for as long as the panel is shown. A change touches the one row that shows
 /// it: its own, or the closed branch that it is in.
@@ -86,7 +91,7 @@ export class VariableTree {
 
   private passes({ id, state }: Variable): boolean {
     const { type, owner } = state.peek();
-    const text = `${id} ${type} ${owner}`.toLowerCase();
+    const text = `${id} ${type ?? ""} ${owner ?? ""}`.toLowerCase();
     return this.wanted.every((word) => text.includes(word));
   }
 
@@ -108,7 +113,7 @@ export class VariableTree {
     if (now === unknown || (carries && typeof value !== typeof now.value)) this.feed.loadSoon();
     const branch = this.put(row.name, {
       ...now,
-      ...(carries && { value, before: now.value }),
+      ...(carries && { value, before: differs(now.value, value) ? now.value : now.before }),
       writes: now.writes + (row.kind === "set" ? 1 : 0),
       triggers: now.triggers + (row.kind === "trigger" ? 1 : 0),
     });

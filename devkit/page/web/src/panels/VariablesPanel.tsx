@@ -1,13 +1,15 @@
 import { useState } from "preact/hooks";
-import { differences } from "../logic/Difference";
 import { brief } from "../logic/JsonText";
 import type { TreeRow } from "../logic/IdTree";
 import { useFeed } from "../model/Feed";
+import { historyFilter } from "../model/HistoryView";
 import { attempt } from "../model/Notices";
+import { addressOf } from "../model/Route";
 import { fire, setVariable } from "../model/Variables";
 import {
   pinnedBranches, toggleBranch, togglePin, variableFilter, VariableTree, type Variable,
 } from "../model/VariableTree";
+import { Differences } from "../parts/Differences";
 import { JsonEditor } from "../parts/JsonEditor";
 import { Card, Page } from "../parts/Page";
 import { Rows } from "../parts/Rows";
@@ -61,25 +63,17 @@ function Cells({ tree, row: { branch, depth, pinned } }: { tree: VariableTree; r
 
 function Selected({ variable: { id, state } }: { variable: Variable }) {
   const { value, before } = state.value;
-  const changes = before === undefined ? [] : differences(before, value);
   return (
     <Card title={id} class="selected">
-      <JsonEditor key={id} label="Value" value={value} action="Write" onChange={(next) => attempt(() => setVariable(id, next))} />
-      <div class="buttons">
+      <JsonEditor key={id} label="Value" value={value} action="Write" onChange={(next) => attempt(() => setVariable(id, next))}>
         <button type="button" class="button" onClick={() => attempt(() => fire(id))}>
           Fire
         </button>
-      </div>
-      <h3>Since the value before</h3>
-      {changes.length === 0 && <p class="faint">No other value was seen.</p>}
-      <ul class="differences code">
-        {changes.map(({ path, before: one, now }) => (
-          <li key={path}>
-            {path && <span>{path}: </span>}
-            <del>{brief(one) || "nothing"}</del> <ins>{brief(now) || "nothing"}</ins>
-          </li>
-        ))}
-      </ul>
+      </JsonEditor>
+      <Differences before={before} now={value} />
+      <a class="more" href={addressOf("history")} onClick={() => (historyFilter.value = { by: "all", name: id })}>
+        Its history
+      </a>
     </Card>
   );
 }
@@ -98,16 +92,16 @@ export function VariablesPanel() {
         <Hold feed={tree.feed} />
       </Tools>
       <Card class="variables">
-      <Rows
-        label="Variables"
-        heads={heads}
-        rows={tree.rows.value}
-        keyOf={(row) => row.key}
-        render={(row) => <Cells tree={tree} row={row} />}
-        none="No variable matches."
-        rowHeight={32}
-        most={18}
-      />
+        <Rows
+          label="Variables"
+          heads={heads}
+          rows={tree.rows.value}
+          keyOf={(row) => row.key}
+          render={(row) => <Cells tree={tree} row={row} />}
+          none="No variable matches."
+          rowHeight={32}
+          most={18}
+        />
       </Card>
       {selected && <Selected variable={selected} />}
     </Page>

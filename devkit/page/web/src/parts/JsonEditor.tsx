@@ -1,3 +1,4 @@
+import type { ComponentChildren } from "preact";
 import { useId, useState } from "preact/hooks";
 import type { Json } from "../connection/Commands";
 import { parseJson } from "../logic/JsonText";
@@ -8,10 +9,12 @@ interface Props {
   onChange(value: Json): void;
   /// Of the button that hands the value over.
   action: string;
+  /// More buttons.
+  children?: ComponentChildren;
 }
 
 /// A JSON value as text that can be changed; Ctrl+Enter hands it over as the button does.
-export function JsonEditor({ label, value, onChange, action }: Props) {
+export function JsonEditor({ label, value, onChange, action, children }: Props) {
   const id = useId();
   const [typed, setTyped] = useState(JSON.stringify(value ?? null, null, 2));
   const parsed = parseJson(typed);
@@ -43,6 +46,7 @@ export function JsonEditor({ label, value, onChange, action }: Props) {
         </p>
       )}
       <div class="buttons">
+        {children}
         <button class="button primary" disabled={problem !== undefined}>
           {action}
         </button>
