@@ -16,7 +16,7 @@ bool Load(bool& loaded, bool (*initialize)(int, DelayLoadError*))
     loaded = initialize(kReserved, &error);
     if (!loaded)
     {
-        constexpr FunctionLog log(L"ModuleHandler::LoadDll");
+        const FunctionLog log(L"ModuleHandler::LoadDll");
         LOG(log, 2, L"%s: Failed to load %hs. Error code: %d", error.fileName.c_str(), error.code);
         if (error.function)
             LOG(log, 3, L"%s: %hs has no function %hs", error.fileName.c_str(), error.function);

@@ -73,7 +73,7 @@ void ReadLine(const QByteArray& line)
     RequireStorable(parsed.value, text);
 }
 
-const Target g_target("json_lines", [](std::string_view input) {
+const Target kTarget("json_lines", [](std::string_view input) {
     const QByteArray bytes(input.data(), static_cast<int>(input.size()));
     const auto lines = Lines(bytes, std::max(bytes.size(), 1));
     RequireSameLines(lines, Lines(bytes, 1));

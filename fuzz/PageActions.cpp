@@ -126,7 +126,7 @@ private:
     TimeLimitHandler m_timeLimit{nullptr, m_mainGui};
 };
 
-const Target g_target("page_actions", [](std::string_view input) {
+const Target kTarget("page_actions", [](std::string_view input) {
     Pages pages;
     for (const QByteArray& line : QByteArray::fromRawData(input.data(), static_cast<int>(input.size())).split('\n'))
     {

@@ -28,7 +28,7 @@ void Read(Settings::TimeLimitTrackingData& mode, Numbers& numbers)
     mode.extension.Set(TimePoint(Ticks(numbers.Next())));
 }
 
-const Target g_target("remaining_time", [](std::string_view input) {
+const Target kTarget("remaining_time", [](std::string_view input) {
     Numbers numbers(input);
     VdnSettings tree;
     const TimePoint now = Now(numbers.Next());

@@ -41,7 +41,7 @@ void ImportScope(std::string_view text)
     }
 }
 
-const Target g_target("store_json", [](std::string_view input) {
+const Target kTarget("store_json", [](std::string_view input) {
     ReadObject(input);
     ImportScope(input);
 });

@@ -53,7 +53,7 @@ void Read(const std::string& text)
     RequireSaved(held);
 }
 
-const Target g_target("store_objects", [](std::string_view input) {
+const Target kTarget("store_objects", [](std::string_view input) {
     const std::string text(input);
     Read<Settings::Site>(text);
     Read<Settings::PrivacyProtectedSite>(text);

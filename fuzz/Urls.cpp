@@ -66,7 +66,7 @@ void RequireOnlyTheHostChanged(const std::string& url, const Difference& change)
     Require(isAscii && change.after.find_first_of("/\\?#@:") == std::string_view::npos, "a host becomes an ASCII host");
 }
 
-const Target g_target("urls", [](std::string_view input) {
+const Target kTarget("urls", [](std::string_view input) {
     const std::wstring url = Platform::FromUtf8(input);
     const std::string before = Platform::ToUtf8(url);
     const std::string result = UrlUtil::GetPunycodeUrl(url);

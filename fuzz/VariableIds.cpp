@@ -39,7 +39,7 @@ void RequireOwnVariable(const QString& text)
     Require(hub.Variables(text).size() == 2, "a variable is listed under the beginning of its id");
 }
 
-const Target g_target("variable_ids", [](std::string_view input) {
+const Target kTarget("variable_ids", [](std::string_view input) {
     const QString text = QString::fromUtf8(input.data(), static_cast<int>(input.size()));
     const VariableIdentifier id(text);
     RequireParts(id, text);

@@ -55,7 +55,7 @@ void ReadRanges(Numbers numbers)
     RequireRuns(curfews);
 }
 
-const Target g_target("week_text", [](std::string_view input) {
+const Target kTarget("week_text", [](std::string_view input) {
     ReadText(std::string(input));
     ReadRanges(Numbers(input));
 });

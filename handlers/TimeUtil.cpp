@@ -26,7 +26,7 @@ std::uint32_t ToLocal(Point time, Platform::CalendarTime& local)
 
 int MinutesUntilMidnight(std::chrono::system_clock::time_point time)
 {
-    constexpr FunctionLog log(L"TimeUtil::MinutesUntilMidnight");
+    const FunctionLog log(L"TimeUtil::MinutesUntilMidnight");
     Platform::CalendarTime local{};
     if (const std::uint32_t error = ToLocal(time, local); error != 0)
     {
@@ -38,7 +38,7 @@ int MinutesUntilMidnight(std::chrono::system_clock::time_point time)
 
 Seconds DayOfWeek(const Settings::Time& settings, TimePoint time)
 {
-    constexpr FunctionLog log(L"TimeUtil::DayOfWeek");
+    const FunctionLog log(L"TimeUtil::DayOfWeek");
     if (time == TimePoint() || !settings.quotas.enabled.Get())
         return std::chrono::hours(24);
     Platform::CalendarTime local{};

@@ -47,9 +47,9 @@ QVariant GroupEntry(const Settings::Category& category, const QVariantMap& entri
 {
     switch (category.name.group)
     {
-    case Settings::kDisturbing:
+    case Settings::Disturbing:
         return entries.value(UiText("disturbing"));
-    case Settings::kShopping:
+    case Settings::Shopping:
         return entries.value(UiText("shopping"));
     default:
         return {};

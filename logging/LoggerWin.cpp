@@ -212,9 +212,9 @@ void LoggerWin::FormatLine(int level, const wchar_t* message, std::size_t length
 {
     auto& clock = Platform::Get<Platform::Clock>();
     const Platform::CalendarTime time = (m_flags & UtcTimestamps) != 0 ? clock.UtcTime() : clock.LocalTime();
-    constexpr std::size_t kRoom = kLongestPrefix + 2; // beside the message
-    TextBuffer<char16_t, kRoom + 2 * kFirstBuffer> line;
-    if (!line.Reserve(kRoom + 2 * length))
+    constexpr std::size_t kBesideMessage = kLongestPrefix + 2; // beside the message
+    TextBuffer<char16_t, kBesideMessage + 2 * kFirstBuffer> line;
+    if (!line.Reserve(kBesideMessage + 2 * length))
         return;
     const std::size_t prefix = PrintPrefix(line.Data(), time, LevelTag(level));
     if (prefix == 0)

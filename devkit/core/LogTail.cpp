@@ -11,16 +11,16 @@ namespace
 
 constexpr int kNoLevel = 0;
 
-/// The level of a line that begins a message; NoLevel for one that goes on with it.
+/// The level of a line that begins a message; kNoLevel for one that goes on with it.
 int LevelOf(const QString& line, bool& begins)
 {
-    static const QRegularExpression Prefix(
+    static const QRegularExpression s_prefix(
         QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} \\[[0-9a-f]+\\.[0-9a-f]+\\] (..): "));
-    static const QStringList Tags{QStringLiteral("*F"), QStringLiteral("*E"), QStringLiteral(".W"),
+    static const QStringList s_tags{QStringLiteral("*F"), QStringLiteral("*E"), QStringLiteral(".W"),
                                   QStringLiteral(" I"), QStringLiteral(" D"), QStringLiteral(" V")};
-    const QRegularExpressionMatch match = Prefix.match(line);
+    const QRegularExpressionMatch match = s_prefix.match(line);
     begins = match.hasMatch();
-    return begins ? Tags.indexOf(match.captured(1)) + 1 : kNoLevel;
+    return begins ? s_tags.indexOf(match.captured(1)) + 1 : kNoLevel;
 }
 
 constexpr const char* kLineEnd = "\r\n";

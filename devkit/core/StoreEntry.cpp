@@ -138,13 +138,13 @@ Result<StoreEntry> StoreEntry::FromWord(const QString& type, const QString& word
 
 Result<StoreEntry> StoreEntry::FromJson(const QVariant& json)
 {
-    static const QStringList Members{QStringLiteral("constraints"), QStringLiteral("found"), QStringLiteral("type"),
+    static const QStringList s_members{QStringLiteral("constraints"), QStringLiteral("found"), QStringLiteral("type"),
                                      QStringLiteral("value")};
     const QVariantMap members = json.toMap();
     const auto unknown = std::find_if(members.keyBegin(), members.keyEnd(),
-                                      [](const QString& member) { return !Members.contains(member); });
-    const QVariant constraints = members.value(Members[0], 0);
-    const QVariant type = members.value(Members[2]);
+                                      [](const QString& member) { return !s_members.contains(member); });
+    const QVariant constraints = members.value(s_members[0], 0);
+    const QVariant type = members.value(s_members[2]);
     const auto refuse = [](const QString& why) { return Made::Failure(why, FailureKind::Refused); };
     if (json.userType() != QMetaType::QVariantMap || type.userType() != QMetaType::QString)
         return refuse(QStringLiteral("An entry is an object with \"type\", \"value\" and \"constraints\"."));
@@ -153,9 +153,9 @@ Result<StoreEntry> StoreEntry::FromJson(const QVariant& json)
     if (!IsInteger(constraints) || constraints.toLongLong() < 0 ||
         constraints.toLongLong() > std::numeric_limits<quint32>::max())
         return refuse(QStringLiteral("The constraints must be a whole number of 32 bits."));
-    if (type != QLatin1String("none") && !members.contains(Members[3]))
+    if (type != QLatin1String("none") && !members.contains(s_members[3]))
         return refuse(QStringLiteral("The entry has no \"value\"."));
-    Made made = Make(type.toString(), members.value(Members[3]));
+    Made made = Make(type.toString(), members.value(s_members[3]));
     made.value.constraints = constraints.toUInt();
     made.kind = FailureKind::Refused;
     return made;

@@ -189,15 +189,15 @@ bool Database::IsReadOnly() const
 bool Database::BeginsAsDatabase()
 {
     // Read with SQLite's own descriptor: closing another one would give up the process's locks on the file.
-    static constexpr std::string_view Start("SQLite format 3\0", 16);
-    std::array<char, Start.size()> start{};
+    static constexpr std::string_view kStart("SQLite format 3\0", 16);
+    std::array<char, kStart.size()> start{};
     sqlite3_int64 size = 0;
     sqlite3_file* file = nullptr;
     sqlite3_file_control(m_connection.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
     if (!file || !file->pMethods || file->pMethods->xFileSize(file, &size) != SQLITE_OK)
         return false;
     return size == 0 || (file->pMethods->xRead(file, start.data(), static_cast<int>(start.size()), 0) == SQLITE_OK &&
-                         std::string_view(start.data(), start.size()) == Start);
+                         std::string_view(start.data(), start.size()) == kStart);
 }
 
 bool Database::Execute(Sql sql)

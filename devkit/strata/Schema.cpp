@@ -13,7 +13,7 @@ namespace
 {
 
 // To make a store takes longer than to write to it, and several processes may want to at once.
-constexpr std::chrono::milliseconds MakingPatience(5000);
+constexpr std::chrono::milliseconds kMakingPatience(5000);
 // The thread of a user interface writes, too.
 constexpr std::chrono::milliseconds kPatience(250);
 
@@ -89,7 +89,7 @@ State Inspect(Database& database)
 /// Several processes may find the file empty at once: switching to the write-ahead log answers "busy" without waiting.
 bool UseLog(Database& database)
 {
-    const auto deadline = std::chrono::steady_clock::now() + MakingPatience;
+    const auto deadline = std::chrono::steady_clock::now() + kMakingPatience;
     while (!database.Execute("PRAGMA journal_mode = WAL"))
     {
         if (!database.LastErrorWasBusy() || std::chrono::steady_clock::now() > deadline)
@@ -155,7 +155,7 @@ std::unique_ptr<Database> Open(const std::string& path, std::string& error)
     auto database = Database::Open(path, error);
     if (!database)
         return nullptr;
-    database->SetPatience(MakingPatience);
+    database->SetPatience(kMakingPatience);
     if (!database->BeginsAsDatabase())
     {
         error = Describe(path, "is damaged or not a store (it does not begin as one)");

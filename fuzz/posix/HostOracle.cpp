@@ -51,11 +51,11 @@ std::optional<std::string> BrowserHost(const icu::UnicodeString& host)
                                       UIDNA_ERROR_DOMAIN_NAME_TOO_LONG | UIDNA_ERROR_LEADING_HYPHEN |
                                       UIDNA_ERROR_TRAILING_HYPHEN | UIDNA_ERROR_HYPHEN_3_4;
     UErrorCode error = U_ZERO_ERROR;
-    static const std::unique_ptr<icu::IDNA> idna(icu::IDNA::createUTS46Instance(kOptions, error));
+    static const std::unique_ptr<icu::IDNA> s_idna(icu::IDNA::createUTS46Instance(kOptions, error));
     RequireSuccess(error);
     icu::IDNAInfo info;
     icu::UnicodeString ascii;
-    idna->nameToASCII(host, ascii, info, error);
+    s_idna->nameToASCII(host, ascii, info, error);
     RequireSuccess(error);
     std::string result = ToUtf8(ascii);
     const bool isForbidden = std::any_of(result.begin(), result.end(), [](char character) {

@@ -69,14 +69,14 @@ CalendarTime Calendar(std::int64_t seconds, int millisecond)
 /// The calendar of now. Lines of the log come in bursts: a thread keeps what it has worked out for a second.
 CalendarTime CalendarOfNow(std::int64_t seconds, long nanoseconds)
 {
-    thread_local std::int64_t t_seconds = std::numeric_limits<std::int64_t>::min();
-    thread_local CalendarTime t_time{};
-    if (t_seconds != seconds)
+    thread_local std::int64_t s_seconds = std::numeric_limits<std::int64_t>::min();
+    thread_local CalendarTime s_time{};
+    if (s_seconds != seconds)
     {
-        t_time = Calendar(seconds, 0);
-        t_seconds = seconds;
+        s_time = Calendar(seconds, 0);
+        s_seconds = seconds;
     }
-    CalendarTime time = t_time;
+    CalendarTime time = s_time;
     time.millisecond = static_cast<int>(nanoseconds / 1000000);
     return time;
 }

@@ -17,15 +17,15 @@ struct Ids
     std::uint32_t thread;
 };
 
-thread_local Ids t_ids{0, 0};
+thread_local Ids g_ids{0, 0};
 
 const Ids& CachedIds()
 {
-    static const int s_watched = ::pthread_atfork(nullptr, nullptr, [] { t_ids = {0, 0}; });
+    static const int s_watched = ::pthread_atfork(nullptr, nullptr, [] { g_ids = {0, 0}; });
     static_cast<void>(s_watched);
-    if (t_ids.process == 0)
-        t_ids = {static_cast<std::uint32_t>(::getpid()), static_cast<std::uint32_t>(::syscall(SYS_gettid))};
-    return t_ids;
+    if (g_ids.process == 0)
+        g_ids = {static_cast<std::uint32_t>(::getpid()), static_cast<std::uint32_t>(::syscall(SYS_gettid))};
+    return g_ids;
 }
 
 } // namespace

@@ -36,7 +36,7 @@ bool Categories::IsAllowed(const std::string& name) const
         return categories[index].allowed.Get();
 
     LOG(kIsAllowedLog, 2, L"%s: An unknown category '%hs' requested", name.c_str());
-    return categories[FindInTable([](const CategoryName& category) { return category.group == kFallback; })]
+    return categories[FindInTable([](const CategoryName& category) { return category.group == Fallback; })]
         .allowed.Get();
 }
 

@@ -20,7 +20,7 @@ std::vector<Category*> MembersOf(CategoryGroupNumber group, CategoryArray& categ
 } // namespace
 
 CategoryGroups::CategoryGroups(CategoryArray& categories)
-    : m_groups{{{"disturbing", MembersOf(kDisturbing, categories)}, {"shopping", MembersOf(kShopping, categories)}}}
+    : m_groups{{{"disturbing", MembersOf(Disturbing, categories)}, {"shopping", MembersOf(Shopping, categories)}}}
 {}
 
 bool CategoryGroups::IsBlocked(const std::string& name) const

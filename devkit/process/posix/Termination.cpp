@@ -16,13 +16,13 @@ constexpr std::array<int, 3> kSignals{SIGINT, SIGTERM, SIGHUP};
 constexpr char kRequest = 'r';
 constexpr char kStop = 's';
 
-int s_wake = -1; // where the handler writes
+int g_wake = -1; // where the handler writes
 
 void Send(char what)
 {
     const int error = errno;
     // A full pipe already holds a request.
-    [[maybe_unused]] const ssize_t written = write(s_wake, &what, 1);
+    [[maybe_unused]] const ssize_t written = write(g_wake, &what, 1);
     errno = error;
 }
 
@@ -59,7 +59,7 @@ Termination::Termination(std::function<void()> onRequest) : m_implementation(std
     for (const int end : self.pipe)
         fcntl(end, F_SETFD, FD_CLOEXEC);
     fcntl(self.pipe[1], F_SETFL, O_NONBLOCK);
-    s_wake = self.pipe[1];
+    g_wake = self.pipe[1];
     struct sigaction ignore
     {};
     ignore.sa_handler = SIG_IGN;

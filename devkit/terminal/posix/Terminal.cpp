@@ -40,16 +40,16 @@ namespace
 {
 
 // What the signal handlers use; one KeyMode lives at a time.
-termios s_before{};
-termios s_keys{};
-int s_resumed = -1; // a pipe's end
+termios g_before{};
+termios g_keys{};
+int g_resumed = -1; // a pipe's end
 
 void CatchStop();
 
 extern "C" void OnStop(int)
 {
     const int error = errno;
-    tcsetattr(STDIN_FILENO, TCSANOW, &s_before);
+    tcsetattr(STDIN_FILENO, TCSANOW, &g_before);
     struct sigaction stop
     {};
     stop.sa_handler = SIG_DFL;
@@ -60,9 +60,9 @@ extern "C" void OnStop(int)
     raise(SIGTSTP);
     pthread_sigmask(SIG_UNBLOCK, &signals, nullptr); // stops here, and goes on here
     CatchStop();
-    tcsetattr(STDIN_FILENO, TCSANOW, &s_keys);
+    tcsetattr(STDIN_FILENO, TCSANOW, &g_keys);
     const char byte = 0;
-    [[maybe_unused]] const ssize_t written = write(s_resumed, &byte, 1);
+    [[maybe_unused]] const ssize_t written = write(g_resumed, &byte, 1);
     errno = error;
 }
 
@@ -86,7 +86,7 @@ struct Terminal::KeyMode::Saved
 
 Terminal::KeyMode::KeyMode(std::function<void()> onResume) : m_saved(std::make_unique<Saved>())
 {
-    m_saved->valid = tcgetattr(STDIN_FILENO, &s_before) == 0 && pipe(m_saved->pipe.data()) == 0;
+    m_saved->valid = tcgetattr(STDIN_FILENO, &g_before) == 0 && pipe(m_saved->pipe.data()) == 0;
     if (!m_saved->valid)
         return;
     for (const int end : m_saved->pipe)
@@ -94,7 +94,7 @@ Terminal::KeyMode::KeyMode(std::function<void()> onResume) : m_saved(std::make_u
         fcntl(end, F_SETFD, FD_CLOEXEC);
         fcntl(end, F_SETFL, O_NONBLOCK);
     }
-    s_resumed = m_saved->pipe[1];
+    g_resumed = m_saved->pipe[1];
     m_saved->resumed = std::make_unique<QSocketNotifier>(m_saved->pipe[0], QSocketNotifier::Read);
     QObject::connect(m_saved->resumed.get(), &QSocketNotifier::activated,
                      [end = m_saved->pipe[0], onResume = std::move(onResume)] {
@@ -102,11 +102,11 @@ Terminal::KeyMode::KeyMode(std::function<void()> onResume) : m_saved(std::make_u
                          [[maybe_unused]] const ssize_t count = read(end, bytes.data(), bytes.size());
                          onResume();
                      });
-    s_keys = s_before;
-    s_keys.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
-    s_keys.c_cc[VMIN] = 1;
-    s_keys.c_cc[VTIME] = 0;
-    tcsetattr(STDIN_FILENO, TCSADRAIN, &s_keys);
+    g_keys = g_before;
+    g_keys.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+    g_keys.c_cc[VMIN] = 1;
+    g_keys.c_cc[VTIME] = 0;
+    tcsetattr(STDIN_FILENO, TCSADRAIN, &g_keys);
     CatchStop();
 }
 
@@ -118,7 +118,7 @@ Terminal::KeyMode::~KeyMode()
     {};
     stop.sa_handler = SIG_DFL;
     sigaction(SIGTSTP, &stop, nullptr);
-    tcsetattr(STDIN_FILENO, TCSADRAIN, &s_before);
+    tcsetattr(STDIN_FILENO, TCSADRAIN, &g_before);
     for (const int end : m_saved->pipe)
         close(end);
 }
