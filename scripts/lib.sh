@@ -90,20 +90,3 @@ source_files()
 {
     find . \( -path ./build -o -name '.?*' \) -prune -o -type f \( -name '*.h' -o -name '*.cpp' \) -print0
 }
-
-# The C++ files that the debug build compiles, but for generated ones; relative to the root.
-compiled_files()
-{
-    local file
-    sed -n 's/^ *"file": "\(.*\)",\{0,1\}$/\1/p' build/debug/compile_commands.json | sort -u |
-        while IFS= read -r file; do
-            [[ $file == "$PWD"/build/* ]] || printf '%s\n' "${file#"$PWD"/}"
-        done
-}
-
-# The files that differ from the last commit, new ones among them.
-changed_files()
-{
-    git diff --name-only HEAD
-    git ls-files --others --exclude-standard
-}

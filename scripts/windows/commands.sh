@@ -3,17 +3,22 @@
 # shellcheck disable=SC2154,SC2164
 source scripts/windows/sdk.sh
 
-# One build folder; it starts afresh when the SDK is another.
-windows_build()
+# windows_preset <preset> [targets]: its build folder starts afresh when the SDK is another.
+windows_preset()
 {
-    local stamp=build/win32/.sdk
+    local stamp=build/$1/.sdk
     need_sdk
     if [[ -f $stamp && $(<"$stamp") != "$VERIDAN_WIN32_SDK" ]]; then
-        rm -rf build/win32
+        rm -rf "build/$1"
     fi
-    mkdir -p build/win32
+    mkdir -p "build/$1"
     printf '%s\n' "$VERIDAN_WIN32_SDK" >"$stamp"
-    build win32 "$@"
+    build "$@"
+}
+
+windows_build()
+{
+    windows_preset win32 "$@"
 }
 
 windows_test()
@@ -43,8 +48,8 @@ windows()
     run) windows_run "$@" ;;
     check)
         need_packages clang
-        windows_build
-        scripts/windows/check "$root/build/win32"
+        windows_preset win32-check autogen
+        scripts/windows/check "$root/build/win32-check"
         ;;
     package)
         need_packages zip unzip
