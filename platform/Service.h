@@ -17,7 +17,7 @@ template <class Object>
 Object& Undying()
 {
     alignas(Object) static unsigned char s_storage[sizeof(Object)];
-    static Object* const s_object = ::new (s_storage) Object;
+    static auto* const s_object = ::new (s_storage) Object;
     return *s_object;
 }
 

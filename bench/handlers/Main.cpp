@@ -4,7 +4,7 @@
 
 #include <QCoreApplication>
 
-#include <cstdio>
+#include <iostream>
 
 int main(int argc, char** argv)
 {
@@ -12,7 +12,7 @@ int main(int argc, char** argv)
     ModuleHandler modules;
     if (!modules.LoadDll())
     {
-        std::fputs("The suite's libraries are not beside the program.\n", stderr);
+        std::cerr << "The suite's libraries are not beside the program.\n";
         return 1;
     }
     benchmark::Initialize(&argc, argv);

@@ -57,7 +57,7 @@ void WriteLines(int count)
 /// As many lines of as many bytes as WriteLines() writes.
 void WriteFloorLines(Floor& floor, int count)
 {
-    static const std::string s_line(2 * 100, 'x');
+    static const std::string s_line(200, 'x');
     for (int number = 0; number < count; ++number)
         floor.Write(s_line);
 }
@@ -115,7 +115,7 @@ void LinesOfThreads(benchmark::State& state, std::uint32_t maximumKB)
     }
 }
 
-constexpr int kLinesOfProcess = 50'000;
+constexpr std::int64_t kLinesOfProcess = 50'000;
 constexpr int kProcesses = 4;
 
 /// This program again, as one of several processes: "--lines FOLDER MAXIMUM-KB" or "--floor FOLDER".

@@ -5,7 +5,7 @@ QString Command::Check(const QVariantMap& request) const
     const Arguments arguments(request);
     for (const Parameter& parameter : parameters)
     {
-        const QString error = arguments.Check(parameter);
+        QString error = arguments.Check(parameter);
         if (!error.isEmpty())
             return error;
     }

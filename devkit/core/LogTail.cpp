@@ -17,7 +17,7 @@ int LevelOf(const QString& line, bool& begins)
     static const QRegularExpression s_prefix(
         QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} \\[[0-9a-f]+\\.[0-9a-f]+\\] (..): "));
     static const QStringList s_tags{QStringLiteral("*F"), QStringLiteral("*E"), QStringLiteral(".W"),
-                                  QStringLiteral(" I"), QStringLiteral(" D"), QStringLiteral(" V")};
+                                    QStringLiteral(" I"), QStringLiteral(" D"), QStringLiteral(" V")};
     const QRegularExpressionMatch match = s_prefix.match(line);
     begins = match.hasMatch();
     return begins ? s_tags.indexOf(match.captured(1)) + 1 : kNoLevel;

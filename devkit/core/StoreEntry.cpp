@@ -139,7 +139,7 @@ Result<StoreEntry> StoreEntry::FromWord(const QString& type, const QString& word
 Result<StoreEntry> StoreEntry::FromJson(const QVariant& json)
 {
     static const QStringList s_members{QStringLiteral("constraints"), QStringLiteral("found"), QStringLiteral("type"),
-                                     QStringLiteral("value")};
+                                       QStringLiteral("value")};
     const QVariantMap members = json.toMap();
     const auto unknown = std::find_if(members.keyBegin(), members.keyEnd(),
                                       [](const QString& member) { return !s_members.contains(member); });

@@ -45,6 +45,8 @@ enum class SetResult
 class PropertyBase
 {
 public:
+    PropertyBase(const PropertyBase&) = delete;
+    PropertyBase& operator=(const PropertyBase&) = delete;
     virtual ~PropertyBase() = default;
 
     /// Takes value and constraints from the store. A value that the store lacks or that cannot be read stays as it is;
@@ -117,8 +119,6 @@ protected:
     };
 
     PropertyBase(Model* parent, Key key, const LogNames& logNames);
-    PropertyBase(const PropertyBase&) = delete;
-    PropertyBase& operator=(const PropertyBase&) = delete;
 
     OrbStrataHandle FindHandle() const noexcept;
 

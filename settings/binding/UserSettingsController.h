@@ -28,8 +28,8 @@ public:
     }
 
     /// `delayedSave` starts the save thread; without it RequestSave() saves at once.
-    UserSettingsController(const std::string& sid, const std::shared_ptr<SystemController>& system, bool delayedSave)
-        : ControllerBase<Tree>(nullptr), m_system(system), m_currentSid(sid)
+    UserSettingsController(std::string sid, std::shared_ptr<SystemController> system, bool delayedSave)
+        : ControllerBase<Tree>(nullptr), m_system(std::move(system)), m_currentSid(std::move(sid))
     {
         if (delayedSave)
             m_delayedSave.emplace(
