@@ -13,4 +13,8 @@ public:
 
     /// Takes an answer or an event, in their order, on the UI thread; also from inside Session::Submit().
     virtual void Receive(const QVariantMap& message) = 0;
+
+protected:
+    /// The message as it goes over a wire; in place of an answer that is too long, a refusal.
+    static QByteArray TextOf(const QVariantMap& message);
 };

@@ -4,7 +4,7 @@
 #include "tarn/IDataPeer.h"
 
 /// One plug-in party's access to the variables; its declarations and subscriptions end with it.
-class DataPeer final : public IDataPeer
+class DataPeer : public IDataPeer
 {
 public:
     explicit DataPeer(VariableHub& hub) : m_hub(hub) {}

@@ -4,7 +4,12 @@
 
 IDataPeer* PlugInManager::GetDataPeer()
 {
-    m_peers.push_back(std::make_unique<DataPeer>(m_hub));
+    return Give(std::make_unique<DataPeer>(m_hub));
+}
+
+IDataPeer* PlugInManager::Give(std::unique_ptr<DataPeer> peer)
+{
+    m_peers.push_back(std::move(peer));
     return m_peers.back().get();
 }
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 /// The host as the plug-in sees it.
-class PlugInManager final : public IPlugInManager
+class PlugInManager : public IPlugInManager
 {
 public:
     PlugInManager(VariableHub& hub, VariableHub::Warn warn) : m_hub(hub), m_warn(std::move(warn)) {}
@@ -19,6 +19,7 @@ public:
 
     /// Takes back the peers that the plug-in, gone by now, never returned. Their number.
     std::size_t ReclaimPeers();
+    std::size_t PeersOut() const { return m_peers.size(); }
 
     void Reserved3() override {}
     void Reserved4() override {}
@@ -27,6 +28,9 @@ public:
     void Reserved7() override {}
     void Reserved8() override {}
     void Reserved9() override {}
+
+protected:
+    IDataPeer* Give(std::unique_ptr<DataPeer> peer);
 
 private:
     VariableHub& m_hub;

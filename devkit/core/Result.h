@@ -25,6 +25,12 @@ struct Result
     {
         return {T{}, sentence, kind};
     }
+    /// What made another one fail.
+    template <class Other>
+    static Result Failure(const Result<Other>& other)
+    {
+        return {T{}, other.error, other.kind};
+    }
 };
 
 /// The answer to a command: a value for JSON, invalid where there is nothing to tell.

@@ -3,6 +3,7 @@
 #include "devkit/core/Client.h"
 #include "devkit/core/EventLoop.h"
 #include "devkit/core/Host.h"
+#include "devkit/core/Json.h"
 
 #include <QCoreApplication>
 
@@ -61,10 +62,19 @@ void Session::Submit(const QVariantMap& request)
     Continue();
 }
 
-void Session::Refuse(const QString& error)
+void Session::SubmitText(const QByteArray& text)
+{
+    const Json::Parsed parsed = Json::Parse(text);
+    if (parsed.value.userType() == QMetaType::QVariantMap)
+        Submit(parsed.value.toMap());
+    else
+        Refuse(parsed.error.isEmpty() ? QStringLiteral("it is not a JSON object") : parsed.error);
+}
+
+void Session::Refuse(const QString& why)
 {
     m_requests.push_back({{}, nullptr, {}});
-    Finish(m_requests.back(), Answer::Failure(error));
+    Finish(m_requests.back(), Answer::Failure(QStringLiteral("This is no request: %1.").arg(why)));
     Continue();
 }
 

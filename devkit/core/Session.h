@@ -42,8 +42,10 @@ public:
     static QVariantMap Greeting();
 
     void Submit(const QVariantMap& request);
+    /// A request as JSON text; what is none is refused in its turn.
+    void SubmitText(const QByteArray& text);
     /// Answers, in its turn, something that was meant as a request and is none.
-    void Refuse(const QString& error);
+    void Refuse(const QString& why);
     /// A command that only waits ends now, and a later one at once.
     void StopWaiting();
     /// The same, and no request follows: the host ends after the last answer.

@@ -60,7 +60,7 @@ Result<StoreEntry> StoreAccess::Get(const QString& scope, const QString& key)
 {
     const auto target = Locate(scope, key);
     if (!target.Ok())
-        return Result<StoreEntry>::Failure(target.error, target.kind);
+        return Result<StoreEntry>::Failure(target);
     Entries found;
     const OrbStrataResult result =
         OrbStrataControl_Find(target.value.handle, target.value.key.c_str(), &Collect, &found);
@@ -73,7 +73,7 @@ Result<StoreAccess::Entries> StoreAccess::List(const QString& scope, const QStri
 {
     const auto target = Locate(scope, prefix);
     if (!target.Ok())
-        return Result<Entries>::Failure(target.error, target.kind);
+        return Result<Entries>::Failure(target);
     Entries entries;
     const OrbStrataResult result =
         OrbStrataControl_List(target.value.handle, target.value.key.c_str(), &Collect, &entries);
@@ -82,51 +82,52 @@ Result<StoreAccess::Entries> StoreAccess::List(const QString& scope, const QStri
     return {entries, {}};
 }
 
-Answer StoreAccess::Set(const QString& scope, const QString& key, const StoreEntry& entry)
+template <class Call>
+Answer StoreAccess::Do(const QString& scope, const QString& key, Call&& call)
 {
     const auto target = Locate(scope, key);
-    if (!target.Ok())
-        return Answer::Failure(target.error, target.kind);
+    return target.Ok() ? Explain(call(target.value), key.isEmpty() ? scope : key) : Answer::Failure(target);
+}
+
+Answer StoreAccess::Set(const QString& scope, const QString& key, const StoreEntry& entry)
+{
     const EntriesForC written({{key, entry}});
-    return Explain(OrbStrataControl_WriteValue(target.value.handle, written.Data()), key);
+    return Do(scope, key,
+              [&](const Target& target) { return OrbStrataControl_WriteValue(target.handle, written.Data()); });
 }
 
 Answer StoreAccess::Write(const QString& scope, const Entries& entries)
 {
-    const auto target = Locate(scope, {});
-    if (!target.Ok())
-        return Answer::Failure(target.error, target.kind);
     const EntriesForC all(entries);
-    return Explain(OrbStrataControl_WriteAll(target.value.handle, all.Data(), all.Count()), scope);
+    return Do(scope, {},
+              [&](const Target& target) { return OrbStrataControl_WriteAll(target.handle, all.Data(), all.Count()); });
 }
 
 Answer StoreAccess::WriteIfAbsent(const QString& scope, const Entries& entries)
 {
-    const auto target = Locate(scope, {});
-    if (!target.Ok())
-        return Answer::Failure(target.error, target.kind);
     const EntriesForC all(entries);
     uint32_t written = 0;
-    Answer answer =
-        Explain(OrbStrataControl_WriteIfAbsent(target.value.handle, all.Data(), all.Count(), &written), scope);
-    answer.value = written;
+    Answer answer = Do(scope, {}, [&](const Target& target) {
+        return OrbStrataControl_WriteIfAbsent(target.handle, all.Data(), all.Count(), &written);
+    });
+    if (answer.Ok())
+        answer.value = written;
     return answer;
 }
 
 Answer StoreAccess::Remove(const QString& scope, const QString& key)
 {
-    const auto target = Locate(scope, key);
-    if (!target.Ok())
-        return Answer::Failure(target.error, target.kind);
-    return Explain(OrbStrataControl_Remove(target.value.handle, target.value.key.c_str()), key);
+    return Do(
+        scope, key, [](const Target& target) { return OrbStrataControl_Remove(target.handle, target.key.c_str()); });
 }
 
 Answer StoreAccess::Constrain(const QString& scope, const QString& key, quint32 constraints)
 {
-    const auto target = Locate(scope, key);
-    if (!target.Ok())
-        return Answer::Failure(target.error, target.kind);
-    return Explain(OrbStrata_SetConstraints(target.value.handle, target.value.key.c_str(), constraints), key);
+    return Do(
+        scope, key,
+        [constraints](const Target& target) {
+            return OrbStrata_SetConstraints(target.handle, target.key.c_str(), constraints);
+        });
 }
 
 StoreAccess::Watch::~Watch()
@@ -147,7 +148,7 @@ Result<std::shared_ptr<StoreAccess::Watch>> StoreAccess::WatchChanges(const QStr
     using Watching = Result<std::shared_ptr<Watch>>;
     const auto handle = Open(scope);
     if (!handle.Ok())
-        return Watching::Failure(handle.error, handle.kind);
+        return Watching::Failure(handle);
     const std::shared_ptr<Watch> watch(new Watch());
     watch->m_onChange = std::move(onChange);
     watch->m_handle = handle.value;
@@ -183,7 +184,7 @@ Result<OrbStrataHandle> StoreAccess::Open(const QString& scope) const
 {
     const Result<QString> sid = SidOf(scope);
     if (!sid.Ok())
-        return Result<OrbStrataHandle>::Failure(sid.error, sid.kind);
+        return Result<OrbStrataHandle>::Failure(sid);
     OrbStrataResult result = ORB_STRATA_SUCCESS;
     auto* const handle = OrbStrataControl_OpenProductHandle(sid.value.toStdWString().c_str(), &result);
     if (result != ORB_STRATA_SUCCESS)
@@ -200,7 +201,7 @@ Result<StoreAccess::Target> StoreAccess::Locate(const QString& scope, const QStr
     {
         const auto opened = Open(scope);
         if (!opened.Ok())
-            return Result<Target>::Failure(opened.error, opened.kind);
+            return Result<Target>::Failure(opened);
         known = m_handles.emplace(scope, opened.value).first;
     }
     return {{known->second, key.toStdWString()}, {}};

@@ -73,6 +73,9 @@ private:
 
     Result<OrbStrataHandle> Open(const QString& scope) const;
     Result<Target> Locate(const QString& scope, const QString& key);
+    /// Calls the store with the scope's handle and the key.
+    template <class Call>
+    Answer Do(const QString& scope, const QString& key, Call&& call);
 
     const QString m_userSid;
     std::map<QString, OrbStrataHandle> m_handles; // by SID

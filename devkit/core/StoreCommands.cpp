@@ -5,12 +5,6 @@
 namespace
 {
 
-template <class T>
-Answer Pass(const Result<T>& failed)
-{
-    return Answer::Failure(failed.error, failed.kind);
-}
-
 Result<StoreAccess::Entries> EntriesFrom(const QVariantMap& json)
 {
     using Read = Result<StoreAccess::Entries>;
@@ -44,7 +38,7 @@ std::vector<Command> StoreCommands(StoreAccess& store)
          {scope, key},
          [&store](const Arguments& arguments) {
              const Result<StoreEntry> entry = store.Get(arguments.String("scope"), arguments.String("key"));
-             return entry.Ok() ? Answer{entry.value.Describe(), {}} : Pass(entry);
+             return entry.Ok() ? Answer{entry.value.Describe(), {}} : Answer::Failure(entry);
          },
          Command::Turn::Any},
         {"store.set",
@@ -53,7 +47,7 @@ std::vector<Command> StoreCommands(StoreAccess& store)
          [&store](const Arguments& arguments) {
              const Result<StoreEntry> entry = StoreEntry::Make(arguments.String("type"), arguments.Value("value"));
              return entry.Ok() ? store.Set(arguments.String("scope"), arguments.String("key"), entry.value)
-                               : Pass(entry);
+                               : Answer::Failure(entry);
          }},
         {"store.remove",
          "removes a value and its constraint word",
@@ -74,7 +68,7 @@ std::vector<Command> StoreCommands(StoreAccess& store)
          [&store](const Arguments& arguments) {
              const auto entries = store.List(arguments.String("scope"), arguments.String("prefix"));
              if (!entries.Ok())
-                 return Pass(entries);
+                 return Answer::Failure(entries);
              QVariantMap list;
              for (const auto& [name, entry] : entries.value)
                  list.insert(name, entry.Describe());
@@ -87,7 +81,7 @@ std::vector<Command> StoreCommands(StoreAccess& store)
          [&store](const Arguments& arguments) {
              const auto entries = EntriesFrom(arguments.Value("entries").toMap());
              if (!entries.Ok())
-                 return Pass(entries);
+                 return Answer::Failure(entries);
              return arguments.Bool("absent") ? store.WriteIfAbsent(arguments.String("scope"), entries.value)
                                              : store.Write(arguments.String("scope"), entries.value);
          }},
@@ -103,7 +97,7 @@ Answer CompleteStoreSet(StoreAccess& store, QVariantMap& request, bool& isNew)
         const Result<StoreEntry> present = store.Get(request.value(QStringLiteral("scope")).toString(),
                                                      request.value(QStringLiteral("key")).toString());
         if (!present.Ok())
-            return Pass(present);
+            return Answer::Failure(present);
         isNew = !present.value.HasValue();
         if (!isNew)
             request.insert(typeName, present.value.TypeName());
@@ -111,7 +105,7 @@ Answer CompleteStoreSet(StoreAccess& store, QVariantMap& request, bool& isNew)
     const Result<StoreEntry> entry =
         StoreEntry::FromWord(request.value(typeName).toString(), request.value(valueName).toString());
     if (!entry.Ok())
-        return Pass(entry);
+        return Answer::Failure(entry);
     request.insert(typeName, entry.value.TypeName());
     request.insert(valueName, entry.value.value);
     return {};

@@ -1,7 +1,6 @@
 #include "devkit/jsonl/JsonLinesSession.h"
 
 #include "devkit/core/Host.h"
-#include "devkit/core/Json.h"
 #include "devkit/core/Session.h"
 #include "devkit/process/StandardStreams.h"
 
@@ -57,28 +56,15 @@ void JsonLinesSession::OnInput()
 
 void JsonLinesSession::Submit(const LineSplitter::Line& line)
 {
-    const Json::Parsed parsed = line.tooLong ? Json::Parsed() : Json::Parse(line.text);
-    const QString why = line.tooLong              ? QStringLiteral("it is longer than %1 bytes").arg(kLongestLine)
-                        : !parsed.error.isEmpty() ? parsed.error
-                        : parsed.value.userType() != QMetaType::QVariantMap ? QStringLiteral("it is not a JSON object")
-                                                                            : QString();
-    if (why.isEmpty())
-        m_session->Submit(parsed.value.toMap());
+    if (line.tooLong)
+        m_session->Refuse(QStringLiteral("it is longer than %1 bytes").arg(kLongestLine));
     else
-        m_session->Refuse(QStringLiteral("The line is not a request: %1.").arg(why));
+        m_session->SubmitText(line.text);
 }
 
 void JsonLinesSession::Receive(const QVariantMap& message)
 {
-    QByteArray text = Json::Write(message);
-    if (text.isEmpty())
-    {
-        const QVariantMap refusal{{QStringLiteral("id"), message.value(QStringLiteral("id"))},
-                                  {QStringLiteral("ok"), false},
-                                  {QStringLiteral("error"), QStringLiteral("The answer is too long; ask for less.")}};
-        text = Json::Write(refusal);
-    }
-    if (!m_output.Write(text + '\n') && !m_host.IsQuitting())
+    if (!m_output.Write(TextOf(message) + '\n') && !m_host.IsQuitting())
     {
         const QString error = m_output.Error();
         if (!error.isEmpty())

@@ -16,12 +16,6 @@ constexpr qint64 kMostUnread = 32LL * 1024 * 1024; // bytes of earlier messages
 constexpr int kPolicyViolation = 1008;
 constexpr int kTryAgainLater = 1013;
 
-const QString& Id()
-{
-    static const QString s_id = QStringLiteral("id");
-    return s_id;
-}
-
 } // namespace
 
 PageClient::PageClient(Host& host, QTcpSocket* socket, const HttpRequest& handshake, const QByteArray& token,
@@ -46,7 +40,7 @@ void PageClient::OnText(const QByteArray& text)
     if (!m_rate.Take() || (m_session && m_session->Waiting() > kMostWaiting))
         Drop(kPolicyViolation, "Too many requests.");
     else if (m_session)
-        Submit(text);
+        m_session->SubmitText(text);
     else
         Admit(Json::Parse(text).value.toMap());
 }
@@ -62,18 +56,8 @@ void PageClient::Admit(const QVariantMap& request)
     m_deadline.stop();
     m_socket.SetLongestText(kLongestMessage);
     m_session = Session::Open(m_host, *this, m_mayQuit ? Session::Rights::All : Session::Rights::NoQuit);
-    Receive(
-        {{Id(), request.value(Id())}, {QStringLiteral("ok"), true}, {QStringLiteral("result"), Session::Greeting()}});
-}
-
-void PageClient::Submit(const QByteArray& text)
-{
-    const Json::Parsed parsed = Json::Parse(text);
-    if (parsed.value.userType() == QMetaType::QVariantMap)
-        m_session->Submit(parsed.value.toMap());
-    else
-        m_session->Refuse(QStringLiteral("The message is not a request: %1.")
-                              .arg(parsed.error.isEmpty() ? QStringLiteral("it is not a JSON object") : parsed.error));
+    const QString id = QStringLiteral("id");
+    Receive({{id, request.value(id)}, {QStringLiteral("ok"), true}, {QStringLiteral("result"), Session::Greeting()}});
 }
 
 void PageClient::Receive(const QVariantMap& message)
@@ -83,13 +67,7 @@ void PageClient::Receive(const QVariantMap& message)
         Drop(kTryAgainLater, "The client does not read.");
         return;
     }
-    QByteArray text = Json::Write(message);
-    if (text.isEmpty())
-        text = Json::Write(
-            QVariantMap{{Id(), message.value(Id())},
-                        {QStringLiteral("ok"), false},
-                        {QStringLiteral("error"), QStringLiteral("The answer is too long; ask for less.")}});
-    m_socket.Send(text);
+    m_socket.Send(TextOf(message));
 }
 
 void PageClient::Drop(int code, const char* reason)

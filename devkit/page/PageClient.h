@@ -24,7 +24,6 @@ public:
 private:
     void OnText(const QByteArray& text);
     void Admit(const QVariantMap& request);
-    void Submit(const QByteArray& text);
     void Drop(int code, const char* reason);
 
     Host& m_host;

@@ -22,8 +22,8 @@ public:
     /// and from Cancel() on.
     QByteArray Read();
 
-    /// The whole input up to its end. False: it could not be read.
-    bool ReadAll(QByteArray& bytes);
+    /// The last Read() gave nothing because the input cannot be read.
+    bool HasFailed() const { return m_failed; }
 
     /// Makes a Read() that blocks, and every later one, return at once. Any thread.
     void Cancel();
@@ -31,6 +31,7 @@ public:
 private:
     struct Implementation;
     std::unique_ptr<Implementation> m_implementation;
+    bool m_failed = false;
 };
 
 /// The process's standard output, written by one thread and cancelled by others.

@@ -21,8 +21,12 @@ Result<QByteArray> ReadInput(const QString& path)
     using Read = Result<QByteArray>;
     QByteArray contents;
     if (path == QLatin1String("-"))
-        return StandardInput().ReadAll(contents) ? Read{contents, {}}
-                                                 : Read::Failure(QStringLiteral("Standard input cannot be read."));
+    {
+        StandardInput input;
+        for (QByteArray piece = input.Read(); !piece.isEmpty(); piece = input.Read())
+            contents += piece;
+        return input.HasFailed() ? Read::Failure(QStringLiteral("Standard input cannot be read.")) : Read{contents, {}};
+    }
     QFile file(path);
     if (QFileInfo(path).isDir())
         return Read::Failure(FileError(path, "read", QStringLiteral("it is a folder")));

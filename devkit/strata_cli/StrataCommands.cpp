@@ -17,19 +17,13 @@
 namespace
 {
 
-template <class T>
-Answer Pass(const Result<T>& failed)
-{
-    return Answer::Failure(failed.error, failed.kind);
-}
-
 /// Reads a file that Export has written.
 Result<QVariantMap> ReadEntries(const QString& file)
 {
     using Read = Result<QVariantMap>;
     const Result<QByteArray> contents = ReadInput(file);
     if (!contents.Ok())
-        return Read::Failure(contents.error, contents.kind);
+        return Read::Failure(contents);
     const Json::Parsed parsed = Json::Parse(contents.value);
     if (!parsed.error.isEmpty())
         return Read::Failure(QStringLiteral("%1, %2.").arg(file, parsed.error), FailureKind::Refused);
@@ -158,7 +152,7 @@ Answer StrataCommands::Get(const Arguments& arguments)
     const QString key = arguments.String("key");
     const Result<StoreEntry> entry = m_store.Get(arguments.String("scope"), key);
     if (!entry.Ok())
-        return Pass(entry);
+        return Answer::Failure(entry);
     if (!entry.value.HasValue())
         return Answer::Failure(QStringLiteral("There is no value under \"%1\".").arg(key), FailureKind::NotFound);
     return Print((m_json ? EntryText::AsJson(entry.value) : EntryText::Plain(entry.value)) + '\n');
@@ -171,7 +165,7 @@ Answer StrataCommands::Complete(QVariantMap& request) const
     {
         Result<QByteArray> input = ReadInput(QStringLiteral("-"));
         if (!input.Ok())
-            return Pass(input);
+            return Answer::Failure(input);
         for (const char end : {'\n', '\r'}) // the line's end belongs to the line and not to the value
             if (input.value.endsWith(end))
                 input.value.chop(1);
@@ -198,7 +192,7 @@ Answer StrataCommands::List(const Arguments& arguments)
 {
     const auto entries = m_store.List(arguments.String("scope"), arguments.String("prefix"));
     if (!entries.Ok())
-        return Pass(entries);
+        return Answer::Failure(entries);
     if (m_json)
         return Print(EntryText::Export(entries.value));
     QByteArray lines;
@@ -224,7 +218,7 @@ Answer StrataCommands::Watch(const Arguments& arguments)
     };
     const auto watch = m_store.WatchChanges(arguments.String("scope"), arguments.String("prefix"), tell);
     if (!watch.Ok())
-        return Pass(watch);
+        return Answer::Failure(watch);
     std::fputs("strata: watching; Ctrl-C ends it.\n", stderr);
     std::fflush(stderr); // some C libraries hold it back where it is not a terminal
     m_output.WaitForEnd();
@@ -236,7 +230,7 @@ Answer StrataCommands::Export(const Arguments& arguments)
 {
     const auto entries = m_store.List(arguments.String("scope"), {});
     if (!entries.Ok())
-        return Pass(entries);
+        return Answer::Failure(entries);
     return Print(EntryText::Export(entries.value), arguments.Value("file", QStringLiteral("-")).toString());
 }
 
@@ -255,7 +249,7 @@ Answer StrataCommands::Write(const QString& scope, const QVariantMap& entries, b
 Answer StrataCommands::Import(const Arguments& arguments)
 {
     const Result<QVariantMap> entries = ReadEntries(arguments.String("file"));
-    return entries.Ok() ? Write(arguments.String("scope"), entries.value, false) : Pass(entries);
+    return entries.Ok() ? Write(arguments.String("scope"), entries.value, false) : Answer::Failure(entries);
 }
 
 /// The defaults serve every scope alike; a file is for one.
@@ -265,7 +259,7 @@ Answer StrataCommands::Seed(const Arguments& arguments)
     const Result<QVariantMap> entries = ReadEntries(
         fromFile ? arguments.String("file") : QCoreApplication::applicationDirPath() + QLatin1String("/defaults.json"));
     if (!entries.Ok())
-        return Pass(entries);
+        return Answer::Failure(entries);
     QStringList scopes{arguments.Value("scope", QStringLiteral("user")).toString()};
     if (!fromFile && !arguments.Has("scope"))
         scopes.append(QStringLiteral("system"));

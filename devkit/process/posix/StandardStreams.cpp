@@ -63,7 +63,6 @@ void PrepareStandardStreams()
 struct StandardInput::Implementation
 {
     Wake wake;
-    bool failed = false;
 };
 
 StandardInput::StandardInput() : m_implementation(std::make_unique<Implementation>()) {}
@@ -80,16 +79,9 @@ QByteArray StandardInput::Read()
             return {};
         count = read(STDIN_FILENO, bytes.data(), static_cast<std::size_t>(bytes.size()));
     } while (count < 0 && (errno == EINTR || errno == EAGAIN));
-    m_implementation->failed = count < 0;
+    m_failed = count < 0;
     bytes.resize(static_cast<int>(std::max<ssize_t>(count, 0)));
     return bytes;
-}
-
-bool StandardInput::ReadAll(QByteArray& bytes)
-{
-    for (QByteArray piece = Read(); !piece.isEmpty(); piece = Read())
-        bytes += piece;
-    return !m_implementation->failed;
 }
 
 void StandardInput::Cancel()

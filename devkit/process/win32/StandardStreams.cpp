@@ -74,7 +74,6 @@ void PrepareStandardStreams()
 struct StandardInput::Implementation
 {
     Cancellable input{STD_INPUT_HANDLE};
-    bool failed = false;
 };
 
 StandardInput::StandardInput() : m_implementation(std::make_unique<Implementation>()) {}
@@ -88,16 +87,9 @@ QByteArray StandardInput::Read()
     const bool read = m_implementation->input.Do([&bytes, &count](HANDLE stream) {
         return ReadFile(stream, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
     });
-    m_implementation->failed = !read && !MeansEnd(GetLastError());
+    m_failed = !read && !MeansEnd(GetLastError());
     bytes.resize(read ? static_cast<int>(count) : 0);
     return bytes;
-}
-
-bool StandardInput::ReadAll(QByteArray& bytes)
-{
-    for (QByteArray piece = Read(); !piece.isEmpty(); piece = Read())
-        bytes += piece;
-    return !m_implementation->failed;
 }
 
 void StandardInput::Cancel()
