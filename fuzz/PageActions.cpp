@@ -86,11 +86,12 @@ public:
 private:
     VdnSettings& Settings() { return m_mainGui->AdminHandle()->WritableSettings(); }
 
+    /// The handler follows the list of denied addresses only for a user who may have one.
     void SendItem(const VariableIdentifier& id, const QVariant& item, void (WebsiteListHandler::*handle)())
     {
         m_host.Put(id, item);
         (m_websites.*handle)();
-        Require(m_host.GetValue(id).toMap().isEmpty(), "the same edit can be sent again");
+        Require(m_host.Value(id).toMap().isEmpty(), "the same edit can be sent again");
     }
 
     void SendCategories(const QVariant& map)
@@ -114,7 +115,7 @@ private:
     void RequireRow(const QVariantMap& row, bool asAdministrator)
     {
         const QString url = row.value(QStringLiteral("0")).toString();
-        const QString tooltip = url + QLatin1String(" (") + m_host.GetValue(kAdminEntry).toString() + QLatin1Char(')');
+        const QString tooltip = url + QLatin1String(" (") + m_host.Value(kAdminEntry).toString() + QLatin1Char(')');
         Require(row.value(QStringLiteral("tooltip")).toString() == (asAdministrator ? tooltip : QString()),
                 "a tooltip shows its texts as they are");
     }

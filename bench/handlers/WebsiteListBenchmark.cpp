@@ -53,6 +53,7 @@ public:
     {
         m_host.Put(kAllowedWebsites, {});
         m_host.Put(kDeniedWebsites, {});
+        m_host.ForgetHistory();
     }
 
 private:

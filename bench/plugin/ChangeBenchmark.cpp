@@ -61,7 +61,7 @@ class SwitchOnPage
 public:
     explicit SwitchOnPage(PageHost& host) : m_host(host)
     {
-        m_host.Observe([this](const VariableIdentifier& id, const QVariant& value) {
+        m_host.Observe([this](const QString& id, const QVariant& value) {
             if (id == m_switch && value == m_expected)
                 m_arrival = Now();
         });
@@ -84,7 +84,7 @@ public:
 
 private:
     PageHost& m_host;
-    const VariableIdentifier m_switch{"@TimeLimit\\Data:time_limit_state"};
+    const QString m_switch{"@TimeLimit\\Data:time_limit_state"};
     QVariant m_expected;
     std::int64_t m_arrival = 0;
     QTimer m_wakeUp; // so that waiting ends

@@ -19,7 +19,7 @@ void PublishAllPages(benchmark::State& state)
     LoadedPlugIn plugIn;
     std::vector<std::pair<VariableIdentifier, QVariant>> writes;
     plugIn.host.Observe(
-        [&writes](const VariableIdentifier& id, const QVariant& value) { writes.emplace_back(id, value); });
+        [&writes](const QString& id, const QVariant& value) { writes.emplace_back(VariableIdentifier(id), value); });
     plugIn.host.Fire(kLoadData);
     plugIn.host.Observe(nullptr);
 
@@ -31,7 +31,7 @@ void PublishAllPages(benchmark::State& state)
         turns.Both([&] { plugIn.host.Fire(kLoadData); },
                    [&] {
                        for (const auto& [id, value] : writes)
-                           other.SetValue(id, value, 0);
+                           other.Put(id, value);
                    });
     }
 }

@@ -1,103 +1,48 @@
 #pragma once
 
-#include "tarn/IDataPeer.h"
-#include "tarn/IPlugInManager.h"
+#include "devkit/core/PlugInManager.h"
 #include "tarn/VariableIdentifier.h"
 
-#include <QHash>
-#include <QMetaMethod>
-#include <QPointer>
+#include <QCoreApplication>
 
 #include <functional>
-#include <string>
-#include <vector>
 
-/// A host that keeps values and fires triggers, and does no more: what the plug-in does is measured, not what a host
-/// does with it. Notifies nobody of values.
-class PageHost final : public IPlugInManager, public IDataPeer
+/// What a page host is made on.
+class PageHub
+{
+protected:
+    VariableHub m_variables{[](const QString&) {}};
+};
+
+/// The development host's variables, and the page that uses them.
+class PageHost : private PageHub, public PlugInManager
 {
 public:
-    /// The page's part.
-    void Put(const VariableIdentifier& id, const QVariant& value) { m_values[id.ToString()] = value; }
-    void Fire(const char* trigger)
+    PageHost() : PlugInManager(m_variables, [](const QString&) {}) {}
+
+    void Put(const VariableIdentifier& id, const QVariant& value)
     {
-        const VariableIdentifier id(trigger);
-        const auto subscribers = m_subscribers.value(id.ToString());
-        for (const auto& [receiver, method] : subscribers)
-        {
-            method.invoke(receiver, Qt::DirectConnection,
-                          method.parameterCount() == 0 ? QGenericArgument() : Q_ARG(VariableIdentifier, id));
-        }
+        m_variables.Set(id.ToString(), value, Actor::Page);
     }
+    void Fire(const char* trigger) { m_variables.Trigger(QLatin1String(trigger), {}, Actor::Page); }
+    QVariant Value(const VariableIdentifier& id) const { return m_variables.Value(id.ToString()); }
 
     /// Runs what the plug-in asked to be run once the event loop is ready.
-    void EventLoopIsReady()
-    {
-        for (const auto& [receiver, method] : m_whenReady)
-            method.invoke(receiver, Qt::DirectConnection);
-        m_whenReady.clear();
-    }
+    static void EventLoopIsReady() { QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall); }
 
     /// From now on called with what the plug-in writes; null ends it.
-    void Observe(std::function<void(const VariableIdentifier&, const QVariant&)> onWrite)
+    void Observe(const std::function<void(const QString& id, const QVariant& value)>& onWrite)
     {
-        m_onWrite = std::move(onWrite);
+        m_variables.SetObserver([onWrite](const VariableChange& change) {
+            if (onWrite && change.by == Actor::PlugIn && change.kind == VariableChange::Kind::Set)
+                onWrite(change.name, change.value);
+        });
     }
 
-    IDataPeer* GetDataPeer() override { return this; }
-    void ReleaseDataPeer(IDataPeer*) override {}
-    void InvokeWhenEventLoopReady(void*, QObject* receiver, const char* slot) override
+    /// Forgets what the history keeps of values.
+    void ForgetHistory()
     {
-        m_whenReady.push_back({receiver, SlotOf(*receiver, slot)});
+        for (std::size_t i = 0; i < History::kMostChanges; ++i)
+            m_variables.Trigger(QStringLiteral("@Bench:forget"), {}, Actor::Page);
     }
-
-    QVariant GetValue(const VariableIdentifier& id) override { return m_values.value(id.ToString()); }
-    bool SetValue(const VariableIdentifier& id, const QVariant& value, int) override
-    {
-        Put(id, value);
-        if (m_onWrite)
-            m_onWrite(id, value);
-        return true;
-    }
-    bool Trigger(const VariableIdentifier&, int) override { return true; }
-    bool RegisterKept(const VariableIdentifier&) override { return true; }
-    bool Subscribe(const VariableIdentifier& id, QObject* receiver, const char* slot) override
-    {
-        m_subscribers[id.ToString()].push_back({receiver, SlotOf(*receiver, slot)});
-        return true;
-    }
-    bool Register(const VariableIdentifier&) override { return true; }
-
-private:
-    struct Subscriber
-    {
-        QPointer<QObject> receiver;
-        QMetaMethod method;
-    };
-
-    /// Qt writes a slot as "1" and its signature.
-    static QMetaMethod SlotOf(const QObject& receiver, const char* slot)
-    {
-        return receiver.metaObject()->method(receiver.metaObject()->indexOfMethod(slot + 1));
-    }
-
-    void Reserved1() override {}
-    void Reserved2() override {}
-    void Reserved3() override {}
-    void Reserved4() override {}
-    void Reserved5() override {}
-    void Reserved6() override {}
-    void Reserved7() override {}
-    void Reserved8() override {}
-    void Reserved9() override {}
-    void Reserved10() override {}
-    void Reserved12() override {}
-    void Reserved13() override {}
-    void Reserved14() override {}
-    void Reserved15() override {}
-
-    QHash<QString, QVariant> m_values;
-    QHash<QString, std::vector<Subscriber>> m_subscribers;
-    std::vector<Subscriber> m_whenReady;
-    std::function<void(const VariableIdentifier&, const QVariant&)> m_onWrite;
 };

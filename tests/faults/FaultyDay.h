@@ -35,5 +35,5 @@ protected:
     /// Lives another day, on which nothing fails and after which everything is as it should be.
     void LiveTheNextDay();
 
-    FaultyStore m_store; // counts from the plug-in's start
+    FaultyStore m_store{m_strata}; // counts from the plug-in's start
 };

@@ -1,10 +1,5 @@
 #include "tests/faults/FaultyStore.h"
 
-#include <gtest/gtest.h>
-
-#include <QCoreApplication>
-#include <QLibrary>
-
 #include <iterator>
 #include <type_traits>
 
@@ -31,13 +26,8 @@ constexpr FaultyStore::Trait kTraits[] = {NL_ORB_STRATA_FUNCTIONS(NL_FAULTY_TRAI
 
 } // namespace
 
-FaultyStore::FaultyStore()
+FaultyStore::FaultyStore(const StoreTest::StrataControl& control) : m_control(control)
 {
-    QLibrary library(QCoreApplication::applicationDirPath() + QStringLiteral("/nl_orb_strata_32"));
-#define NL_RESOLVE(result, name, parameters)                                                                           \
-    m_control.name = reinterpret_cast<decltype(m_control.name)>(library.resolve(#name));
-    NL_ORB_STRATA_CONTROL_FUNCTIONS(NL_RESOLVE)
-#undef NL_RESOLVE
     Work();
 }
 

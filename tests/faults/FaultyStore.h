@@ -1,7 +1,6 @@
 #pragma once
 
-#include "delay_load/OrbStrataApi.h"
-#include "devkit/strata/OrbStrataControl.h"
+#include "tests/support/StoreTest.h"
 
 #include <cstddef>
 
@@ -28,11 +27,11 @@ struct StoreFault
 };
 
 /// Lets calls of the store's functions fail as long as it lives, and counts them: those of the plug-in, not of handles
-/// with the product's rights. The store's library has to be loaded.
+/// with the product's rights.
 class FaultyStore
 {
 public:
-    FaultyStore();
+    explicit FaultyStore(const StoreTest::StrataControl& control);
     ~FaultyStore();
     FaultyStore(const FaultyStore&) = delete;
     FaultyStore& operator=(const FaultyStore&) = delete;
@@ -58,8 +57,5 @@ public:
     static std::size_t FunctionCount();
 
 private:
-    struct
-    {
-        NL_ORB_STRATA_CONTROL_FUNCTIONS(NL_SUITE_ENTRY)
-    } m_control;
+    const StoreTest::StrataControl& m_control;
 };

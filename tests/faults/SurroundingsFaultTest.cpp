@@ -1,6 +1,5 @@
 // Days on which metrics, flyers or the people at the elevation prompt refuse.
 
-#include "delay_load/NlFlyerApi.h"
 #include "tests/faults/FaultyDay.h"
 
 using testing::IsEmpty;
@@ -20,17 +19,6 @@ protected:
         End();
         LiveTheNextDay();
     }
-
-    SuiteTableGuard<NlFlyerTable> m_flyers{g_nlFlyer};
-};
-
-template <auto Entry>
-struct Failing;
-
-template <class... Arguments, int32_t (NL_SUITE_CALL* NlFlyerTable::*Entry)(Arguments...)>
-struct Failing<Entry>
-{
-    static int32_t NL_SUITE_CALL Call(Arguments...) { return 31; }
 };
 
 /// The number of the prompt that is declined, and whether all after it are, too.
@@ -48,15 +36,14 @@ TEST_F(SurroundingsFaultTest, MetricsThatFailChangeNothing)
 
 TEST_F(SurroundingsFaultTest, FlyersThatCannotBeMadeChangeNothing)
 {
-    m_flyers->NlFlyer_CreateFlyer = Failing<&NlFlyerTable::NlFlyer_CreateFlyer>::Call;
+    FailFlyers("NlFlyer_CreateFlyer", 31);
     LiveAsOnAGoodDay();
 }
 
 TEST_F(SurroundingsFaultTest, FlyersThatCannotBeUsedChangeNothing)
 {
-    m_flyers->NlFlyer_AddButton = Failing<&NlFlyerTable::NlFlyer_AddButton>::Call;
-    m_flyers->NlFlyer_ShowFlyer = Failing<&NlFlyerTable::NlFlyer_ShowFlyer>::Call;
-    m_flyers->NlFlyer_CloseFlyer = Failing<&NlFlyerTable::NlFlyer_CloseFlyer>::Call;
+    for (const char* const function : {"NlFlyer_AddButton", "NlFlyer_ShowFlyer", "NlFlyer_CloseFlyer"})
+        FailFlyers(function, 31);
     LiveAsOnAGoodDay();
 }
 

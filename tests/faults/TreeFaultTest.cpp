@@ -39,7 +39,7 @@ protected:
         m_store.Fail(function, {31, false, 1, calls == Calls::All ? 0 : 1});
     }
 
-    FaultyStore m_store;
+    FaultyStore m_store{m_strata};
 };
 
 std::string NameOfWrite(const testing::TestParamInfo<TreeFaultTest::ParamType>& info)

@@ -145,14 +145,14 @@ TEST_F(ContentControlTest, AHandlerWithoutADataPeerStopsTheStart)
     for (std::size_t given = 0; given < order.size(); ++given)
     {
         RecordingHost host;
-        host.LimitPeers(static_cast<int>(given));
+        host.LimitPeers(given);
         EXPECT_FALSE(Load()->Initialize(&host)) << order[given];
-        EXPECT_EQ(given, static_cast<std::size_t>(host.PeersOut()));
+        EXPECT_EQ(given, host.PeersOut());
         EXPECT_THAT(host.EventLoopSlots(), IsEmpty());
         host.PageFires("@Veridan\\Settings\\Triggers:load_data"); // those before it work on
         host.PageFires("@Veridan\\Settings\\Triggers:save");
         m_loader.unload();
-        EXPECT_EQ(0, host.PeersOut());
+        EXPECT_EQ(0u, host.PeersOut());
         EXPECT_THAT(Log(), Contains(order[given] + "Handler::Initialize: The host gives no data peer"));
     }
     EXPECT_THAT(Log(), Not(Contains("ContentControl::Initialize: GUI handlers initialized")));
@@ -202,7 +202,8 @@ TEST_F(ContentControlTest, AMissingLibraryStopsTheStartAndIsNamed)
         PointLibraryTo(name, m_log.filePath(QStringLiteral("missing")));
         EXPECT_FALSE(Load()->Initialize(&m_host)) << library;
         EXPECT_EQ(0u, OpenHandles());
-        EXPECT_EQ(0, m_host.PeersGiven());
+        EXPECT_THAT(m_host.TakeChanges(), IsEmpty());
+        EXPECT_EQ(0u, m_host.PeersOut());
         EXPECT_THAT(m_host.EventLoopSlots(), IsEmpty());
         EXPECT_THAT(Log(),
                     Contains("ModuleHandler::LoadDll: Failed to load " + name.toStdString() + ". Error code: 126"));
@@ -237,7 +238,7 @@ TEST_F(ContentControlTest, TwentyLivesLeaveNothingBehind)
         EXPECT_EQ(3u, OpenHandles());
         ASSERT_TRUE(m_loader.unload());
         EXPECT_EQ(0u, OpenHandles());
-        EXPECT_EQ(0, m_host.PeersOut());
+        EXPECT_EQ(0u, m_host.PeersOut());
     }
     EXPECT_EQ(threads, ThreadCount());
     EXPECT_FALSE(MemoryWasLost());

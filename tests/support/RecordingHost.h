@@ -1,14 +1,10 @@
 #pragma once
 
-#include "tarn/IDataPeer.h"
-#include "tarn/IPlugInManager.h"
+#include "devkit/core/PlugInManager.h"
 #include "tarn/VariableIdentifier.h"
 
-#include <QObject>
-#include <QPointer>
+#include <QMap>
 
-#include <deque>
-#include <functional>
 #include <limits>
 #include <map>
 #include <set>
@@ -16,19 +12,33 @@
 #include <utility>
 #include <vector>
 
-/// A host in the test's hands: keeps the values, records what a handler does in order, and plays the page.
-class RecordingHost : public IPlugInManager
+/// What a recording host is made on.
+class RecordedHub
+{
+protected:
+    RecordedHub();
+
+    VariableHub::Warn m_complain;
+    VariableHub m_variables;
+};
+
+/// The development host's variables in the test's hands: records what a handler does in order, and plays the page.
+class RecordingHost : private RecordedHub, public PlugInManager
 {
 public:
+    RecordingHost() : PlugInManager(m_variables, m_complain) {}
+    ~RecordingHost() override;
+
     /// Of "set NAME", "trigger NAME", "register NAME", "kept NAME", "subscribe NAME SLOT": names without the package.
     using Record = std::vector<std::string>;
 
     /// The page writes a variable or fires a trigger; subscribers are notified.
-    void PageSets(const char* id, const QVariant& value);
-    void PageFires(const char* id);
+    void PageSets(const char* id, const QVariant& value) { m_variables.Set(QLatin1String(id), value, Actor::Page); }
+    void PageFires(const char* id) { m_variables.Trigger(QLatin1String(id), {}, Actor::Page); }
 
-    QVariant Value(const char* id) const { return m_values.value(QLatin1String(id)); }
-    const QMap<QString, QVariant>& Values() const { return m_values; }
+    QVariant Value(const char* id) const { return m_variables.Value(QLatin1String(id)); }
+    /// Of every variable that was written.
+    QMap<QString, QVariant> Values() const;
     std::string Text(const char* id) const { return Value(id).toString().toStdString(); }
 
     /// What was done since the last call, only entries that begin with `kind` ("set", "trigger", ...).
@@ -45,44 +55,19 @@ public:
     const std::map<std::string, VariableUses>& UsesByHandler() const { return m_uses; }
 
     /// After so many data peers more there are none to give.
-    void LimitPeers(int left) { m_peersLeft = left; }
-    int PeersOut() const { return m_peersOut; }
-    int PeersGiven() const { return m_peersGiven; }
+    void LimitPeers(std::size_t left) { m_peersLeft = left; }
+
+    /// What waits for the event loop; the test runs it.
     std::vector<std::string> EventLoopSlots() const { return m_eventLoopSlots; }
 
     IDataPeer* GetDataPeer() override;
-    void ReleaseDataPeer(IDataPeer* peer) override;
     void InvokeWhenEventLoopReady(void* reserved, QObject* receiver, const char* slot) override;
 
 private:
     class Peer;
-    struct Subscription
-    {
-        const Peer* peer;
-        QString id;
-        QPointer<QObject> receiver;
-        std::string slot;
-    };
 
-    void Reserved3() override {}
-    void Reserved4() override {}
-    void Reserved5() override {}
-    void Reserved6() override {}
-    void Reserved7() override {}
-    void Reserved8() override {}
-    void Reserved9() override {}
-
-    void Notify(const QString& id);
-
-    QMap<QString, QVariant> m_values;
-    std::set<QString> m_declared;
-    std::deque<QString> m_notifications;
-    bool m_notifying = false;
-    std::vector<Subscription> m_subscriptions;
     std::vector<std::pair<std::string, std::string>> m_record;
     std::map<std::string, VariableUses> m_uses;
     std::vector<std::string> m_eventLoopSlots;
-    int m_peersLeft = std::numeric_limits<int>::max();
-    int m_peersOut = 0;
-    int m_peersGiven = 0;
+    std::size_t m_peersLeft = std::numeric_limits<std::size_t>::max();
 };

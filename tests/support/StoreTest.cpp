@@ -29,12 +29,16 @@ StoreTest::StoreTest()
 
     QLibrary strata(ModulePath("nl_orb_strata_32"));
     QLibrary metrics(ModulePath("nl_orb_datapipeline_api_32"));
+    QLibrary flyers(ModulePath("nl_flyer_api_32"));
 #define RESOLVE_STRATA(result, name, parameters) Resolve(strata, m_strata.name, #name);
     NL_ORB_STRATA_CONTROL_FUNCTIONS(RESOLVE_STRATA)
 #undef RESOLVE_STRATA
 #define RESOLVE_METRICS(result, name, parameters) Resolve(metrics, m_metrics.name, #name);
     NL_ORB_DP_CONTROL_FUNCTIONS(RESOLVE_METRICS)
 #undef RESOLVE_METRICS
+#define RESOLVE_FLYERS(result, name, parameters) Resolve(flyers, m_flyerControl.name, #name);
+    NL_FLYER_CONTROL_FUNCTIONS(RESOLVE_FLYERS)
+#undef RESOLVE_FLYERS
 
     m_strata.OrbStrataControl_SetStoreFile(m_folder.filePath(QStringLiteral("store.db")).toUtf8().constData());
     m_strata.OrbStrataControl_SetWriteObserver(OnWrite, this);
@@ -46,6 +50,7 @@ StoreTest::~StoreTest()
     ClearFaults();
     AnswerElevation(true);
     FailMetrics(0, 0);
+    m_flyerControl.NlFlyerControl_ClearFaults();
     EXPECT_EQ(0u, OpenHandles());
     m_strata.OrbStrataControl_SetWriteObserver(nullptr, nullptr);
     m_strata.OrbStrataControl_Shutdown();
@@ -119,6 +124,11 @@ void StoreTest::Erase(const char* sid, const wchar_t* key)
 void StoreTest::Fail(const char* function, const wchar_t* key, OrbStrataResult code, std::uint32_t count)
 {
     EXPECT_TRUE(m_strata.OrbStrataControl_SetFault(function, key, code, count)) << function;
+}
+
+void StoreTest::FailFlyers(const char* function, std::int32_t code)
+{
+    EXPECT_TRUE(m_flyerControl.NlFlyerControl_SetFault(function, code, 0)) << function;
 }
 
 void StoreTest::Settle()

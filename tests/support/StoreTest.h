@@ -4,6 +4,7 @@
 #include "delay_load/OrbStrataApi.h"
 #include "delay_load/SuiteTable.h"
 #include "devkit/datapipeline/OrbDpControl.h"
+#include "devkit/flyer/NlFlyerControl.h"
 #include "devkit/strata/OrbStrataControl.h"
 
 #include <gmock/gmock.h>
@@ -38,6 +39,11 @@ public:
     };
     using Entries = std::map<std::wstring, Stored>;
 
+    struct StrataControl
+    {
+        NL_ORB_STRATA_CONTROL_FUNCTIONS(NL_SUITE_ENTRY)
+    };
+
     struct WrittenKey
     {
         std::string sid;
@@ -65,6 +71,7 @@ protected:
     void ClearFaults() { m_strata.OrbStrataControl_ClearFaults(); }
     void AnswerElevation(bool accept) { m_strata.OrbStrataControl_SetElevationAnswer(accept); }
     void FailMetrics(std::int32_t code, std::uint32_t count) { m_metrics.OrbDpControl_SetFault(nullptr, code, count); }
+    void FailFlyers(const char* function, std::int32_t code);
 
     /// Waits until the changes made so far have reached the plug-in, on this thread, too.
     void Settle();
@@ -74,14 +81,16 @@ protected:
     std::vector<std::string> MetricEvents();
     std::uint32_t OpenHandles() { return m_strata.OrbStrataControl_OpenHandles(); }
 
+    StrataControl m_strata;
+
 private:
-    struct StrataControl
-    {
-        NL_ORB_STRATA_CONTROL_FUNCTIONS(NL_SUITE_ENTRY)
-    };
     struct MetricsControl
     {
         NL_ORB_DP_CONTROL_FUNCTIONS(NL_SUITE_ENTRY)
+    };
+    struct FlyerControl
+    {
+        NL_FLYER_CONTROL_FUNCTIONS(NL_SUITE_ENTRY)
     };
 
     static void NL_SUITE_CALL OnWrite(void* context, const char* sid, const wchar_t* key, bool byPlugIn);
@@ -90,8 +99,8 @@ private:
 
     QTemporaryDir m_folder;
     ModuleHandler m_modules;
-    StrataControl m_strata;
     MetricsControl m_metrics;
+    FlyerControl m_flyerControl;
     std::size_t m_metricEventsBefore = 0;
     std::mutex m_writesMutex;
     std::vector<WrittenKey> m_writes;
