@@ -50,13 +50,18 @@ test("the clipboard's switch says the opposite of its setting", async () => {
   assert.equal(await host.setting("system", key), false);
 });
 
-test("the filter's categories are a draft until they are saved", async () => {
+test("the filter's categories are a draft until they are saved, which a busy store puts off", async () => {
   await go(page, "Web page filter");
   await page.getByRole("radio", { name: "By category" }).check();
   await page.getByRole("searchbox", { name: "Search categories" }).fill("gam");
   await becomes(() => page.getByRole("checkbox").count(), 2);
   await page.getByRole("checkbox", { name: "Gambling" }).uncheck();
+  await host.request("store.fault", { function: "OrbStrata_SetBool", code: 170, count: 0 });
+  await page.getByRole("button", { name: "Save" }).click();
+  await answer(page, "Allow");
+  await page.getByRole("alert").getByText("keeps the settings store busy").waitFor();
   assert.equal(await host.setting("user", "common.content.allowed_categories.gambling"), null);
+  await host.request("store.fault");
   await page.getByRole("button", { name: "Save" }).click();
   await answer(page, "Allow");
   await becomes(() => host.setting("user", "common.content.allowed_categories.gambling"), false);

@@ -69,6 +69,7 @@ interface Results {
   hello: HelloResult;
   load: LoadResult;
   info: InfoResult;
+  log: string[];
   set: null;
   trigger: null;
   variables: Record<string, VariableRow>;

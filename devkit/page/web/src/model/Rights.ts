@@ -2,7 +2,7 @@ import { signal } from "@preact/signals";
 import { fire, onTrigger } from "./Variables";
 
 /// How a settings page is asked for, how the plug-in shows it once its user has the rights, and how it is closed.
-interface SettingsPage {
+export interface SettingsPage {
   request: string;
   shown: string;
   closed: string;

@@ -1,12 +1,10 @@
 import { computed, signal } from "@preact/signals";
-import { connection } from "../connection/Connection";
 import { Edits } from "../logic/Edits";
 import { everyHour, isSlots, type Slots } from "../logic/WeekGrid";
-import { text } from "../text/Text";
-import { tellDone, tellFailed } from "./Notices";
-import { settingsPages, withSettings } from "./Rights";
+import { settingsPages } from "./Rights";
+import { savePage } from "./Saving";
 import { isEnforced } from "./Settings";
-import { fire, setVariable, variable } from "./Variables";
+import { setVariable, variable } from "./Variables";
 
 const slotsId = "@TimeLimit\\Data:time_slots";
 const hoursId = "@TimeLimit\\Data:weekday_hours_value";
@@ -62,15 +60,10 @@ export function discardLimits(): void {
 
 export async function saveLimits(): Promise<void> {
   const wanted = limits.value;
-  const opened = await withSettings(settingsPages.timeLimits, async () => {
+  const write = async () => {
     await setVariable(slotsId, wanted.slots);
     await setVariable(hoursId, wanted.hours);
-    await fire("@Veridan\\Settings\\Triggers:save");
-    await connection.request("settle", {});
-    await fire("@Veridan\\Settings\\Triggers:load_data");
-  });
-  if (!opened) return tellFailed(text.value.refused);
-  if (same(wanted, limits.value)) draft.value = undefined; // or there are newer changes by now
-  if (same(wanted, published.value)) tellDone(text.value.saved);
-  else tellFailed(text.value.notSaved);
+  };
+  const done = await savePage(settingsPages.timeLimits, write, () => same(wanted, published.value));
+  if (done && same(wanted, limits.value)) draft.value = undefined; // or there are newer changes by now
 }

@@ -1,11 +1,9 @@
 import { computed, signal } from "@preact/signals";
-import { connection } from "../connection/Connection";
 import type { Json } from "../connection/Protocol";
 import { sameCategories, type CategoryMap } from "../logic/Categories";
-import { text } from "../text/Text";
-import { tellDone, tellFailed } from "./Notices";
-import { settingsPages, withSettings } from "./Rights";
-import { fire, setVariable, variable } from "./Variables";
+import { settingsPages } from "./Rights";
+import { savePage } from "./Saving";
+import { setVariable, variable } from "./Variables";
 
 const data = "@ContentControl\\Data:";
 const byCategory = variable<boolean>(`${data}categories_filter`);
@@ -48,16 +46,11 @@ export function discardFilter(): void {
 
 export async function saveFilter(): Promise<void> {
   const wanted = filter.value;
-  const opened = await withSettings(settingsPages.webFilter, async () => {
+  const write = async () => {
     await setVariable(`${data}categories_filter`, wanted.byCategory);
     await setVariable(`${data}allow_fragfinn_website_state`, wanted.fragfinn);
     await setVariable(`${data}current_user_categories`, { Categories: wanted.categories as Record<string, boolean> });
-    await fire("@Veridan\\Settings\\Triggers:save");
-    await connection.request("settle", {});
-    await fire("@Veridan\\Settings\\Triggers:load_data");
-  });
-  if (!opened) return tellFailed(text.value.refused);
-  if (same(wanted, filter.value)) draft.value = undefined; // or there are newer changes by now
-  if (same(wanted, published.value)) tellDone(text.value.saved);
-  else tellFailed(text.value.notSaved);
+  };
+  const done = await savePage(settingsPages.webFilter, write, () => same(wanted, published.value));
+  if (done && same(wanted, filter.value)) draft.value = undefined; // or there are newer changes by now
 }

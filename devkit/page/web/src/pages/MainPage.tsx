@@ -2,6 +2,7 @@ import { connection } from "../connection/Connection";
 import { attempt, tellFailed } from "../model/Notices";
 import { addressOf } from "../model/Route";
 import { changing, settingsPages, withSettings } from "../model/Rights";
+import { keptBusy, lastError } from "../model/Saving";
 import { changeSetting, isEnforced } from "../model/Settings";
 import { setVariable, variable } from "../model/Variables";
 import { Icon } from "../parts/Icon";
@@ -55,13 +56,16 @@ const minutesRemaining = variable<number | string>("@TimeLimit\\Data:minutes_rem
 /// A switch settles when the plug-in answers "On" or "Off".
 async function move({ name, state, scope, key }: Feature, on: boolean): Promise<void> {
   const settled = on ? "On" : "Off";
+  const before = await lastError();
   const opened = await withSettings(settingsPages.settings, async () => {
     await setVariable(state, `Move${settled}`);
     if (scope === "system") await changeSetting(scope, key, "bool", on);
     else await connection.request("settle", {});
   });
-  if (!opened) tellFailed(text.value.refused);
-  else if (variable(state).value !== settled) tellFailed(fill(text.value.main.didNotMove, text.value.main.switches[name][0]!));
+  const t = text.value;
+  if (!opened) tellFailed(t.refused);
+  else if (variable(state).value !== settled)
+    tellFailed((await keptBusy(before)) ? t.busy : fill(t.main.didNotMove, t.main.switches[name][0]!));
 }
 
 function FeatureSwitch({ feature }: { feature: Feature }) {
