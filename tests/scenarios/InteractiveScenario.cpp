@@ -155,6 +155,21 @@ TEST(InteractiveScenario, WhatKeepsItFromStartingIsSaidWithAnExitCode)
     }
 }
 
+TEST(InteractiveScenario, WhatAnEarlierRunHasLoggedIsNotTheReasonOfAFailedStart)
+{
+    QTemporaryDir folder;
+    QDir(folder.path()).mkpath("log-root/Norlane/Log/NLCC");
+    QFile log(folder.filePath("log-root/Norlane/Log/NLCC/Veridan.log"));
+    ASSERT_TRUE(log.open(QIODevice::WriteOnly));
+    const std::u16string line = u"2020-01-01 00:00:00.000 [1.1] *E: Earlier\r\n";
+    log.write(reinterpret_cast<const char*>(line.data()), static_cast<qint64>(line.size() * sizeof line[0]));
+    log.close();
+    InteractiveHost host({"--data", folder.path(), "--library", "/nowhere/x.so"});
+    EXPECT_EQ(host.AwaitEnd(), 1);
+    EXPECT_TRUE(host.Output().contains("/nowhere/x.so"));
+    EXPECT_FALSE(host.Output().contains("Earlier"));
+}
+
 TEST(InteractiveScenario, TemporaryFolderIsGoneAfterwards)
 {
     InteractiveHost host({"--temporary"});

@@ -50,10 +50,7 @@ void Write(OrbStrataHandle store, const char* prefix, int count)
                              Done([&] { return OrbStrata_SetInt32(store, key.c_str(), i); });
         OrbStrata_DeleteObject(object);
         if (!written)
-        {
-            Say("failed");
-            return;
-        }
+            return Say("failed");
         Say(std::to_string(i));
     }
 }
@@ -63,8 +60,8 @@ void Echo(OrbStrataHandle store)
 {
     for (std::string line; std::getline(std::cin, line);)
     {
-        OrbStrata_SetInt32(store, L"answer", std::atoi(line.c_str()));
-        Say(line);
+        const int32_t number = std::atoi(line.c_str());
+        Say(Done([&] { return OrbStrata_SetInt32(store, L"answer", number); }) ? line : "failed");
     }
 }
 
@@ -72,9 +69,9 @@ void Echo(OrbStrataHandle store)
 void Hammer(OrbStrataHandle store, int count)
 {
     for (int i = 1; i <= count; ++i)
-        OrbStrata_SetInt32(store, L"hammered", i);
-    OrbStrataControl_Remove(store, L"doomed");
-    Say("done");
+        if (!Done([&] { return OrbStrata_SetInt32(store, L"hammered", i); }))
+            return Say("failed");
+    Say(Done([&] { return OrbStrataControl_Remove(store, L"doomed"); }) ? "done" : "failed");
 }
 
 /// Overwrites one long text many times.
@@ -88,13 +85,8 @@ void Fill(OrbStrataHandle store, const char* key, int count)
 void Check(OrbStrataHandle store, const char* prefix, int count)
 {
     for (int i = 0; i < count; ++i)
-    {
         if (OrbStrata_GetInt32(store, Key(prefix, i).c_str(), -1, nullptr) != i)
-        {
-            Say(std::to_string(i));
-            return;
-        }
-    }
+            return Say(std::to_string(i));
     Say("all");
 }
 

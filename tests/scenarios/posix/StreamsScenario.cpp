@@ -40,12 +40,11 @@ public:
 
     /// Starts it in the child, where `streams` has been called.
     template <class Streams>
-    void Start(const QStringList& options, Streams&& streams, const char* name = "veridan-host")
+    void Start(const QList<QByteArray>& options, Streams&& streams, const char* name = "veridan-host")
     {
         const QByteArray program = QFileInfo(HostProcess::Program()).dir().filePath(name).toLocal8Bit();
         std::vector<QByteArray> words{program, "--data", m_folder.path().toLocal8Bit()};
-        for (const QString& option : options)
-            words.push_back(option.toLocal8Bit());
+        words.insert(words.end(), options.begin(), options.end());
         std::vector<char*> arguments;
         for (QByteArray& word : words)
             arguments.push_back(word.data());
@@ -194,6 +193,28 @@ TEST_F(StreamsScenario, InputThatIsNotThereIsAtItsEnd)
     output.CloseWriter();
     EXPECT_EQ(host.AwaitEnd(), 0);
     EXPECT_EQ(ReadAll(output.ends[0]).count('\n'), 1);
+}
+
+TEST_F(StreamsScenario, ValueThatCannotBeReadLeavesTheOneThatIsThere)
+{
+    host.Beside({"set", "key", "before"});
+    host.Start(
+        {"set", "key", "-"}, [] { dup2(open("/", O_RDONLY), STDIN_FILENO); }, "strata");
+    EXPECT_EQ(host.AwaitEnd(), 1);
+    host.Start(
+        {"get", "key"}, [this] { dup2(output.ends[1], STDOUT_FILENO); }, "strata");
+    output.CloseWriter();
+    EXPECT_EQ(host.AwaitEnd(), 0);
+    EXPECT_EQ(ReadAll(output.ends[0]), "before\n");
+}
+
+TEST_F(StreamsScenario, WordThatIsNotTextIsMisuseAndTouchesNoKey)
+{
+    host.Start(
+        {"set", "key\xff", "1"}, [this] { dup2(output.ends[1], STDERR_FILENO); }, "strata");
+    output.CloseWriter();
+    EXPECT_EQ(host.AwaitEnd(), 2);
+    EXPECT_TRUE(ReadAll(output.ends[0]).contains("not UTF-8"));
 }
 
 TEST_F(StreamsScenario, WatchOutlivesItsTerminalAndEndsWithItsReader)
