@@ -76,8 +76,9 @@ std::vector<std::uint8_t> UserSid()
 
 std::map<std::string, std::string> TextsOf(const RecordingHost& host)
 {
+    const QMap<QString, QVariant> values = host.Values();
     std::map<std::string, std::string> texts;
-    for (auto value = host.Values().begin(); value != host.Values().end(); ++value)
+    for (auto value = values.begin(); value != values.end(); ++value)
         texts[value.key().toStdString()] = QJsonDocument(QJsonArray{QJsonValue::fromVariant(value.value())})
                                                .toJson(QJsonDocument::Compact)
                                                .toStdString();
