@@ -72,7 +72,6 @@ private:
 
     FakeSessions m_sessions;
     FakeClock m_clock; // which stands still
-    const Platform::ServiceReplacement<Platform::Clock> m_clockReplacement{m_clock};
     std::unique_ptr<RecordingHost> m_host;
     std::unique_ptr<ContentControl> m_plugIn;
 };

@@ -93,7 +93,6 @@ protected:
     Flyers m_flyers;
     SuiteTableGuard<NlFlyerTable> m_flyerTable{g_nlFlyer};
     FakeClock m_clock;
-    Platform::ServiceReplacement<Platform::Clock> m_clockReplacement{m_clock};
     std::unique_ptr<DeviceLockHandler> m_handler;
 };
 
@@ -127,8 +126,10 @@ TEST_F(DeviceLockTest, WarnsLocksReassertsAndReleases)
     EXPECT_TRUE(IsReasserting());
     Elapse(m_handler->findChild<QTimer*>(), 1500);
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("show_block_dialog", "grab_shortcuts"));
+    m_flyers.calls.clear();
     ServiceTriggers(0);
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("close_block_dialog", "release_shortcuts"));
+    EXPECT_THAT(m_flyers.calls, IsEmpty());
     EXPECT_FALSE(IsReasserting());
 }
 

@@ -108,16 +108,6 @@ TEST_F(MainGuiTest, ShowingSettingsRecordsAMetricAndReloads)
     EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
 }
 
-TEST_F(MainGuiTest, AFailedMetricIsLoggedAndThePageReloads)
-{
-    StartMainGui();
-    FailMetrics(7, 1);
-    LogCapture::Expect(2, "MainGuiHandler::OnNotify: OrbDpApi_MetricsRecordEvent failed with error: 7");
-    m_host.PageFires("@Veridan\\Settings\\Triggers:show_settings_ui");
-    EXPECT_THAT(m_host.Take("trigger"), ElementsAre("load_data"));
-    EXPECT_THAT(MetricEvents(), IsEmpty());
-}
-
 TEST_F(MainGuiTest, TheMainWindowIsShownWithFreshData)
 {
     StartMainGui();

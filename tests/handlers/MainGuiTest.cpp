@@ -104,6 +104,19 @@ TEST_F(MainGuiTest, APageThatIsOpenFollowsEachSettingThatItShows)
     EXPECT_THAT(m_host.Take("trigger"), IsEmpty()); // an edit in progress is not reloaded
 }
 
+TEST_F(MainGuiTest, ALoadShowsWhatTheStoreBringsLateAndHasEveryPageLoadIt)
+{
+    Put(kSystem, Keys::kBrowsingProtection, false);
+    Fail("OrbStrata_OpenHandle", nullptr, 31, 1);
+    m_system = std::make_shared<SystemSettings>(nullptr, kSettingsClientId);
+    StartMainGui();
+    LogCapture::Take();
+    EXPECT_EQ("Ok", m_host.Text(Ids::kStatusLevel));
+    m_host.PageFires(kLoadData);
+    EXPECT_EQ("Off", m_host.Text("@BrowsingProtection\\Data:browsing_protection_state"));
+    EXPECT_THAT(m_host.Take("trigger"), ElementsAre("load_data"));
+}
+
 TEST_F(MainGuiTest, AChangedBrowserExtensionReloadsEveryPage)
 {
     StartMainGui();

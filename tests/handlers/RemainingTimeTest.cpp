@@ -48,7 +48,6 @@ protected:
     Settings::TimeLimitTrackingData& m_device = m_settings.internal.deviceMode;
     Settings::TimeLimitTrackingData& m_browser = m_settings.internal.browserMode;
     FakeClock m_clock;
-    Platform::ServiceReplacement<Platform::Clock> m_clockReplacement{m_clock};
 };
 
 } // namespace
@@ -142,4 +141,20 @@ TEST_F(RemainingTimeTest, ATimeThatCannotBeConvertedAllowsTheWholeDay)
     m_clock.m_error = 22;
     LogCapture::Expect(2, "TimeUtil::DayOfWeek: localtime_s returned 22");
     EXPECT_EQ(kWholeDay, TimeUtil::DayOfWeek(m_settings.time, At("2026-03-03T12:00:00")));
+}
+
+TEST_F(RemainingTimeTest, MinutesUntilMidnightAreLocalOnesWithoutTheSeconds)
+{
+    const auto minutes = [](const char* utc) {
+        return TimeUtil::MinutesUntilMidnight(std::chrono::system_clock::time_point(Seconds(FakeClock::Seconds(utc))));
+    };
+    EXPECT_EQ(1440, minutes("2024-03-05T00:00:59"));
+    EXPECT_EQ(690, minutes("1969-12-31T12:30:00"));
+    EXPECT_EQ(1, minutes("2024-03-05T23:59:59"));
+    m_clock.SetOffset(-30);
+    EXPECT_EQ(30, minutes("2024-03-05T00:00:00"));
+    m_clock.m_error = 22;
+    EXPECT_EQ(0, minutes("2024-03-05T12:30:00"));
+    EXPECT_EQ((LogLine{3, "TimeUtil::MinutesUntilMidnight: Failed to convert time point to calendar time 22"}),
+              LogCapture::Take(3).back());
 }

@@ -57,7 +57,6 @@ protected:
     void PassMinute() { Elapse(m_handler.get(), 60'000); }
 
     FakeClock m_clock;
-    Platform::ServiceReplacement<Platform::Clock> m_clockReplacement{m_clock};
     std::unique_ptr<StatisticsHandler> m_handler;
 };
 
@@ -88,12 +87,6 @@ TEST_F(StatisticsTest, WithoutCountsTheTextsAreEmptyAndTheValueBarIsNotSet)
     m_handler->UpdateStatistics();
     EXPECT_THAT(m_host.Take("set"), ElementsAre("json", "json_365", "json_30", "json_7"));
     EXPECT_EQ("", m_host.Text(kAll));
-}
-
-TEST_F(StatisticsTest, CountsAreWholeUpToTheirLimit)
-{
-    Start(Day(0, R"("websitesChecked":4294967295,"bankingSessions":0,"harmfulBlocks":0,"wtsScans":0,"wtsBlocks":0)"));
-    EXPECT_THAT(Entries(kWeek), ElementsAre("=4294967295 checked"));
 }
 
 TEST_F(StatisticsTest, TheLocalisationsChangeRepublishes)

@@ -44,7 +44,6 @@ protected:
     FakeRegistry m_registry;
     FakeToken m_token;
     FakeClock m_clock; // 2024-03-05 02:07:09.012, two hours behind local time
-    Platform::ServiceReplacement<Platform::Clock> m_clockReplacement{m_clock};
     FakeDebugOutput m_debugOutput;
     FakeSessions m_sessions;
     std::unique_ptr<NlOrbLogging::LoggerWin> m_logger = std::make_unique<NlOrbLogging::LoggerWin>();

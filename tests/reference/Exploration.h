@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/ProcessLauncher.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/PlatformFakes.h"
 #include "tests/support/RecordingHost.h"
@@ -30,16 +29,6 @@ struct Findings
     std::map<std::string, RecordingHost::VariableUses> handlers;
     std::set<Setting> saved;     ///< Every setting that the plug-in wrote.
     StoreTest::Entries defaults; ///< Of every setting.
-};
-
-class NoPrograms : public FakeService<Platform::ProcessLauncher>
-{
-public:
-    std::wstring SystemFolder() override { return {}; }
-    Platform::KernelHandle Start(const std::wstring&, const std::wstring&, std::uint32_t, const wchar_t*) override
-    {
-        return nullptr;
-    }
 };
 
 /// Finds out what the plug-in does by trying it: one short life of the whole plug-in for each setting that could be
@@ -77,10 +66,9 @@ private:
     void Fill(const Entries& present);
 
     FakeClock m_clock;
-    const Platform::ServiceReplacement<Platform::Clock> m_clockInPlace{m_clock};
     FakeSessions m_sessions;
     FakeToken m_token;
-    NoPrograms m_programs;
+    FakeLauncher m_programs;
     UrlCatcher m_browser;
     Entries m_present;         // what both scopes hold
     std::set<QString> m_texts; // localised ones, which the host has

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "tests/support/PlatformFakes.h"
 
 #include <QDateTime>
 #include <QMap>
 
-/// A clock in the test's hands, with a fixed or a changing offset from UTC.
-class FakeClock : public Platform::Clock
+/// A clock in the test's hands, with a fixed or a changing offset from UTC; in place as long as it lives.
+class FakeClock : public FakeService<Platform::Clock>
 {
 public:
     /// Now, as UTC, for example 2026-03-05T14:07:00.

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/DebugOutput.h"
+#include "platform/LastError.h"
+#include "platform/ProcessLauncher.h"
 #include "platform/Registry.h"
 #include "platform/Sessions.h"
 #include "platform/Token.h"
@@ -91,6 +93,29 @@ public:
 private:
     std::mutex m_lock;
     std::vector<std::wstring> m_texts;
+};
+
+/// Starts nothing, and fails with error 2.
+class FakeLauncher : public FakeService<Platform::ProcessLauncher>
+{
+public:
+    std::wstring folder = L"C:\\Windows\\System32";
+    std::wstring program;
+    std::wstring commandLine;
+    std::uint32_t flags = 0;
+    std::wstring workingFolder = L"not called";
+
+    std::wstring SystemFolder() override { return folder; }
+    Platform::KernelHandle Start(const std::wstring& path, const std::wstring& line, std::uint32_t creationFlags,
+                                 const wchar_t* working) override
+    {
+        program = path;
+        commandLine = line;
+        flags = creationFlags;
+        workingFolder = working ? working : L"none";
+        Platform::SetLastError(2);
+        return nullptr;
+    }
 };
 
 class FakeSessions : public FakeService<Platform::Sessions>

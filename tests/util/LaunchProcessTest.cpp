@@ -1,34 +1,12 @@
 #include "util/LaunchProcess.h"
 
 #include "platform/Path.h"
-#include "platform/ProcessLauncher.h"
 #include "tests/support/PlatformFakes.h"
-#include "util/Handle.h"
 
 #include <gmock/gmock.h>
 
 namespace
 {
-
-struct FakeLauncher : FakeService<Platform::ProcessLauncher>
-{
-    std::wstring folder = L"C:\\Windows\\System32";
-    std::wstring program;
-    std::wstring commandLine;
-    std::uint32_t flags = 0;
-    std::wstring workingFolder = L"not called";
-
-    std::wstring SystemFolder() override { return folder; }
-    Platform::KernelHandle Start(const std::wstring& path, const std::wstring& line, std::uint32_t creationFlags,
-                                 const wchar_t* working) override
-    {
-        program = path;
-        commandLine = line;
-        flags = creationFlags;
-        workingFolder = working ? working : L"none";
-        return nullptr;
-    }
-};
 
 TEST(LaunchProcess, QuotesTheProgramOfTheSystemFolder)
 {
