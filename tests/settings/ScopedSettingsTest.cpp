@@ -50,6 +50,7 @@ TEST_F(ScopedSettingsTest, WithoutAHandleTheDefaultsStayAndNothingIsDone)
     EXPECT_FALSE(scope.Load());
     EXPECT_FALSE(scope.Save());
     EXPECT_FALSE(scope.ResetHandle());
+    EXPECT_TRUE(scope.Settings().time.enabled.ReadFailed()); // nothing is built on what nobody read
     EXPECT_THAT(
         LogCapture::Take(2),
         ElementsAre(LogLine{2, kScopedName + "ScopedSettings: Failed with error 31, strata handle not available"},

@@ -106,29 +106,6 @@ TEST_F(TreeTest, AnEnforcedPropertyIsNeverWritten)
     EXPECT_EQ(before, Contents(kUser));
 }
 
-TEST_F(TreeTest, AFailedWriteStaysChangedUntilALaterSaveWritesIt)
-{
-    LoadAndSettle();
-    for (PropertyBase* property : Properties(m_tree))
-        ChangeToAnotherValue(*property);
-    for (const char* function : {"OrbStrata_SetBool", "OrbStrata_SetInt32", "OrbStrata_SetInt64", "OrbStrata_SetString",
-                                 "OrbStrata_SetStringUtf8", "OrbStrata_SetObject"})
-        Fail(function, nullptr, ORB_STRATA_ACCESS_DENIED, 0);
-    LogCapture::Take();
-
-    EXPECT_FALSE(m_scope.Save());
-    EXPECT_TRUE(TakeWrites().empty());
-    for (const PropertyBase* property : Properties(m_tree))
-        EXPECT_EQ(ModificationState::Changed, property->State());
-    EXPECT_THAT(LogCapture::Take(), testing::Contains(LogLine{
-                                        5, "StrataSettings::Property<int>::Save: 'windows.browsing_protection.internal."
-                                           "time_limit_trigger' saving failed, access denied"}));
-
-    ClearFaults();
-    EXPECT_TRUE(m_scope.Save());
-    EXPECT_EQ(Properties(m_tree).size(), TakeWrites().size());
-}
-
 TEST_F(TreeTest, WhatComesFromTheStoreIsNotWrittenBack)
 {
     LoadAndSettle();

@@ -112,6 +112,36 @@ TEST_F(CurfewsTest, TheWeekBeginsOnMondayAndEndsOnSunday)
               m_curfews.ToLegacyUiString());
 }
 
+TEST_F(CurfewsTest, AWeeksTextBecomesItsLongestRangesAndComesBack)
+{
+    const std::string allowed(24, '1');
+    const std::string week = "000000011111111111111100" + std::string(24, '0') + allowed + allowed + allowed +
+                             "111111111111011111111111" + allowed;
+    m_curfews.Add(kTuesday, Curfew(3, 5));
+    ASSERT_TRUE(m_curfews.FromLegacyUiString(week));
+    EXPECT_EQ(week, m_curfews.ToLegacyUiString());
+    EXPECT_THAT(m_curfews.days[kMonday].Get(), ElementsAre(Curfew(0, 7), Curfew(22, 24)));
+    EXPECT_THAT(m_curfews.days[kTuesday].Get(), ElementsAre(Curfew(0, 24)));
+    EXPECT_THAT(m_curfews.days[6].Get(), ElementsAre(Curfew(12, 13)));
+    EXPECT_EQ(ModificationState::Default, m_curfews.days[0].State()); // only days that change count as changed
+    ASSERT_TRUE(m_curfews.FromLegacyUiString(std::string(168, '1')));
+    for (const auto& day : m_curfews.days)
+        EXPECT_THAT(day.Get(), IsEmpty());
+}
+
+TEST_F(CurfewsTest, AnyOtherTextIsRefusedAndChangesNothing)
+{
+    m_curfews.Add(kMonday, Curfew(8, 9));
+    const std::string before = m_curfews.ToLegacyUiString();
+    const std::string week(168, '0');
+    for (const std::string& text : {std::string(), std::string(24, '0'), week.substr(1), week + '0', week + week,
+                                    week.substr(1) + '2', '/' + week.substr(1), week.substr(1) + '\0'})
+    {
+        EXPECT_FALSE(m_curfews.FromLegacyUiString(text)) << text;
+        EXPECT_EQ(before, m_curfews.ToLegacyUiString()) << text;
+    }
+}
+
 TEST_F(CurfewsTest, EndsOffTheHourAreCutDown)
 {
     m_curfews.Add(kMonday, Range(-3599, 3599));

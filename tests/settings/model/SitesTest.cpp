@@ -42,6 +42,8 @@ TEST_F(SitesTest, RemoveTriesTheAddressWithoutSchemeAndSlashesThenAsItIs)
 {
     m_sites.Add(Site("a.example/path", true, ""));
     m_sites.Add(Site("http://b.example/", true, ""));
+    m_sites.Remove("x://https://a.example"); // of which only the first scheme is taken off
+    EXPECT_EQ(2u, LogCapture::Take(4).size());
     m_sites.Remove("https://a.example/path//");
     EXPECT_TRUE(LogCapture::Take(4).empty());
     m_sites.Remove("http://b.example/");
