@@ -76,24 +76,17 @@ TEST_F(LogFile, HoldsCharactersOfAllPlanes)
     EXPECT_THAT(Messages(), ElementsAre(L"\xE4\x20AC\U0001F600"));
 }
 
-TEST_F(LogFile, AFolderInItsPlaceCostsTheLinesAndNothingElse)
+TEST_F(LogFile, WhatIsInItsPlaceCostsTheLinesAndNothingElse)
 {
+    QFile inPlaceOfTheFolder(m_folder.filePath(QStringLiteral("Norlane")));
+    ASSERT_TRUE(inPlaceOfTheFolder.open(QIODevice::WriteOnly));
+    inPlaceOfTheFolder.close();
+    Start();
+    m_logger->Log(4, L"lost");
+    ASSERT_TRUE(inPlaceOfTheFolder.remove());
     QDir().mkpath(QString::fromStdWString(FilePath()));
-    Start();
-    m_logger->Log(4, L"lost");
+    m_logger->Log(4, L"lost, too");
     ASSERT_TRUE(QDir().rmdir(QString::fromStdWString(FilePath())));
-    m_logger->Log(4, L"written");
-    EXPECT_THAT(Messages(), ElementsAre(L"written"));
-}
-
-TEST_F(LogFile, AFileInPlaceOfTheFolderCostsTheLinesAndNothingElse)
-{
-    QFile obstacle(m_folder.filePath(QStringLiteral("Norlane")));
-    ASSERT_TRUE(obstacle.open(QIODevice::WriteOnly));
-    obstacle.close();
-    Start();
-    m_logger->Log(4, L"lost");
-    ASSERT_TRUE(obstacle.remove());
     m_logger->Log(4, L"written");
     EXPECT_THAT(Messages(), ElementsAre(L"written"));
 }

@@ -3,12 +3,9 @@
 ///     lines      logs LINES lines from each of THREADS threads, each "W: ID.thread.number end", then tells on standard
 ///                output how many were lost in waiting for the log's mutex, and ends
 ///     forever    the same without an end
-///     hold       takes the log's mutex, says so on standard output, and waits to be killed
 ///     exit       logs from the destructor of a static object and from a thread that runs on while the process ends
 
 #include "logging/FunctionLog.h"
-#include "platform/NamedMutex.h"
-#include "platform/Path.h"
 #include "tests/support/PlatformFakes.h"
 #include "tests/support/ThreadSanitizer.h"
 
@@ -16,8 +13,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <string>
 #include <thread>
@@ -50,21 +45,6 @@ void RunThreads(const Options& options)
         threads.emplace_back(WriteLines, options, i);
     for (std::thread& thread : threads)
         thread.join();
-}
-
-[[noreturn]] void Hold(const std::wstring& root)
-{
-    std::wstring path = root;
-    for (const wchar_t* const part : {L"Norlane", L"Log", L"NLCC", L"Veridan.log"})
-        path = Platform::JoinPath(path, part);
-    std::replace(path.begin(), path.end(), Platform::kPathSeparator, L'_');
-    Platform::NamedMutex mutex;
-    mutex.Create(L"Global\\NlOrbLogging_" + path, nullptr);
-    mutex.Lock(10000);
-    std::puts("held");
-    std::fflush(stdout);
-    for (;;)
-        std::this_thread::sleep_for(std::chrono::hours(1));
 }
 
 /// Made before the logger is first used, and so destroyed after it.
@@ -123,8 +103,6 @@ int main(int argc, char** argv)
     registry.Set(FakeRegistry::Root::Machine, kKey, L"LogRotateCount", options.rotationCount);
 
     const QString mode = arguments.value(0);
-    if (mode == QStringLiteral("hold"))
-        Hold(options.root);
     const bool exits = mode == QStringLiteral("exit");
     NlOrbLogging::Initialize(L"NLCC", L"Veridan", 4, exits ? 0U : NlOrbLogging::BannerAtDebug);
     if (mode == QStringLiteral("forever"))

@@ -105,19 +105,6 @@ TEST_F(Processes, ShareAFileWithoutLosingSplittingOrReorderingALine)
     }
 }
 
-TEST_F(Processes, AKilledHolderOfTheMutexDoesNotStopTheOthers)
-{
-    const auto holder = Start(Arguments("hold", 100, 2, 1, 0, 0));
-    ASSERT_TRUE(holder->waitForReadyRead(kDeadline));
-    Initialize(NlOrbLogging::BannerAtDebug);
-    m_logger->Log(4, L"lost");
-    holder->kill();
-    ASSERT_TRUE(holder->waitForFinished(kDeadline));
-
-    m_logger->Log(4, L"written");
-    EXPECT_THAT(Messages(), ElementsAre(L"written"));
-}
-
 TEST_F(Processes, KillsAtAnyMomentLeaveWholeLinesAndAWorkingLog)
 {
     Initialize(NlOrbLogging::BannerAtDebug);

@@ -127,15 +127,6 @@ TEST_F(Rotation, ACountOfNoneDeletesTheLiveFile)
     EXPECT_THAT(m_orders.deleted, ElementsAre(L"Veridan.log__delete_1"));
 }
 
-TEST_F(Rotation, ACountOfOneKeepsOne)
-{
-    Start(0, 1);
-    for (const wchar_t* const text : {L"a", L"b", L"c"})
-        Write(text);
-    EXPECT_THAT(FileNames(), ElementsAre(L"Veridan.1.log", L"Veridan.log"));
-    EXPECT_THAT(Numbered(1), ElementsAre(L"b"));
-}
-
 TEST_F(Rotation, NeverMoreThanNinetyNineAreKept)
 {
     for (const std::uint32_t count : {99U, 150U})

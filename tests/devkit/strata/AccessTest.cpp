@@ -63,14 +63,16 @@ TEST_F(Access, DeclinedElevationGivesNoHandle)
     EXPECT_EQ(Opened(Kind::Elevated).Result(), 0U);
 }
 
-TEST_F(Access, FaultAnswersMatchingCallsOfThePlugInAndNothingElse)
+TEST_F(Access, FaultAnswersMatchingCallsOfThePlugInInPlaceOfTheirWrites)
 {
     const Opened normal(Kind::Normal);
     const Opened product(Kind::Product);
     std::vector<std::wstring> writes;
-    OrbStrataControl_SetWriteObserver([](void* context, const char*, const wchar_t* key,
-                                         bool) { static_cast<std::vector<std::wstring>*>(context)->push_back(key); },
-                                      &writes);
+    OrbStrataControl_SetWriteObserver(
+        [](void* context, const char*, const wchar_t* key, bool byPlugIn) {
+            static_cast<std::vector<std::wstring>*>(context)->push_back(std::wstring(key) + (byPlugIn ? L"!" : L""));
+        },
+        &writes);
     EXPECT_FALSE(OrbStrataControl_SetFault("OrbStrata_Nothing", nullptr, 1, 1));
     EXPECT_TRUE(OrbStrataControl_SetFault("OrbStrata_SetBool", kInternal, 31, 2));
     EXPECT_TRUE(OrbStrataControl_SetFault("OrbStrata_SetBool", kInternal, 32, 0));
@@ -85,50 +87,8 @@ TEST_F(Access, FaultAnswersMatchingCallsOfThePlugInAndNothingElse)
     OrbStrataControl_ClearFaults();
     EXPECT_EQ(OrbStrata_SetBool(normal, kInternal, true), 0U);
     OrbStrataControl_SetWriteObserver(nullptr, nullptr);
-    EXPECT_EQ(writes, (std::vector<std::wstring>{kInternal, L"windows.browsing_protection.internal.other", kInternal,
-                                                 kInternal}));
-}
-
-TEST_F(Access, FaultReachesOpeningSubscribingAndObjects)
-{
-    Deliveries deliveries;
-    const Opened normal(Kind::Normal);
-    OrbStrataObject* record = OrbStrata_CreateObjectFromString(R"({"n":1,"m":2})");
-    OrbStrataResult result = 0;
-    OrbStrataControl_SetFault("OrbStrata_OpenHandle", nullptr, 41, 1);
-    OrbStrataControl_SetFault("OrbStrata_Subscribe", nullptr, 42, 1);
-    OrbStrataControl_SetFault("OrbStrata_ObjectGetInt64", L"n", 43, 1);
-    OrbStrataControl_SetFault("OrbStrata_CreateArray", nullptr, 44, 1);
-    EXPECT_EQ(Opened(Kind::Normal).Result(), 41U);
-    EXPECT_EQ(Opened(Kind::Normal).Result(), 0U);
-    EXPECT_EQ(deliveries.Subscribe(normal, kInternal, ORB_STRATA_CHANGED), nullptr);
-    EXPECT_EQ(OrbStrata_ObjectGetInt64(record, L"m", 0, &result), 2);
-    EXPECT_NE(OrbStrata_ObjectGetInt64(record, L"n", 1, &result), 1);
-    EXPECT_EQ(result, 43U);
-    EXPECT_EQ(OrbStrata_CreateArray(), nullptr);
-    OrbStrata_DeleteObject(record);
-}
-
-TEST_F(Access, WriteObserverHearsEveryValueWriteAndWhoseItWas)
-{
-    const Opened normal(Kind::Normal);
-    const Opened product(Kind::Product);
-    std::vector<std::wstring> writes;
-    OrbStrataControl_SetWriteObserver(
-        [](void* context, const char*, const wchar_t* key, bool byPlugIn) {
-            static_cast<std::vector<std::wstring>*>(context)->push_back(std::wstring(key) +
-                                                                        (byPlugIn ? L" plug-in" : L" product"));
-        },
-        &writes);
-    OrbStrata_SetBool(normal, kInternal, true);
-    OrbStrata_SetBool(normal, kInternal, true);
-    OrbStrata_SetConstraints(normal, kInternal, 2);
-    OrbStrata_SetBool(normal, L"refused", true);
-    OrbStrata_SetBool(product, L"p", true);
-    OrbStrataControl_Remove(product, L"p");
-    OrbStrataControl_SetWriteObserver(nullptr, nullptr);
-    const std::wstring own = std::wstring(kInternal) + L" plug-in";
-    EXPECT_EQ(writes, (std::vector<std::wstring>{own, own, L"p product", L"p product"}));
+    const std::wstring own = std::wstring(kInternal) + L"!";
+    EXPECT_EQ(writes, (std::vector<std::wstring>{kInternal, L"windows.browsing_protection.internal.other!", own, own}));
 }
 
 } // namespace

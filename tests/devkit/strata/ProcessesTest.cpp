@@ -42,18 +42,6 @@ TEST_F(Processes, ChangesOfAnotherProcessComeInOrderOnceEach)
     EXPECT_EQ(heard.Take().size(), expected.size());
 }
 
-TEST_F(Processes, ReadGivesWhatAnotherProcessHasWrittenAsSoonAsItSaysSo)
-{
-    const Opened reader(Kind::Normal);
-    const auto other = Start({"echo"});
-    for (int i = 1; i <= 200; ++i)
-    {
-        other->Send(std::to_string(i));
-        ASSERT_EQ(other->Line(), std::to_string(i));
-        ASSERT_EQ(OrbStrata_GetInt32(reader, L"answer", 0, nullptr), i);
-    }
-}
-
 TEST_F(Processes, NothingIsMissedWhileOthersOpenTheStoreAndCloseIt)
 {
     constexpr std::chrono::seconds kSoak{4};
