@@ -206,6 +206,10 @@ TEST_F(FamilyRulesTest, ThePlatformAccountDecidesUnlessInLegacyMode)
     EXPECT_EQ(QVariant(false), m_host.Value(kDpInitialized));
     EXPECT_THAT(LogCapture::Take(4),
                 ElementsAre(LogLine{4, "FamilyRulesHandler::LogDigiParentingData: digiParentingData empty"}));
+    m_host.PageSets("@Hearth:DigiparentingData", QVariantMap{{"digiparenting_activated", true}});
+    m_host.PageFires(kLoadData);
+    EXPECT_EQ(QVariant(false), m_host.Value(kDpInitialized));
+    LogCapture::Take();
     m_host.PageSets("@Hearth:DigiparentingData",
                     QVariantMap{{"digiparenting_activated", true}, {"strata_connected", true}});
     m_host.PageFires(kLoadData);
@@ -228,6 +232,19 @@ TEST_F(FamilyRulesTest, LegacyModeShowsWhetherParentalControlsAreConfigured)
     m_host.PageFires("@Veridan\\Settings\\Triggers:activate_legacy_parenting");
     EXPECT_EQ(QVariant(true), m_host.Value(kDpInitialized));
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("load_data"));
+}
+
+TEST_F(FamilyRulesTest, WhatCouldNotBeReadAtTheStartIsCheckedOnceItCan)
+{
+    constexpr const wchar_t* kConfigured = L"windows.browsing_protection.internal.parental_controls_configured";
+    Put(kUser, kConfigured, true);
+    Fail("OrbStrata_GetBool", kConfigured, ORB_STRATA_STORE_FAILED, 2); // in both scopes
+    Start();
+    EXPECT_EQ(QVariant(false), m_host.Value(kDpInitialized));
+    EXPECT_TRUE(m_user->LoadMissing());
+    Settle();
+    EXPECT_EQ(QVariant(true), m_host.Value(kDpInitialized));
+    LogCapture::Take();
 }
 
 TEST_F(FamilyRulesTest, AdministratorsAreWarned)

@@ -110,8 +110,11 @@ TEST_F(BrowserExtensionsTest, AReinstallRaisesTheCounterAndIsRecorded)
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("show_reinstall_dialog"));
     EXPECT_THAT(MetricEvents(), ElementsAre("browser_extensions_reinstall_triggered"));
     EXPECT_EQ(nullptr, m_mainGui->AdminHandle()); // no page is open that would release it
+    OpenSettings();
+    const auto before = m_mainGui->AdminHandle();
     m_host.PageFires(kReinstall);
     EXPECT_EQ(43, Find(kUser, kReinstallCounter).number);
+    EXPECT_NE(before, m_mainGui->AdminHandle()); // each reinstall asks anew
 }
 
 TEST_F(BrowserExtensionsTest, ADeclinedReinstallWritesAndRecordsNothing)

@@ -89,6 +89,17 @@ TEST_F(StatisticsTest, WithoutCountsTheTextsAreEmptyAndTheValueBarIsNotSet)
     EXPECT_EQ("", m_host.Text(kAll));
 }
 
+TEST_F(StatisticsTest, CountersThatCouldNotBeReadAreShownOnceTheyCan)
+{
+    Fail("OrbStrata_GetObject", kCounters, ORB_STRATA_STORE_FAILED, 1);
+    Start(Day(0, R"("websitesChecked":2,"bankingSessions":0,"harmfulBlocks":0,"wtsScans":0,"wtsBlocks":0)"));
+    EXPECT_EQ("", m_host.Text(kWeek));
+    EXPECT_TRUE(m_user->LoadMissing());
+    Settle();
+    EXPECT_THAT(Entries(kWeek), ElementsAre("=2 checked"));
+    LogCapture::Take();
+}
+
 TEST_F(StatisticsTest, TheLocalisationsChangeRepublishes)
 {
     Start(Day(0, R"("websitesChecked":1,"bankingSessions":0,"harmfulBlocks":0,"wtsScans":0,"wtsBlocks":0)"));

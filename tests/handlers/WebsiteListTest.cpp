@@ -111,6 +111,8 @@ TEST_F(WebsiteListTest, AnOpenPageFollowsBothLists)
     EXPECT_THAT(Table(kAllowed), ElementsAre("a.example"));
     PutSites(kSystem, "[" + SiteJson("b.example", false) + "]");
     EXPECT_THAT(Table(kDenied), ElementsAre("[b.example]"));
+    PutSites(kSystem, "[" + SiteJson("b.example", true) + "]");
+    EXPECT_THAT(Table(kDenied), IsEmpty());
 }
 
 TEST_F(WebsiteListTest, AddsInAsciiFormEditsAndRemoves)

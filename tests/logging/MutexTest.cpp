@@ -3,6 +3,8 @@
 #include "platform/NamedMutex.h"
 #include "platform/Path.h"
 
+#include <QFile>
+
 #include <algorithm>
 #include <chrono>
 #include <thread>
@@ -52,12 +54,17 @@ TEST_F(LogMutex, AHeldOneCostsALineAfterHalfASecond)
     EXPECT_THAT(Messages(), ElementsAre(L"written"));
 }
 
-TEST_F(LogMutex, AnAbandonedOneIsAsGoodAsAFreeOne)
+TEST_F(LogMutex, AnAbandonedOneIsAsGoodAsAFreeOneThoughItsHolderWasRotating)
 {
     NamedMutex other;
     ASSERT_EQ(other.Create(MutexName(L"Global"), nullptr), 0U);
     Start();
-    std::thread([&] { ASSERT_EQ(other.Lock(0), NamedMutex::Wait::Acquired); }).join();
+    m_logger->Log(4, L"before");
+    std::thread([&] {
+        ASSERT_EQ(other.Lock(0), NamedMutex::Wait::Acquired);
+        ASSERT_TRUE(
+            QFile::rename(QString::fromStdWString(FilePath()), QString::fromStdWString(FilePath(L"Veridan.1.log"))));
+    }).join();
 
     m_logger->Log(4, L"written");
     EXPECT_THAT(Messages(), ElementsAre(L"written"));

@@ -262,8 +262,11 @@ TEST_F(ControllerTest, AControllerWithoutAStoreSaysSo)
     EXPECT_FALSE(elevated.HasHandle());
     EXPECT_FALSE(elevated.Load());
     EXPECT_FALSE(elevated.Save());
+    EXPECT_FALSE(m_retries.Elapse());
     EXPECT_EQ(3u, LogCapture::Take(2).size());
     ClearFaults();
+    elevated.LoadMissing(); // asks nobody
+    EXPECT_FALSE(elevated.HasHandle());
     EXPECT_TRUE(elevated.Load());
     EXPECT_TRUE(elevated.HasHandle());
 }

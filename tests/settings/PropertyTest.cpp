@@ -67,6 +67,12 @@ TEST_F(PropertyTest, UnreadableConstraintsLeaveTheValue)
     EXPECT_THAT(LogCapture::Take(), ElementsAre(LogLine{5, "StrataSettings::Property<int>::Load: Getting constraints "
                                                            "for 'windows.browsing_protection.internal.test' failed, "
                                                            "error 31"}));
+
+    Constrain(kUser, kKey, 2);
+    m_property.Load();
+    Fail("OrbStrata_GetConstraints", kKey, ORB_STRATA_NOT_FOUND, 1); // which is an answer: there are none
+    m_property.Load();
+    EXPECT_EQ(0u, m_property.Constraints());
 }
 
 TEST_F(PropertyTest, ARefusedOrFailedSaveIsLoggedAndTriedAgain)

@@ -92,6 +92,8 @@ TEST_F(ScopedSettingsTest, TheSecondHandleSaves)
     scope.UseForSaving(StoreHandle(OrbStrata_OpenElevatedHandle(L"safe", L"S-1-5-21-1-2-3-1001", L"test", &result)));
     EXPECT_TRUE(scope.Save());
     EXPECT_EQ(1, Find(kUser, L"common.time.enabled").number);
+    ASSERT_TRUE(scope.Load()); // and constrains, as an elevated one
+    EXPECT_EQ(2u, Find(kUser, scope.Settings().internal.statistics.dailyCounters.GetKey().c_str()).constraints);
     scope.Settings().time.enabled.Set(false);
     EXPECT_TRUE(scope.Settings().time.enabled.Save()); // a property finds it through the tree
     EXPECT_EQ(0, Find(kUser, L"common.time.enabled").number);
@@ -153,6 +155,7 @@ TEST_F(ScopedSettingsTest, ItsOwnWritesAreNoNews)
     scope.Settings().internal.mainGuiOpen.Set(true);
     ASSERT_TRUE(scope.Save());
     Settle();
+    StrataSettings::Listener<Scope>(scope).OnSettingChanged(kSessionOpen, ORB_STRATA_CHANGED, nullptr); // late
     EXPECT_THAT(recorder.m_changed, IsEmpty());
 }
 
@@ -202,13 +205,21 @@ TEST_F(ScopedSettingsTest, WhatComesWithAFailureIsNotUsed)
     LogCapture::Take();
 }
 
-TEST_F(ScopedSettingsTest, AListThatIsToldOfWithoutItsTextAndCannotBeReadIsReadLater)
+TEST_F(ScopedSettingsTest, AListThatCannotBeReadIsTakenFromItsTextHoweverLongElseReadLater)
 {
     constexpr const wchar_t* kList = L"windows.browsing_protection.internal.sites.list";
     Recorder recorder;
     Scope scope(kUser, L"safe", L"test", false);
     const auto& list = scope.Settings().internal.sites.list;
     ASSERT_TRUE(scope.LoadOnce(&recorder));
+    Fail("OrbStrata_GetObject", kList, ORB_STRATA_STORE_FAILED, 1);
+    const std::string url(10'000, 'x');
+    Put(kUser, kList, Stored{ORB_STRATA_TYPE_OBJECT, 0, R"([{"allowed":true,"label":"","url":")" + url + R"("}])", 0});
+    Settle();
+    EXPECT_EQ(1u, list.Get().count(Settings::Site(url, true, "")));
+    EXPECT_TRUE(scope.LoadOnce(&recorder)); // its constraints
+
+    recorder.m_missing = 0;
     Fail("OrbStrata_GetObject", kList, ORB_STRATA_STORE_FAILED, 1);
     StrataSettings::Listener<Scope>(scope).OnSettingChanged(kList, ORB_STRATA_CHANGED, nullptr);
     EXPECT_TRUE(list.ReadFailed());
