@@ -30,3 +30,12 @@ std::optional<bool> NamedEvents::IsSignalled(const QString& name) const
         return std::nullopt;
     return Platform::Get<Platform::NamedEvents>().IsSet(event->second);
 }
+
+QVariantList NamedEvents::List() const
+{
+    QVariantList rows;
+    for (const auto& [name, event] : m_events)
+        rows.append(QVariantMap{{QStringLiteral("name"), name},
+                                {QStringLiteral("signalled"), Platform::Get<Platform::NamedEvents>().IsSet(event)}});
+    return rows;
+}

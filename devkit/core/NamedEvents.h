@@ -3,6 +3,7 @@
 #include "platform/KernelHandle.h"
 
 #include <QString>
+#include <QVariantList>
 
 #include <map>
 #include <optional>
@@ -22,6 +23,8 @@ public:
 
     /// Nothing: this object made no such event.
     std::optional<bool> IsSignalled(const QString& name) const;
+    /// {"name", "signalled"} of each, by name.
+    QVariantList List() const;
 
 private:
     std::map<QString, Platform::KernelHandle> m_events;

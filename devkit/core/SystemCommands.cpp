@@ -84,6 +84,13 @@ std::vector<Command> SystemCommands(Host& host)
          "whether a named event is signalled",
          {name},
          [&host](const Arguments& arguments) { return EventState(host, arguments); }},
+        {"events",
+         "the named events that were made, and whether they are signalled",
+         {},
+         [&host](const Arguments&) {
+             return Answer{host.events.List(), {}};
+         },
+         Turn::Any},
         {"log",
          "the last lines of the plug-in's log",
          {{"lines", Kind::Natural, kOptional}, {"level", Kind::UInt32, kOptional}},

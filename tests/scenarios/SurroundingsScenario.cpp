@@ -240,6 +240,7 @@ TEST(SurroundingsScenario, NamedEventsAndClipboardHoldTheirState)
     host.Fails("event.state", {{"name", name}});
     host.Do("event.create", {{"name", name}});
     EXPECT_EQ(host.Do("event.state", {{"name", name}}), (QVariantMap{{"signalled", false}}));
+    EXPECT_EQ(host.Do("events"), (QVariantList{QVariantMap{{"name", name}, {"signalled", false}}}));
     host.Do("clipboard.set", {{"text", "secret \u20ac"}});
     EXPECT_EQ(host.Do("clipboard.get"), (QVariantMap{{"text", "secret \u20ac"}}));
     EXPECT_EQ(host.Do("flyers"), QVariantList());

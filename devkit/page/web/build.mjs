@@ -21,6 +21,7 @@ async function bundle(entry) {
     jsx: "automatic",
     jsxImportSource: "preact",
     legalComments: "none",
+    loader: { ".md": "text" },
     logLevel: "warning",
   });
   return outputFiles[0].text.trim();

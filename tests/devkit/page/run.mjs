@@ -30,6 +30,7 @@ await build({
   platform: "node",
   target: "node18",
   alias: { web: join(web, "src") },
+  loader: { ".md": "text" },
   plugins: [
     {
       // It stays where it is.

@@ -6,6 +6,7 @@ import "./model/Settings";
 import "./model/Elevation";
 import "./model/Flyers";
 import "./model/Urls";
+import "./model/Faults";
 import "./model/PlugIn";
 import { connection } from "./connection/Connection";
 import { token, type Route } from "./model/Route";

@@ -7,7 +7,8 @@ import { go, openPage } from "../support/Browser";
 import { Host } from "../support/Host";
 
 const names = [
-  "Variables", "History", "Main page", "Browsing protection", "Browser extensions", "Banking protection", "Web page filter", "Websites",
+  "Variables", "History", "Store", "Log", "Activity", "Faults", "Service", "Main page", "Browsing protection",
+  "Browser extensions", "Banking protection", "Web page filter", "Websites",
   "Time limits", "Family rules", "Statistics",
 ];
 

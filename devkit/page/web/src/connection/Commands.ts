@@ -17,6 +17,8 @@ export interface Commands {
   "event.create": { name: string };
   /// whether a named event is signalled
   "event.state": { name: string };
+  /// the named events that were made, and whether they are signalled
+  events: Record<string, never>;
   /// what is made to fail, and the functions that can be
   faults: Record<string, never>;
   /// makes the plug-in's next calls of a flyer function answer a code

@@ -50,6 +50,30 @@ export interface FlyerRow {
   state: "created" | "shown" | "closed";
 }
 
+export interface MetricRow {
+  code: number;
+  name: string;
+  payload?: string;
+  major: boolean;
+}
+
+export type FaultLibrary = "store" | "flyer" | "metrics";
+
+export interface FaultRow {
+  library: FaultLibrary;
+  /// Nothing: any function of the library.
+  function?: string;
+  key?: string;
+  code: number;
+  /// Calls that are left; 0: until it is cleared.
+  count: number;
+}
+
+export interface NamedEventRow {
+  name: string;
+  signalled: boolean;
+}
+
 export interface InfoResult {
   platform: string;
   userSid: string;
@@ -79,10 +103,23 @@ interface Results {
   "store.get": Entry;
   "store.set": null;
   "store.list": Record<string, Entry>;
+  "store.remove": null;
+  "store.constrain": null;
+  "store.fault": null;
   elevation: null;
   "elevation.answer": null;
   flyers: FlyerRow[];
   "flyer.press": null;
+  "flyer.fault": null;
+  metrics: MetricRow[];
+  "metrics.fault": null;
+  faults: { active: FaultRow[]; functions: Record<FaultLibrary, string[]> };
+  urls: string[];
+  "clipboard.get": { text: string };
+  "clipboard.set": null;
+  "event.create": null;
+  events: NamedEventRow[];
+  log: string[];
   strings: null;
 }
 
@@ -96,5 +133,8 @@ export interface HostEvents {
   flyer: FlyerRow;
   url: { url: string };
   elevation: { prompt: number; client: string };
+  metric: MetricRow;
+  log: { line: string };
+  faults: { active: FaultRow[] };
   host: { loaded: boolean; initialized: boolean };
 }

@@ -23,16 +23,17 @@ export function brief(value: Json | undefined, most = 200): string {
   return text.length > most ? `${text.slice(0, most)}…` : text;
 }
 
-function hasInexact(value: Json): boolean {
-  if (typeof value === "number") return Number.isInteger(value) && !Number.isSafeInteger(value);
-  return typeof value === "object" && value !== null && Object.values(value).some(hasInexact);
+/// A browser reads integers beyond 2^53 roughly.
+export function isExact(value: Json): boolean {
+  if (typeof value === "number") return !Number.isInteger(value) || Number.isSafeInteger(value);
+  return typeof value !== "object" || value === null || Object.values(value).every(isExact);
 }
 
 /// The value, or why the text is none that can be sent as it stands.
 export function parseJson(text: string): { value: Json } | { problem: string } {
   try {
     const value = JSON.parse(text) as Json;
-    if (hasInexact(value)) return { problem: "A browser doesn't keep integers beyond 2⁵³ exactly: use JSON Lines for them." };
+    if (!isExact(value)) return { problem: "A browser doesn't keep integers beyond 2⁵³ exactly: use JSON Lines for them." };
     return { value };
   } catch (error) {
     return { problem: `This is not JSON: ${error instanceof Error ? error.message : String(error)}` };

@@ -4,8 +4,10 @@ import type { FlyerRow } from "../connection/Protocol";
 
 const rows = signal<ReadonlyMap<number, FlyerRow>>(new Map());
 
-/// The notifications on screen, oldest first.
-export const shownFlyers = computed(() => [...rows.value.values()].filter((flyer) => flyer.state === "shown"));
+/// Every notification, oldest first.
+export const flyers = computed(() => [...rows.value.values()]);
+/// Those on screen.
+export const shownFlyers = computed(() => flyers.value.filter((flyer) => flyer.state === "shown"));
 
 export async function pressButton(flyer: number, button: number): Promise<void> {
   await connection.request("flyer.press", { flyer, button });

@@ -1,5 +1,6 @@
 import { signal } from "@preact/signals";
 import { connection } from "../connection/Connection";
+import { isMirrored } from "./Settings";
 import { fire } from "./Variables";
 
 /// Whether there is a plug-in behind the pages: it was loaded and its start succeeded.
@@ -22,7 +23,7 @@ function reloadSoon(): void {
   clearTimeout(soon);
   soon = setTimeout(() => plugInRuns.value && reload().catch(() => undefined), reloadSoonMs);
 }
-connection.on("store", reloadSoon);
+connection.on("store", ({ key }) => isMirrored(key) && reloadSoon());
 
 connection.on("host", ({ initialized }) => {
   plugInRuns.value = initialized;

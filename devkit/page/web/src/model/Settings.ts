@@ -43,8 +43,13 @@ export async function changeSetting(scope: Scope, key: string, type: SettingType
   await connection.request("settle", {});
 }
 
+/// Whether the pages follow the key.
+export function isMirrored(key: string): boolean {
+  return mirrored.some(([, prefix]) => key.startsWith(prefix));
+}
+
 connection.on("store", ({ scope, key, kind, ...entry }) => {
-  setting(scope, key).value = kind === "removed" ? undefined : entry;
+  if (isMirrored(key)) setting(scope, key).value = kind === "removed" ? undefined : entry;
 });
 
 connection.onConnect(async () => {

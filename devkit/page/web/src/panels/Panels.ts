@@ -1,5 +1,10 @@
 import type { ComponentType } from "preact";
+import { ActivityPanel } from "./ActivityPanel";
+import { FaultsPanel } from "./FaultsPanel";
 import { HistoryPanel } from "./HistoryPanel";
+import { LogPanel } from "./LogPanel";
+import { ServicePanel } from "./ServicePanel";
+import { StorePanel } from "./StorePanel";
 import { VariablesPanel } from "./VariablesPanel";
 
 export interface Panel {
@@ -13,4 +18,9 @@ export interface Panel {
 export const panels: readonly Panel[] = [
   { name: "variables", title: "Variables", Panel: VariablesPanel },
   { name: "history", title: "History", Panel: HistoryPanel },
+  { name: "store", title: "Store", Panel: StorePanel },
+  { name: "log", title: "Log", Panel: LogPanel },
+  { name: "activity", title: "Activity", Panel: ActivityPanel },
+  { name: "faults", title: "Faults", Panel: FaultsPanel },
+  { name: "service", title: "Service", Panel: ServicePanel },
 ];

@@ -1,9 +1,15 @@
+import { clearFaults, faults } from "../model/Faults";
+import { attempt } from "../model/Notices";
 import { addressOf } from "../model/Route";
 import { blockShown } from "../model/TimeLock";
 import { Icon } from "./Icon";
 
 /// What a developer should not forget, whichever page or panel is open.
 export function InSight({ onPanel }: { onPanel: boolean }) {
+  const active = faults.value;
+  const most = 3;
+  const names = active.slice(0, most).map(({ library, function: name, key }) => [name ?? library, key].filter(Boolean).join(" "));
+  const named = names.join(", ") + (active.length > most ? " …" : "");
   return (
     <div class="in-sight" role="status" lang="en">
       {onPanel && blockShown.value > 0 && (
@@ -11,6 +17,18 @@ export function InSight({ onPanel }: { onPanel: boolean }) {
           <Icon name="lock" />
           <span>The suite's pages are locked.</span>
           <a href={addressOf("main")}>Show</a>
+        </p>
+      )}
+      {active.length > 0 && (
+        <p class="note warning">
+          <Icon name="warning" />
+          <span>
+            {active.length === 1 ? "1 fault is set" : `${active.length} faults are set`}: <span class="code">{named}</span>
+          </span>
+          <a href={addressOf("faults")}>Show</a>
+          <button type="button" class="quiet" onClick={() => attempt(clearFaults)}>
+            Clear
+          </button>
         </p>
       )}
     </div>

@@ -1,0 +1,5 @@
+/// A page of docs/, as its text.
+declare module "*.md" {
+  const text: string;
+  export default text;
+}

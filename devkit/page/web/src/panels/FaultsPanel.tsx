@@ -1,0 +1,141 @@
+import { useId, useState } from "preact/hooks";
+import type { FaultLibrary, FaultRow } from "../connection/Protocol";
+import { clearFaults, faults, functions, libraryOf, setFault, takeBack } from "../model/Faults";
+import { attempt } from "../model/Notices";
+import { Card, Page } from "../parts/Page";
+
+/// Codes that the suite's libraries answer with.
+const codes = [
+  [5, "access denied"],
+  [6, "invalid handle"],
+  [10, "not found"],
+  [87, "invalid argument"],
+  [110, "wrong type"],
+  [112, "the store failed"],
+  [170, "busy"],
+] as const;
+const libraries: Readonly<Record<FaultLibrary, string>> = { store: "Store", flyer: "Flyers", metrics: "Metrics" };
+
+function NewFault() {
+  const id = useId();
+  const [name, setName] = useState("OrbStrata_SetBool");
+  const [key, setKey] = useState("");
+  const [code, setCode] = useState("112");
+  const [count, setCount] = useState("1");
+  const library = libraryOf(name);
+  const fault: FaultRow = {
+    library,
+    function: name,
+    code: Number(code),
+    count: Number(count),
+    ...(library === "store" && key.trim() && { key: key.trim() }),
+  };
+  return (
+    <form
+      class="fields"
+      onSubmit={(event) => {
+        event.preventDefault();
+        attempt(() => setFault(fault));
+      }}
+    >
+      <label for={`${id}function`}>Function</label>
+      <select id={`${id}function`} value={name} onChange={(event) => setName(event.currentTarget.value)}>
+        {(Object.keys(libraries) as FaultLibrary[]).map((each) => (
+          <optgroup key={each} label={libraries[each]}>
+            {functions.value[each].map((option) => (
+              <option key={option}>{option}</option>
+            ))}
+          </optgroup>
+        ))}
+      </select>
+      <label for={`${id}key`}>Key</label>
+      <input
+        id={`${id}key`}
+        type="text"
+        class="code"
+        placeholder="any"
+        spellcheck={false}
+        disabled={library !== "store"}
+        value={key}
+        onInput={(event) => setKey(event.currentTarget.value)}
+      />
+      <label for={`${id}code`}>Code</label>
+      <input
+        id={`${id}code`}
+        type="number"
+        required
+        list={`${id}codes`}
+        value={code}
+        onInput={(event) => setCode(event.currentTarget.value)}
+      />
+      <datalist id={`${id}codes`}>
+        {codes.map(([value, meaning]) => (
+          <option key={value} value={value} label={meaning} />
+        ))}
+      </datalist>
+      <label for={`${id}count`}>Calls (0: until it is cleared)</label>
+      <input
+        id={`${id}count`}
+        type="number"
+        required
+        min={0}
+        value={count}
+        onInput={(event) => setCount(event.currentTarget.value)}
+      />
+      <button class="button primary">Set fault</button>
+    </form>
+  );
+}
+
+function ActiveFault({ fault }: { fault: FaultRow }) {
+  const { library, function: name = `any of ${library}`, key, code, count } = fault;
+  return (
+    <tr>
+      <td class="code">{name}</td>
+      <td class="code">{key ?? <span class="faint">any</span>}</td>
+      <td>{code}</td>
+      <td>{count === 0 ? "until cleared" : count}</td>
+      <td class="actions">
+        <button type="button" class="quiet" aria-label={`Take back ${name} ${key ?? ""}`.trim()} onClick={() => attempt(() => takeBack(fault))}>
+          Take back
+        </button>
+      </td>
+    </tr>
+  );
+}
+
+export function FaultsPanel() {
+  return (
+    <Page title="Faults" lead="Calls of the plug-in that are answered with an error in place of being carried out.">
+      <Card title="New fault">
+        <NewFault />
+      </Card>
+      <Card title="Active faults">
+        <div class="wide-table">
+          <table class="table fitting" aria-label="Active faults">
+            <thead>
+              <tr>
+                <th scope="col">Function</th>
+                <th scope="col">Key</th>
+                <th scope="col">Code</th>
+                <th scope="col">Calls left</th>
+                <th scope="col">Actions</th>
+              </tr>
+            </thead>
+            <tbody>
+              {faults.value.map((fault, i) => (
+                <ActiveFault key={i} fault={fault} />
+              ))}
+            </tbody>
+          </table>
+        </div>
+        {faults.value.length === 0 && <p class="faint">Nothing is made to fail.</p>}
+        <div class="buttons">
+          <button type="button" class="button" disabled={faults.value.length === 0} onClick={() => attempt(clearFaults)}>
+            Clear all
+          </button>
+        </div>
+      </Card>
+    </Page>
+  );
+}
