@@ -105,6 +105,16 @@ void Notifier::Announce(const Change& change, uintptr_t origin)
         m_watch->Wake();
 }
 
+void Notifier::Hold(bool on)
+{
+    std::unique_lock lock(m_mutex);
+    m_held = on;
+    if (on)
+        m_returned.wait(lock, [this] { return m_running == 0; });
+    else if (m_watch)
+        m_watch->Wake();
+}
+
 bool Notifier::WaitUntilDelivered(std::chrono::steady_clock::time_point deadline)
 {
     std::unique_lock lock(m_mutex);
@@ -127,7 +137,7 @@ void Notifier::Run()
 void Notifier::DeliverQueued()
 {
     std::unique_lock lock(m_mutex);
-    while (!m_queue.empty() && !m_stop)
+    while (!m_queue.empty() && !m_held && !m_stop)
     {
         const Delivery delivery = std::move(m_queue.front());
         m_queue.pop_front();

@@ -59,6 +59,9 @@ public:
     /// Queues a change for everyone who subscribed to it, but for the handle that made it (0: none of this process).
     void Announce(const Change& change, uintptr_t origin);
 
+    /// While it is on, what is announced waits. When it returns, no callback runs; not to be called by one.
+    void Hold(bool on);
+
     /// Waits until every callback for what has been announced so far has returned. False: time-out, or called on the
     /// notifier's thread.
     bool WaitUntilDelivered(std::chrono::steady_clock::time_point deadline);
@@ -90,6 +93,7 @@ private:
     std::deque<Delivery> m_queue;
     uint64_t m_announced = 0;
     uint64_t m_delivered = 0;
+    bool m_held = false;
     uintptr_t m_running = 0; // the subscription whose callback runs
 
     std::atomic<bool> m_stop = false;

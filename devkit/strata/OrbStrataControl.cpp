@@ -137,6 +137,11 @@ OrbStrataResult OrbStrataControl_WriteAll(OrbStrataHandle handle, const OrbStrat
     return WriteEntries(handle, Edit::Kind::Whole, entries, count, nullptr);
 }
 
+void OrbStrataControl_HoldDelivery(bool on)
+{
+    Store::Instance().HoldDelivery(on);
+}
+
 void OrbStrataControl_SetWriteObserver(OrbStrataWriteObserver observer, void* context)
 {
     Store::Instance().writes.SetObserver(observer, context);

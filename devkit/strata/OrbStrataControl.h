@@ -34,9 +34,26 @@ typedef void(NL_SUITE_CALL* OrbStrataEntryVisitor)(void* context, const OrbStrat
  * beyond 4096 bytes that were overwritten before anyone could look, the later one is told for the earlier. */
 typedef void(NL_SUITE_CALL* OrbStrataWatcher)(void* context, int32_t changeType, const OrbStrataEntry* entry);
 
-/* A value write (set or remove, not a constraint word) that reached the store, in commit order. `byPlugIn` is false for
- * product handles and for other processes. Called on a thread of the store's, or inside a call that writes or waits. */
-typedef void(NL_SUITE_CALL* OrbStrataWriteObserver)(void* context, const char* sid, const wchar_t* key, bool byPlugIn);
+typedef enum OrbStrataWriter
+{
+    ORB_STRATA_BY_PLUGIN = 0,     /* on the thread that set the observer */
+    ORB_STRATA_BY_BACKGROUND = 1, /* the plug-in too, on another thread */
+    ORB_STRATA_BY_PRODUCT = 2,    /* a product handle of this process */
+    ORB_STRATA_BY_OTHERS = 3      /* another process */
+} OrbStrataWriter;
+
+/* A write that reached the store: of a value (set or remove), which may have left it as it was, or of a constraint word
+ * that changed. `entry` is what the key held from then on, as a watcher is told. */
+typedef struct OrbStrataWrite
+{
+    const char* sid;
+    const OrbStrataEntry* entry;
+    bool ofValue;
+    OrbStrataWriter by;
+} OrbStrataWrite;
+
+/* Told of writes in commit order, on a thread of the store's, or inside a call that writes or waits. */
+typedef void(NL_SUITE_CALL* OrbStrataWriteObserver)(void* context, const OrbStrataWrite* write);
 
 /* Whether the user agrees to an elevated handle. Called on the thread that opens the handle, which waits. */
 typedef bool(NL_SUITE_CALL* OrbStrataElevationHandler)(void* context, const wchar_t* clientId);
@@ -96,6 +113,9 @@ typedef bool(NL_SUITE_CALL* OrbStrataElevationHandler)(void* context, const wcha
     /* Waits until every change committed so far, by any process, has been noticed and its callbacks have returned.    \
      * False: time-out. */                                                                                             \
     F(bool, OrbStrataControl_WaitForDelivery, (uint32_t timeoutMs))                                                    \
+    /* While it is on, subscribers of this process are told of nothing: what is committed waits. When it returns, no   \
+     * callback runs; a callback must not call it. */                                                                  \
+    F(void, OrbStrataControl_HoldDelivery, (bool on))                                                                  \
     /* Open handles of this process, product handles included. */                                                      \
     F(uint32_t, OrbStrataControl_OpenHandles, (void))                                                                  \
     /* Where no handle is open, makes the library as if it were freshly loaded: no thread, no file, no memory, nothing \

@@ -28,7 +28,8 @@ struct Scope
 struct Writer
 {
     uintptr_t handle;
-    bool isProduct; ///< may write enforced keys
+    bool isProduct;    ///< may write enforced keys
+    bool inBackground; ///< not on the write observer's thread
 };
 
 /// This process's connection to the store's file: the scopes it has open, kept in memory and brought up to date
@@ -58,6 +59,7 @@ public:
     bool Unsubscribe(uintptr_t handle, uintptr_t id) { return m_notifier.Remove(handle, id); }
     void UnsubscribeAll(uintptr_t handle) { m_notifier.RemoveAll(handle); }
 
+    void HoldDelivery(bool on) { m_notifier.Hold(on); }
     bool WaitForDelivery(std::chrono::steady_clock::time_point deadline);
     bool OnNotificationThread() const { return m_notifier.OnThread(); }
 

@@ -140,8 +140,10 @@ void Session::Announce(const Change& change)
     const bool own = origin != m_ownWrites.end();
     if (change.kind != 0)
         m_notifier.Announce(change, own ? origin->writer.handle : 0);
-    if (change.valueWrite)
-        m_writes.Add(change.scope, change.key, own && !origin->writer.isProduct);
+    m_writes.Add(change, !own                          ? ORB_STRATA_BY_OTHERS
+                         : origin->writer.isProduct    ? ORB_STRATA_BY_PRODUCT
+                         : origin->writer.inBackground ? ORB_STRATA_BY_BACKGROUND
+                                                       : ORB_STRATA_BY_PLUGIN);
 }
 
 void Session::ForgetOwnWrites()

@@ -122,7 +122,11 @@ OrbStrataHandle Store::Open(const wchar_t* sid, Access access, const wchar_t* cl
 std::shared_ptr<Session> Store::OpenSession()
 {
     if (!m_session)
+    {
         m_session = Session::Open(m_file.empty() ? DefaultStoreFile() : m_file, writes, m_lastError);
+        if (m_session)
+            m_session->HoldDelivery(m_holdsDelivery);
+    }
     return m_session;
 }
 
@@ -206,7 +210,7 @@ OrbStrataResult Store::Apply(OrbStrataHandle handle, const std::vector<Edit>& ed
     for (const Edit& edit : edits)
         if (!MayWrite(opened->access, edit.key))
             return ORB_STRATA_ACCESS_DENIED;
-    const Writer writer{IdOf(handle), opened->access == Access::Product};
+    const Writer writer{IdOf(handle), opened->access == Access::Product, !writes.OnObserverThread()};
     return Answer(*opened->session, opened->session->Apply(*opened->scope, writer, edits, written));
 }
 
@@ -228,6 +232,16 @@ void Store::Unsubscribe(OrbStrataHandle handle, OrbStrataSubscription subscripti
 {
     if (const auto opened = Lookup(handle))
         opened->session->Unsubscribe(IdOf(handle), IdOf(subscription));
+}
+
+void Store::HoldDelivery(bool on)
+{
+    std::unique_lock lock(m_mutex);
+    m_holdsDelivery = on;
+    const auto session = m_session;
+    lock.unlock();
+    if (session)
+        session->HoldDelivery(on);
 }
 
 bool Store::WaitForDelivery(std::chrono::milliseconds timeout)

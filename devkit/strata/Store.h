@@ -55,6 +55,7 @@ public:
 
     OrbStrataSubscription Subscribe(OrbStrataHandle handle, Interest interest, OrbStrataResult& result);
     void Unsubscribe(OrbStrataHandle handle, OrbStrataSubscription subscription);
+    void HoldDelivery(bool on);
     bool WaitForDelivery(std::chrono::milliseconds timeout);
 
     /// Whether the handle has the product's rights; no fault applies to it.
@@ -84,6 +85,7 @@ private:
 
     std::mutex m_mutex; // guards what follows
     std::string m_file;
+    bool m_holdsDelivery = false;
     std::shared_ptr<Session> m_session;
     std::unordered_map<uintptr_t, std::shared_ptr<const Handle>> m_handles;
     std::string m_lastError;

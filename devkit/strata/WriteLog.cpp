@@ -12,15 +12,16 @@ void WriteLog::SetObserver(OrbStrataWriteObserver observer, void* context)
     const std::lock_guard lock(m_telling);
     m_observer = observer;
     m_context = context;
+    m_observerThread = std::this_thread::get_id();
     m_hasObserver = observer != nullptr;
 }
 
-void WriteLog::Add(std::string sid, std::string key, bool byPlugIn)
+void WriteLog::Add(const Change& change, OrbStrataWriter by)
 {
     if (m_hasObserver)
     {
         const std::lock_guard lock(m_mutex);
-        m_queue.push_back({std::move(sid), std::move(key), byPlugIn});
+        m_queue.push_back({change, by});
     }
 }
 
@@ -37,10 +38,18 @@ void WriteLog::Tell()
         m_queue.pop_front();
         lock.unlock();
         if (m_observer)
-            m_observer(m_context, write.sid.c_str(), Platform::FromUtf8(write.key).c_str(), write.byPlugIn);
+            Tell(write);
         lock.lock();
     }
     m_teller = std::thread::id();
+}
+
+void WriteLog::Tell(const Write& write) const
+{
+    const std::wstring key = Platform::FromUtf8(write.change.key);
+    const OrbStrataEntry entry = ViewOf(key.c_str(), write.change.entry);
+    const OrbStrataWrite told{write.change.scope.c_str(), &entry, write.change.valueWrite, write.by};
+    m_observer(m_context, &told);
 }
 
 } // namespace Strata

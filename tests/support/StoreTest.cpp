@@ -144,12 +144,12 @@ std::vector<StoreTest::WrittenKey> StoreTest::TakeWrites()
     return std::exchange(m_writes, {});
 }
 
-void StoreTest::OnWrite(void* context, const char* sid, const wchar_t* key, bool byPlugIn)
+void StoreTest::OnWrite(void* context, const OrbStrataWrite* write)
 {
     auto* test = static_cast<StoreTest*>(context);
     const std::lock_guard lock(test->m_writesMutex);
-    if (byPlugIn)
-        test->m_writes.push_back({sid, key});
+    if (write->ofValue && write->by <= ORB_STRATA_BY_BACKGROUND)
+        test->m_writes.push_back({write->sid, write->entry->key});
 }
 
 std::vector<std::string> StoreTest::MetricEvents()

@@ -93,7 +93,7 @@ private:
         NL_FLYER_CONTROL_FUNCTIONS(NL_SUITE_ENTRY)
     };
 
-    static void NL_SUITE_CALL OnWrite(void* context, const char* sid, const wchar_t* key, bool byPlugIn);
+    static void NL_SUITE_CALL OnWrite(void* context, const OrbStrataWrite* write);
 
     void WithProductHandle(const char* sid, const std::function<OrbStrataResult(OrbStrataHandle)>& use);
 

@@ -1,5 +1,7 @@
 #include "tests/devkit/strata/StoreFixture.h"
 
+#include <thread>
+
 using Kind = Opened::Kind;
 
 namespace
@@ -69,8 +71,8 @@ TEST_F(Access, FaultAnswersMatchingCallsOfThePlugInInPlaceOfTheirWrites)
     const Opened product(Kind::Product);
     std::vector<std::wstring> writes;
     OrbStrataControl_SetWriteObserver(
-        [](void* context, const char*, const wchar_t* key, bool byPlugIn) {
-            static_cast<std::vector<std::wstring>*>(context)->push_back(std::wstring(key) + (byPlugIn ? L"!" : L""));
+        [](void* context, const OrbStrataWrite* write) {
+            static_cast<std::vector<std::wstring>*>(context)->push_back(write->entry->key);
         },
         &writes);
     EXPECT_FALSE(OrbStrataControl_SetFault("OrbStrata_Nothing", nullptr, 1, 1));
@@ -87,8 +89,35 @@ TEST_F(Access, FaultAnswersMatchingCallsOfThePlugInInPlaceOfTheirWrites)
     OrbStrataControl_ClearFaults();
     EXPECT_EQ(OrbStrata_SetBool(normal, kInternal, true), 0U);
     OrbStrataControl_SetWriteObserver(nullptr, nullptr);
-    const std::wstring own = std::wstring(kInternal) + L"!";
-    EXPECT_EQ(writes, (std::vector<std::wstring>{kInternal, L"windows.browsing_protection.internal.other!", own, own}));
+    EXPECT_EQ(writes, (std::vector<std::wstring>{kInternal, L"windows.browsing_protection.internal.other", kInternal,
+                                                 kInternal}));
+}
+
+TEST_F(Access, WriteObserverHearsWhatWasWrittenAndWhoseItWas)
+{
+    const Opened normal(Kind::Normal);
+    const Opened product(Kind::Product);
+    std::vector<std::wstring> writes;
+    OrbStrataControl_SetWriteObserver(
+        [](void* context, const OrbStrataWrite* write) {
+            static constexpr const wchar_t* kNames[] = {L"plug-in", L"background", L"product", L"others"};
+            const OrbStrataEntry& entry = *write->entry;
+            const std::wstring held = write->ofValue ? std::to_wstring(entry.number) : L"word";
+            static_cast<std::vector<std::wstring>*>(context)->push_back(
+                entry.key + (L" " + held + L" " + std::to_wstring(entry.constraints) + L" " + kNames[write->by]));
+        },
+        &writes);
+    OrbStrata_SetBool(normal, kInternal, true);
+    OrbStrata_SetBool(normal, kInternal, true);
+    OrbStrata_SetConstraints(normal, kInternal, 2);
+    OrbStrata_SetBool(normal, L"refused", true);
+    std::thread([&normal] { OrbStrata_SetInt32(normal, kInternal, 7); }).join();
+    OrbStrata_SetBool(product, L"p", true);
+    OrbStrataControl_Remove(product, L"p");
+    OrbStrataControl_SetWriteObserver(nullptr, nullptr);
+    const std::wstring own = kInternal;
+    EXPECT_EQ(writes, (std::vector<std::wstring>{own + L" 1 0 plug-in", own + L" 1 0 plug-in", own + L" word 2 plug-in",
+                                                 own + L" 7 2 background", L"p 1 0 product", L"p 0 0 product"}));
 }
 
 } // namespace

@@ -46,8 +46,7 @@ TEST_F(Values, ScopesAreSeparateAndTheEmptySidIsTheCallersOwn)
 
     std::string ownSid;
     OrbStrataControl_SetWriteObserver(
-        [](void* context, const char* sid, const wchar_t*, bool) { *static_cast<std::string*>(context) = sid; },
-        &ownSid);
+        [](void* context, const OrbStrataWrite* write) { *static_cast<std::string*>(context) = write->sid; }, &ownSid);
     OrbStrata_SetInt32(own, L"key", 3);
     OrbStrataControl_SetWriteObserver(nullptr, nullptr);
     const Opened bySid(Kind::Product, std::wstring(ownSid.begin(), ownSid.end()).c_str());
