@@ -4,7 +4,7 @@
 
 #include <QEventLoop>
 #include <QObject>
-#include <QString>
+#include <QStringList>
 
 #include <map>
 
@@ -16,6 +16,21 @@ class Elevation : public QObject
 {
     Q_OBJECT
 public:
+    /// How prompts are answered.
+    static constexpr const char* kModeNames = "accept|decline|ask";
+
+    explicit Elevation(Sessions& sessions);
+    ~Elevation() override;
+
+    void SetMode(const QString& name) { m_mode = static_cast<Mode>(Modes().indexOf(name)); }
+    QString ModeName() const { return Modes()[static_cast<int>(m_mode)]; }
+    /// Answers a prompt that waits. Why not, as a sentence; empty when it is done.
+    QString Answer(quint64 prompt, bool accept);
+    /// Declines what waits and nobody would answer.
+    void OnWatchesChanged();
+
+private:
+    /// In the order of the names.
     enum class Mode
     {
         Accept,
@@ -23,16 +38,7 @@ public:
         Ask
     };
 
-    explicit Elevation(Sessions& sessions);
-    ~Elevation() override;
-
-    void SetMode(Mode mode) { m_mode = mode; }
-    /// Answers a prompt that waits. Why not, as a sentence; empty when it is done.
-    QString Answer(quint64 prompt, bool accept);
-    /// Declines what waits and nobody would answer.
-    void OnWatchesChanged();
-
-private:
+    static QStringList Modes() { return QString::fromLatin1(kModeNames).split(QLatin1Char('|')); }
     static bool NL_SUITE_CALL OnPrompt(void* context, const wchar_t* client);
     bool Decide(const QString& client);
     bool Ask(const QString& client);

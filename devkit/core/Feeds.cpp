@@ -42,6 +42,7 @@ QString Feeds::OnWatchesChanged()
         m_timer.stop();
     else if (!m_timer.isActive())
         m_timer.start(kIntervalMs);
+    WatchWrites(sessions.WatchedAny(Topic::Writes));
     if (!sessions.WatchedAny(Topic::Store))
         m_store.clear();
     return sessions.WatchedAny(Topic::Store) && m_store.empty() ? WatchStore() : QString();
@@ -72,6 +73,24 @@ QString Feeds::WatchStore()
         m_store.push_back(watch.value);
     }
     return {};
+}
+
+void Feeds::WatchWrites(bool on)
+{
+    static constexpr const char* kWriters[] = {"plugin", "background", "product", "other"};
+    if (!on)
+        return m_host.storeWrites.SetObserver(nullptr);
+    m_host.storeWrites.SetObserver([this](const StoreWrites::Change& write) {
+        QVariantMap members = write.entry.Describe();
+        members.insert(QStringLiteral("scope"), write.scope);
+        members.insert(QStringLiteral("key"), write.key);
+        members.insert(QStringLiteral("of"), write.ofValue ? QStringLiteral("value") : QStringLiteral("constraints"));
+        members.insert(QStringLiteral("by"), QLatin1String(kWriters[write.by]));
+        const auto publish = [this, key = write.key, members] {
+            m_host.sessions.Publish(Topic::Writes, key, Event("write", members));
+        };
+        QMetaObject::invokeMethod(this, publish, Qt::QueuedConnection);
+    });
 }
 
 void Feeds::Poll()
@@ -125,5 +144,24 @@ void Feeds::TellHost()
 {
     m_host.sessions.Publish(Topic::Host, {},
                             Event("host", {{QStringLiteral("loaded"), m_host.plugIn.IsLoaded()},
-                                           {QStringLiteral("initialized"), m_host.plugIn.IsInitialized()}}));
+                                           {QStringLiteral("initialized"), m_host.plugIn.IsInitialized()},
+                                           {QStringLiteral("recording"), m_host.recording.IsOn()}}));
+}
+
+void Feeds::TellRequest(const Command& command, const QVariantMap& request) const
+{
+    QVariantMap told = request;
+    told.remove(QStringLiteral("id"));
+    if (command.turn != Command::Turn::Any)
+        m_host.sessions.Publish(Topic::Requests, QLatin1String(command.op),
+                                Event("request", {{QStringLiteral("request"), told}}));
+}
+
+void Feeds::TellAnswer(const Command& command, const Answer& answer) const
+{
+    const QString op = QLatin1String(command.op);
+    QVariantMap members = ToMessage(answer);
+    members.insert(QStringLiteral("op"), op);
+    if (command.turn != Command::Turn::Any)
+        m_host.sessions.Publish(Topic::Requests, op, Event("answer", members));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "devkit/core/CommandTable.h"
 #include "devkit/core/StoreAccess.h"
 #include "devkit/core/Topic.h"
 
@@ -29,11 +30,17 @@ public:
 
     void TellHost();
 
+    /// Of a request that may change something, before it is carried out, and of its answer once all that it caused has
+    /// been told. While somebody watches requests, each is followed by a time in which the store settles.
+    void TellRequest(const Command& command, const QVariantMap& request) const;
+    void TellAnswer(const Command& command, const Answer& answer) const;
+
 private:
     void PollList(Topic topic, const char* event, QVariantList (*read)(), std::optional<QVariantList>& told);
     void PollFaults();
     void PollLog();
     QString WatchStore();
+    void WatchWrites(bool on);
 
     Host& m_host;
     QTimer m_timer; // what other threads do shows without a command too

@@ -25,7 +25,7 @@ Host::Host(const DataFolder& dataFolder, const Setup& setup)
     : folder(dataFolder), userSid(UserSid()), registry(folder.RegistryFolder()),
       environment(registry, folder, setup.libraryFolder), store(folder.StoreFile(), userSid), storeWrites(store),
       elevation(sessions), hub(setup.warn), manager(hub, setup.warn), urls(setup.openUrls),
-      plugIn(setup.plugInFile, manager), feeds(*this)
+      plugIn(setup.plugInFile, manager), feeds(*this), recording(*this, setup.warn)
 {
     if (environment.IsIncomplete())
         setup.warn(QStringLiteral("The registry could not be written; the plug-in starts with its defaults."));
@@ -39,6 +39,7 @@ Host::Host(const DataFolder& dataFolder, const Setup& setup)
 
 Host::~Host()
 {
+    recording.Stop();
     hub.SetObserver(nullptr);
     urls.SetObserver(nullptr);
     sessions.SetOnRemoved(nullptr);

@@ -9,6 +9,7 @@
 #include "devkit/core/PlugInLoader.h"
 #include "devkit/core/PlugInManager.h"
 #include "devkit/core/Registry.h"
+#include "devkit/core/RunningRecording.h"
 #include "devkit/core/Sessions.h"
 #include "devkit/core/StoreAccess.h"
 #include "devkit/core/StoreWrites.h"
@@ -62,6 +63,7 @@ public:
     NamedEvents events;
     PlugInLoader plugIn;
     Feeds feeds;
+    RunningRecording recording;
 
 private:
     CommandTable m_commands;

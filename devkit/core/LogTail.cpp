@@ -11,18 +11,6 @@ namespace
 
 constexpr int kNoLevel = 0;
 
-/// The level of a line that begins a message; kNoLevel for one that goes on with it.
-int LevelOf(const QString& line, bool& begins)
-{
-    static const QRegularExpression s_prefix(
-        QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} \\[[0-9a-f]+\\.[0-9a-f]+\\] (..): "));
-    static const QStringList s_tags{QStringLiteral("*F"), QStringLiteral("*E"), QStringLiteral(".W"),
-                                    QStringLiteral(" I"), QStringLiteral(" D"), QStringLiteral(" V")};
-    const QRegularExpressionMatch match = s_prefix.match(line);
-    begins = match.hasMatch();
-    return begins ? s_tags.indexOf(match.captured(1)) + 1 : kNoLevel;
-}
-
 constexpr const char* kLineEnd = "\r\n";
 
 /// The text from a byte of the file on, which is UTF-16LE.
@@ -52,15 +40,26 @@ QStringList ReadLines(QFile& file, qint64 size)
 
 } // namespace
 
+std::optional<LogMessage> MessageBegunBy(const QString& line)
+{
+    static const QRegularExpression s_prefix(
+        QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} \\[[0-9a-f]+\\.[0-9a-f]+\\] (..): "));
+    static const QStringList s_tags{QStringLiteral("*F"), QStringLiteral("*E"), QStringLiteral(".W"),
+                                    QStringLiteral(" I"), QStringLiteral(" D"), QStringLiteral(" V")};
+    const QRegularExpressionMatch match = s_prefix.match(line);
+    if (!match.hasMatch())
+        return std::nullopt;
+    return LogMessage{static_cast<int>(s_tags.indexOf(match.captured(1))) + 1, line.mid(match.capturedEnd())};
+}
+
 QStringList FilterLog(const QStringList& lines, int maximumLevel)
 {
     QStringList kept;
     int level = kNoLevel;
     for (const QString& line : lines)
     {
-        bool begins = false;
-        const int own = LevelOf(line, begins);
-        level = begins || line.isEmpty() ? own : level;
+        const std::optional<LogMessage> message = MessageBegunBy(line);
+        level = message ? message->level : line.isEmpty() ? kNoLevel : level;
         if (maximumLevel == kNoLevel || (level != kNoLevel && level <= maximumLevel))
             kept.append(line);
     }

@@ -3,6 +3,17 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
+struct LogMessage
+{
+    int level; // 0: of no level that is known
+    QString text;
+};
+
+/// The level and the text of the message that a line begins; nothing for one that goes on with a message.
+std::optional<LogMessage> MessageBegunBy(const QString& line);
+
 /// The end of a log file: the last `count` lines whose level is `maximumLevel` or a lower number, oldest first. A line
 /// of a message that has several takes the level of the message; lines without a level pass only without a limit (0). A
 /// file that is not there has no lines.

@@ -37,13 +37,14 @@ Answer Info(const Host& host)
                         {QStringLiteral("systemSid"), QLatin1String(StoreAccess::kSystemSid)},
                         {QStringLiteral("logFile"), host.folder.LogFile()},
                         {QStringLiteral("dataDir"), host.folder.Path()},
-                        {QStringLiteral("initialized"), host.plugIn.IsInitialized()}},
+                        {QStringLiteral("initialized"), host.plugIn.IsInitialized()},
+                        {QStringLiteral("recording"), host.recording.IsOn()}},
             {}};
 }
 
-Answer Settle(const Host& host, const Arguments& arguments)
+Answer Settle(Host& host, const Arguments& arguments)
 {
-    const auto timeout = static_cast<int>(arguments.Number("timeoutMs", 5000));
+    const auto timeout = static_cast<int>(arguments.Number("timeoutMs", StoreWrites::kPatienceMs));
     return {{}, host.storeWrites.Settle(timeout) ? QString() : QStringLiteral("Not settled after %1 ms.").arg(timeout)};
 }
 

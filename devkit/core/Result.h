@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QString>
-#include <QVariant>
+#include <QVariantMap>
 
 /// Why an operation gave nothing, as far as a script may want to tell it apart.
 enum class FailureKind
@@ -35,3 +35,10 @@ struct Result
 
 /// The answer to a command: a value for JSON, invalid where there is nothing to tell.
 using Answer = Result<QVariant>;
+
+/// {"ok", "result" or "error"}
+inline QVariantMap ToMessage(const Answer& answer)
+{
+    return answer.Ok() ? QVariantMap{{QStringLiteral("ok"), true}, {QStringLiteral("result"), answer.value}}
+                       : QVariantMap{{QStringLiteral("ok"), false}, {QStringLiteral("error"), answer.error}};
+}

@@ -58,7 +58,12 @@ void Session::Submit(const QVariantMap& request)
     if (!found.Ok())
         Finish(added, Answer::Failure(found.error));
     else if (found.value->turn == Command::Turn::AtOnce)
-        Finish(added, found.value->run(Arguments(request)));
+    {
+        m_host.feeds.TellRequest(*found.value, request);
+        const Answer answer = found.value->run(Arguments(request));
+        m_host.feeds.TellAnswer(*found.value, answer);
+        Finish(added, answer);
+    }
     Continue();
 }
 
@@ -120,21 +125,31 @@ void Session::Run(Request& request)
     const Command& command = *request.command;
     const Arguments arguments(request.text);
     m_running = true;
+    m_host.feeds.TellRequest(command, request.text);
     if (command.turn == Command::Turn::Deferred)
     {
         // The host runs on meanwhile; requests that come now stand behind this one, whose place does not change.
         command.begin(arguments, [this, self = shared_from_this(), &request](const Answer& answer) {
+            m_host.feeds.Poll();
+            m_host.feeds.TellAnswer(*request.command, answer);
             Finish(request, answer);
             m_running = false;
             Continue();
         });
         return;
     }
-    const Answer answer = command.run(arguments);
     const bool hasTurn = command.turn == Command::Turn::Own;
+    std::optional<StoreWrites::InStep> inStep;
+    if (hasTurn && m_host.sessions.WatchedAny(Topic::Requests))
+        inStep.emplace(m_host.storeWrites);
+    const Answer answer = command.run(arguments);
     if (hasTurn || m_host.sessions.IsTurnFree())
-        RunUntilIdle();  // but not inside another client's command, whose code may not be ready for it
+        RunUntilIdle(); // but not inside another client's command, whose code may not be ready for it
+    if (inStep)
+        m_host.storeWrites.Settle();
+    inStep.reset();
     m_host.feeds.Poll(); // what the command did is told before its answer
+    m_host.feeds.TellAnswer(command, answer);
     Finish(request, answer);
     m_running = false;
     if (hasTurn)
@@ -144,10 +159,8 @@ void Session::Run(Request& request)
 void Session::Finish(Request& request, const Answer& answer) const
 {
     const QString id = QStringLiteral("id");
-    QVariantMap message{{id, request.text.value(id)}, {QStringLiteral("ok"), answer.Ok()}};
-    message.insert(answer.Ok() ? QStringLiteral("result") : QStringLiteral("error"),
-                   answer.Ok() ? answer.value : QVariant(answer.error));
-    request.answer = message;
+    request.answer = ToMessage(answer);
+    request.answer->insert(id, request.text.value(id));
 }
 
 void Session::Advance(const Arguments& arguments, const Command::Reply& reply)
@@ -185,6 +198,15 @@ void Session::Watch(Topic topic, const QString& prefix, bool on)
         m_watches.erase({topic, prefix});
 }
 
+Answer Session::Record(const Arguments& arguments)
+{
+    if (!arguments.Bool("on", true))
+        return m_host.recording.Stop();
+    if (m_rights == Rights::Page && arguments.Has("file"))
+        return Answer::Failure(QStringLiteral("This client may not name a file; the end of a recording answers it."));
+    return {{}, m_host.recording.Start(arguments.String("file"))};
+}
+
 std::vector<Command> Session::OwnCommands()
 {
     using Kind = ArgumentKind;
@@ -215,11 +237,15 @@ std::vector<Command> Session::OwnCommands()
              return Answer{m_commands.Schema(), {}};
          },
          Turn::Any},
+        {"record",
+         "what changes something and what the plug-in does, into a file; without one the end of it answers the text",
+         {{"on", Kind::Bool, kOptional}, {"file", Kind::Name, kOptional, nullptr, ""}},
+         [this](const Arguments& arguments) { return Record(arguments); }},
         {"quit",
          "ends the host",
          {},
          [this](const Arguments&) {
-             if (m_rights == Rights::NoQuit)
+             if (m_rights == Rights::Page)
                  return Answer::Failure(QStringLiteral("This client may not end the host."));
              m_host.RequestQuit();
              return Answer{};

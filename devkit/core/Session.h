@@ -27,7 +27,7 @@ public:
     enum class Rights
     {
         All,
-        NoQuit // "quit" is refused
+        Page // it neither ends the host nor names a file to write
     };
 
     static std::shared_ptr<Session> Open(Host& host, Client& client, Rights rights = Rights::All);
@@ -75,6 +75,7 @@ private:
 
     std::vector<Command> OwnCommands();
     void Advance(const Arguments& arguments, const Command::Reply& reply);
+    Answer Record(const Arguments& arguments);
     void Run(Request& request);
     void Finish(Request& request, const Answer& answer) const;
     void Watch(Topic topic, const QString& prefix, bool on);

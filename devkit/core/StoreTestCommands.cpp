@@ -51,13 +51,6 @@ Answer Writes(const Host& host, const Arguments& arguments)
     return {rows, {}};
 }
 
-Elevation::Mode ModeNamed(const QString& name)
-{
-    return name == QLatin1String("accept")    ? Elevation::Mode::Accept
-           : name == QLatin1String("decline") ? Elevation::Mode::Decline
-                                              : Elevation::Mode::Ask;
-}
-
 } // namespace
 
 std::vector<Command> StoreTestCommands(Host& host)
@@ -81,9 +74,9 @@ std::vector<Command> StoreTestCommands(Host& host)
          Turn::Any},
         {"elevation",
          "the answer to the plug-in's elevation prompts",
-         {{"answer", Kind::String, kRequired, "accept|decline|ask"}},
+         {{"answer", Kind::String, kRequired, Elevation::kModeNames}},
          [&host](const Arguments& arguments) {
-             host.elevation.SetMode(ModeNamed(arguments.String("answer")));
+             host.elevation.SetMode(arguments.String("answer"));
              return Answer{};
          }},
         {"elevation.answer",

@@ -13,11 +13,13 @@ enum class Topic
     Log,
     Elevation,
     Host,
-    Faults
+    Faults,
+    Requests,
+    Writes
 };
 
 /// The names, in the order of the enumeration.
-constexpr const char* kTopicNames = "variables|store|flyers|metrics|urls|log|elevation|host|faults";
+constexpr const char* kTopicNames = "variables|store|flyers|metrics|urls|log|elevation|host|faults|requests|writes";
 
 inline Topic TopicNamed(const QString& name)
 {

@@ -27,12 +27,20 @@ Options Options::FromCommandLine()
     const QCommandLineOption noPage(QStringLiteral("no-page"), QStringLiteral("Serve no page."));
     const QCommandLineOption openPage(QStringLiteral("open"), QStringLiteral("Open the page in the browser."));
     const QCommandLineOption pageMayQuit(QStringLiteral("page-may-quit"), QStringLiteral("Let a page end the host."));
+    const QCommandLineOption replay(
+        QStringLiteral("replay"),
+        QStringLiteral("Carry out the recording in <file> on a fresh data folder and tell what the plug-in does "
+                       "otherwise. The exit code is 0 for the same, 1 for a difference, 2 for no usable recording."),
+        QStringLiteral("file"));
+    const QCommandLineOption renew(QStringLiteral("renew"),
+                                   QStringLiteral("With --replay: write the recording anew with what came."));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Loads the Veridan plug-in and shows its main page. Type \"help\" at the prompt for the commands."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOptions({jsonLines, data, temporary, openUrls, plugIn, page, noPage, openPage, pageMayQuit});
+    parser.addOptions(
+        {jsonLines, data, temporary, openUrls, plugIn, page, noPage, openPage, pageMayQuit, replay, renew});
     parser.process(*QCoreApplication::instance());
 
     QString problem;
@@ -43,6 +51,8 @@ Options Options::FromCommandLine()
                                      : QStringLiteral("This user has no home folder; name a data folder with --data.");
     else if (parser.isSet(noPage) && (parser.isSet(page) || parser.isSet(openPage)))
         problem = QStringLiteral("--no-page excludes --page and --open.");
+    else if (parser.isSet(replay) && (parser.isSet(jsonLines) || parser.isSet(data) || parser.isSet(page)))
+        problem = QStringLiteral("--replay excludes --jsonl, --data and --page.");
     else if (!parser.positionalArguments().isEmpty())
         problem = QStringLiteral("There are no arguments but options; see --help.");
     return {parser.isSet(jsonLines),
@@ -53,5 +63,7 @@ Options Options::FromCommandLine()
             parser.isSet(pageMayQuit),
             parser.value(data),
             QFileInfo(parser.value(plugIn)).absoluteFilePath(),
+            parser.value(replay),
+            parser.isSet(renew),
             problem};
 }

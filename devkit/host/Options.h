@@ -13,7 +13,9 @@ struct Options
     bool pageMayQuit = false;
     QString dataFolder;
     QString plugInFile;
-    QString problem; // what is wrong with the options; empty when nothing is
+    QString recording;  // to replay
+    bool renew = false; // and to write anew
+    QString problem;    // what is wrong with the options; empty when nothing is
 
     /// Prints the help or the version and ends the process where the command line asks for it; so it does when an
     /// option is unknown.

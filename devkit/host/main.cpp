@@ -3,6 +3,7 @@
 
 #include "devkit/core/Host.h"
 #include "devkit/core/Printable.h"
+#include "devkit/core/Replay.h"
 #include "devkit/host/Options.h"
 #include "devkit/host/Page.h"
 #include "devkit/host/QtPlatform.h"
@@ -11,7 +12,10 @@
 #include "devkit/process/Termination.h"
 #include "devkit/terminal/InteractiveSession.h"
 
+#include <QDir>
+#include <QFile>
 #include <QGuiApplication>
+#include <QSaveFile>
 
 #include <cstdio>
 #include <cstdlib>
@@ -74,6 +78,36 @@ int RunInteractively(const DataFolder& folder, const Options& options, StandardO
     return exitCode;
 }
 
+QString CannotBe(const QString& recording, const char* done, const QString& why)
+{
+    return QStringLiteral("The recording \"%1\" cannot be %2: %3.")
+        .arg(QDir::toNativeSeparators(recording), QLatin1String(done), why);
+}
+
+int RunReplay(const Options& options, StandardOutput& output)
+{
+    QFile file(options.recording);
+    if (!file.open(QIODevice::ReadOnly))
+    {
+        PrintWarning(CannotBe(options.recording, "read", file.errorString()));
+        return Replay::Unusable;
+    }
+    const DataFolder folder;
+    const auto ignore = [](const QString&) {}; // what the plug-in does is compared, not judged
+    Host host(folder, {options.plugInFile, QCoreApplication::applicationDirPath(), options.openUrls, ignore});
+    const Termination termination = EndWhenAsked(host, output);
+    Replay replay(host, options.renew ? Replay::Aim::Renew : Replay::Aim::Compare, options.recording,
+                  [&output](const QString& line) { output.Write(line.toUtf8() + '\n'); });
+    const Replay::Outcome outcome = replay.Run(file.readAll());
+    if (!options.renew || outcome == Replay::Unusable)
+        return outcome;
+    QSaveFile renewed(options.recording);
+    if (renewed.open(QIODevice::WriteOnly) && renewed.write(replay.Renewed()) >= 0 && renewed.commit())
+        return Replay::Same;
+    PrintWarning(CannotBe(options.recording, "written", renewed.errorString()));
+    return Replay::Unusable;
+}
+
 /// Qt's own messages go where the host's do. One is about a folder for sockets, of which the host has none.
 void OnQtMessage(QtMsgType, const QMessageLogContext&, const QString& message)
 {
@@ -100,6 +134,8 @@ int main(int argc, char** argv)
         return kUsageError;
     }
     StandardOutput output;
+    if (!options.recording.isEmpty())
+        return RunReplay(options, output);
     const DataFolder folder = options.temporary ? DataFolder() : DataFolder(options.dataFolder);
     return options.jsonLines ? RunJsonLines(folder, options, output) : RunInteractively(folder, options, output);
 }

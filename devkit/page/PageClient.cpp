@@ -55,7 +55,7 @@ void PageClient::Admit(const QVariantMap& request)
     }
     m_deadline.stop();
     m_socket.SetLongestText(kLongestMessage);
-    m_session = Session::Open(m_host, *this, m_mayQuit ? Session::Rights::All : Session::Rights::NoQuit);
+    m_session = Session::Open(m_host, *this, m_mayQuit ? Session::Rights::All : Session::Rights::Page);
     const QString id = QStringLiteral("id");
     Receive({{id, request.value(id)}, {QStringLiteral("ok"), true}, {QStringLiteral("result"), Session::Greeting()}});
 }

@@ -72,7 +72,7 @@ protected:
     Host host{folder, {"none", ".", false, [](const QString&) {}}};
     Asker asker;
     TestClient one{host};
-    TestClient other{host, Session::Rights::NoQuit};
+    TestClient other{host, Session::Rights::Page};
 };
 
 TEST_F(SessionTest, EachClientHearsOfWhatItWatchesItself)
@@ -102,6 +102,7 @@ TEST_F(SessionTest, EachClientHearsOfWhatItWatchesItself)
     one.Do({{"op", "settle"}});
     EXPECT_TRUE(other.received.empty());
     EXPECT_EQ(other.Do({{"op", "quit"}})["ok"], false);
+    EXPECT_EQ(other.Do({{"op", "record"}, {"file", folder.Path() + "/file"}})["ok"], false);
     EXPECT_FALSE(host.IsQuitting());
 }
 

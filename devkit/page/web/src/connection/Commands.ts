@@ -43,6 +43,8 @@ export interface Commands {
   "metrics.fault": { code: number; count?: number; function?: string };
   /// ends the host
   quit: Record<string, never>;
+  /// what changes something and what the plug-in does, into a file; without one the end of it answers the text
+  record: { on?: boolean; file?: string };
   /// removes a value of the registry
   "registry.remove": { root: "machine" | "user"; key: string; value: string };
   /// what the plug-in reads at its next start
@@ -80,5 +82,5 @@ export interface Commands {
   /// every variable whose id begins so
   variables: { prefix?: string };
   /// events of a topic from now on, of variables and keys that begin so
-  watch: { topic?: "variables" | "store" | "flyers" | "metrics" | "urls" | "log" | "elevation" | "host" | "faults"; prefix?: string; on?: boolean };
+  watch: { topic?: "variables" | "store" | "flyers" | "metrics" | "urls" | "log" | "elevation" | "host" | "faults" | "requests" | "writes"; prefix?: string; on?: boolean };
 }

@@ -80,6 +80,14 @@ export interface InfoResult {
   logFile: string;
   dataDir: string;
   initialized: boolean;
+  recording: boolean;
+}
+
+/// Of a recording that ended: its text, or the file that the host wrote.
+export interface RecordResult {
+  lines: number;
+  text?: string;
+  file?: string;
 }
 
 export interface LoadResult {
@@ -92,6 +100,8 @@ export interface LoadResult {
 interface Results {
   hello: HelloResult;
   load: LoadResult;
+  unload: { peersOutstanding: number };
+  record: RecordResult;
   info: InfoResult;
   log: string[];
   set: null;
@@ -136,5 +146,5 @@ export interface HostEvents {
   metric: MetricRow;
   log: { line: string };
   faults: { active: FaultRow[] };
-  host: { loaded: boolean; initialized: boolean };
+  host: { loaded: boolean; initialized: boolean; recording: boolean };
 }
