@@ -58,46 +58,6 @@ protected:
 
 } // namespace
 
-TEST_F(FamilyRulesTest, ThePageIsShownWhileAnyOfItsFeaturesIsActivated)
-{
-    constexpr const wchar_t* kFeatures[] = {L"windows.browsing_protection.web_content_control.activated",
-                                            L"windows.browsing_protection.time_limits.activated",
-                                            L"windows.browsing_protection.search_result_filter.activated"};
-    Start();
-    for (const wchar_t* only : kFeatures)
-    {
-        for (const wchar_t* key : kFeatures)
-            Put(kUser, key, key == only);
-        Settle();
-        m_host.PageFires(kLoadData);
-        EXPECT_EQ(QVariant(true), m_host.Value("@BrowsingProtection\\Data:show_family_rules_page"));
-        Put(kUser, only, false);
-        Settle();
-        m_host.PageFires(kLoadData);
-        EXPECT_EQ(QVariant(false), m_host.Value("@BrowsingProtection\\Data:show_family_rules_page"));
-    }
-}
-
-TEST_F(FamilyRulesTest, AllowancesAreHoursAndMinutes)
-{
-    Start();
-    PutInt64(kTuesdayQuota, 5400);
-    PutInt64(L"common.time.quota.saturday.duration", 86400);
-    m_host.PageFires(kLoadData);
-    EXPECT_EQ(QVariant(1), m_host.Value("@TimeLimit\\Data:weekday_hours"));
-    EXPECT_EQ(QVariant(30), m_host.Value("@TimeLimit\\Data:weekday_minutes"));
-    EXPECT_EQ(QVariant(24), m_host.Value("@TimeLimit\\Data:weekend_hours"));
-    EXPECT_EQ(QVariant(0), m_host.Value("@TimeLimit\\Data:weekend_minutes"));
-    for (const std::int64_t malformed : {std::numeric_limits<std::int64_t>::min(), std::int64_t{-1}})
-    {
-        PutInt64(kTuesdayQuota, malformed);
-        EXPECT_EQ(QVariant(0), m_host.Value("@TimeLimit\\Data:weekday_hours"));
-        EXPECT_EQ(QVariant(0), m_host.Value("@TimeLimit\\Data:weekday_minutes"));
-    }
-    PutInt64(kTuesdayQuota, std::numeric_limits<std::int64_t>::max());
-    EXPECT_EQ(QVariant(24), m_host.Value("@TimeLimit\\Data:weekday_hours"));
-}
-
 TEST_F(FamilyRulesTest, BedtimesComeFromTheRangesThatTouchMidnightElseFromTheOption)
 {
     Start();
@@ -114,24 +74,6 @@ TEST_F(FamilyRulesTest, BedtimesComeFromTheRangesThatTouchMidnightElseFromTheOpt
                               {"from":77400,"until":82800},{"from":79200,"until":86400}])"); // touch or overlap
     EXPECT_EQ(ShortTime(21, 30), m_host.Text("@TimeLimit\\Data:bedtime_weekday_start"));
     EXPECT_EQ(ShortTime(6, 0), m_host.Text("@TimeLimit\\Data:bedtime_weekday_stop"));
-}
-
-TEST_F(FamilyRulesTest, OnlyTuesdaysAndSaturdaysKeysReloadThePage)
-{
-    Start();
-    PutInt64(L"common.time.quota.monday.duration", 3600);
-    PutRanges(L"friday", R"([{"from":0,"until":3600}])");
-    EXPECT_THAT(m_host.Take("set"), IsEmpty());
-    PutInt64(kTuesdayQuota, 7200);
-    EXPECT_EQ(QVariant(2), m_host.Value("@TimeLimit\\Data:weekday_hours"));
-    m_host.Forget();
-    for (const wchar_t* day : {L"tuesday", L"saturday"})
-    {
-        PutRanges(day, R"([{"from":0,"until":3600}])");
-        EXPECT_THAT(m_host.Take("set"), Contains("minutes_remaining"));
-    }
-    PutInt64(L"common.time.quota.saturday.duration", 7200);
-    EXPECT_THAT(m_host.Take("set"), Contains("weekend_hours"));
 }
 
 TEST_F(FamilyRulesTest, AnotherUserReloadsThePage)
@@ -217,21 +159,6 @@ TEST_F(FamilyRulesTest, ThePlatformAccountDecidesUnlessInLegacyMode)
     EXPECT_THAT(LogCapture::Take(4),
                 ElementsAre(LogLine{4, "FamilyRulesHandler::LogDigiParentingData: "
                                        R"({"digiparenting_activated":true,"strata_connected":true})"}));
-}
-
-TEST_F(FamilyRulesTest, LegacyModeShowsWhetherParentalControlsAreConfigured)
-{
-    Put(kUser, L"windows.browsing_protection.internal.parental_controls_configured", true);
-    Start();
-    EXPECT_EQ(QVariant(true), m_host.Value(kDpInitialized));
-    m_handler.reset();
-    Put(kUser, L"windows.browsing_protection.internal.parental_controls_configured", false);
-    Settle();
-    Start();
-    EXPECT_EQ(QVariant(false), m_host.Value(kDpInitialized));
-    m_host.PageFires("@Veridan\\Settings\\Triggers:activate_legacy_parenting");
-    EXPECT_EQ(QVariant(true), m_host.Value(kDpInitialized));
-    EXPECT_THAT(m_host.Take("trigger"), ElementsAre("load_data"));
 }
 
 TEST_F(FamilyRulesTest, WhatCouldNotBeReadAtTheStartIsCheckedOnceItCan)

@@ -3,27 +3,6 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST_F(MainGuiTest, EachRequestShowsItsPageWithElevatedSettings)
-{
-    struct Row
-    {
-        const char *request, *shown;
-    };
-    StartMainGui();
-    for (const Row& row : {Row{Ids::kRequestSettings, "show_settings_ui"},
-                           Row{"@Veridan\\Settings\\Triggers:request_show_wf_page", "show_wf_page"},
-                           Row{"@Veridan\\Settings\\Triggers:request_show_tl_page", "show_tl_page"},
-                           Row{"@ContentControl\\Triggers:request_show_tl_wizard", "show_tl_page"},
-                           Row{"@Veridan\\Settings\\Triggers:request_show_safesearch_page", "show_safesearch_page"},
-                           Row{Ids::kRequestWebsiteList, "show_website_list"},
-                           Row{Ids::kRequestAddWebsites, "show_add_websites_from_browser"}})
-    {
-        m_host.PageFires(row.request);
-        EXPECT_NE(nullptr, m_mainGui->AdminHandle());
-        EXPECT_EQ(row.shown, m_host.Take("trigger").front());
-    }
-}
-
 TEST_F(MainGuiTest, SettingsPagesShareTheElevatedSettingsUntilTheyClose)
 {
     StartMainGui();
@@ -122,22 +101,6 @@ TEST_F(MainGuiTest, AnAllowedUrlIsAddedAndTheHandleDropped)
     EXPECT_EQ(2u, OpenHandles());
 }
 
-TEST_F(MainGuiTest, AUrlThatIsEmptyOrThatTheStoreWouldCutIsRefused)
-{
-    StartMainGui();
-    int reloads = 0;
-    QObject::connect(m_mainGui.get(), &MainGuiHandler::ReloadAllowedWebsitesList, [&] { ++reloads; });
-    const auto expectRefused = [&](const QString& url, const std::string& message) {
-        m_host.PageSets(Ids::kSaveAllowedUrl, url);
-        EXPECT_EQ(0, reloads);
-        EXPECT_THAT(WrittenKeys(), IsEmpty());
-        EXPECT_THAT(LogCapture::Take(4), testing::Contains(LogLine{3, "MainGuiHandler::SaveAllowedUrl: " + message}));
-    };
-    expectRefused("", "Cannot save an empty URL");
-    expectRefused(QStringLiteral("a.exa") + QChar(0) + "mple", "Cannot save a URL that is no address");
-    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
-}
-
 TEST_F(MainGuiTest, AnAllowedUrlAsksAnewWhileAMyLinksUrlUsesWhatIsThere)
 {
     StartMainGui();
@@ -150,28 +113,6 @@ TEST_F(MainGuiTest, AnAllowedUrlAsksAnewWhileAMyLinksUrlUsesWhatIsThere)
     EXPECT_NE(nullptr, m_mainGui->AdminHandle()); // a page is open
     EXPECT_EQ(R"([{"allowed":true,"label":"","url":"a.example"},{"allowed":true,"label":"","url":"b.example"}])",
               Find(kUser, Keys::kSites).text);
-}
-
-TEST_F(MainGuiTest, AMyLinksUrlWithoutElevatedSettingsReloadsAndWritesNothing)
-{
-    StartMainGui();
-    int reloads = 0;
-    QObject::connect(m_mainGui.get(), &MainGuiHandler::ReloadAllowedWebsitesList, [&] { ++reloads; });
-    m_host.PageSets(Ids::kSaveMyLinksUrl, "a.example");
-    EXPECT_EQ(1, reloads);
-    EXPECT_THAT(WrittenKeys(), IsEmpty());
-}
-
-TEST_F(MainGuiTest, AnAllowedUrlIsNotSavedWhenThePromptIsDeclined)
-{
-    StartMainGui();
-    AnswerElevation(false);
-    LogCapture::Expect(2, kDeclined);
-    int reloads = 0;
-    QObject::connect(m_mainGui.get(), &MainGuiHandler::ReloadAllowedWebsitesList, [&] { ++reloads; });
-    m_host.PageSets(Ids::kSaveAllowedUrl, "a.example");
-    EXPECT_EQ(0, reloads);
-    EXPECT_THAT(LogCapture::Take(4), testing::Contains(LogLine{3, "MainGuiHandler::OnNotify: Could not show UAC."}));
 }
 
 TEST_F(MainGuiTest, TheHandlersEndReleasesTheElevatedSettings)

@@ -63,47 +63,6 @@ TEST_F(MainGuiTest, WithoutADataPeerStatusSaysSo)
     m_mainGui->BrowsingProtectionSTRATAChanged(L"");
 }
 
-TEST_F(MainGuiTest, ReadOnlyFlagsAreTheSwitchesOwn)
-{
-    Put(kSystem, Keys::kBankingProtection, false);
-    Constrain(kSystem, Keys::kBankingProtection, ORB_STRATA_CONSTRAINT_ENFORCED);
-    StartMainGui();
-    EXPECT_EQ("Off", m_host.Text("@SafeBanking\\Data:banking_protection_state"));
-    EXPECT_EQ("Off", m_host.Text("@SafeBanking\\Data:banking_protection_status"));
-    EXPECT_EQ(QVariant(true), m_host.Value("@SafeBanking\\Data:banking_protection_state_readonly"));
-    EXPECT_EQ(QVariant(false), m_host.Value("@BrowsingProtection\\Data:browsing_protection_state_readonly"));
-}
-
-TEST_F(MainGuiTest, APageThatIsOpenFollowsEachSettingThatItShows)
-{
-    struct Row
-    {
-        const char* sid;
-        const wchar_t* key;
-        bool value;
-        const char *id, *text;
-    };
-    StartMainGui();
-    for (const Row& row :
-         {Row{kUser, Keys::kTime, true, Ids::kTimeLimitStatus, "On"},
-          Row{kUser, Keys::kContent, true, Ids::kWebFilterStatus, "On"},
-          Row{kUser, Keys::kSearchFilter, true, Ids::kSafeSearchStatus, "On"},
-          Row{kSystem, Keys::kDigiParenting, true, Ids::kSafeSearchStatus, "Off"}, // selects the other switch
-          Row{kUser, Keys::kSafeSearch, true, Ids::kSafeSearchStatus, "On"},
-          Row{kSystem, Keys::kBankingProtection, false, "@SafeBanking\\Data:banking_protection_state", "Off"},
-          Row{kSystem, Keys::kBrowsingProtection, false, Ids::kStatusLevel, "Error"}})
-    {
-        EXPECT_NE(row.text, m_host.Text(row.id));
-        Put(row.sid, row.key, row.value);
-        Settle();
-        EXPECT_EQ(row.text, m_host.Text(row.id)) << row.id;
-    }
-    Put(kUser, Keys::kBrowserType, 3);
-    Settle();
-    EXPECT_EQ(QVariant(3), m_host.Value("@ContentControl\\Status:default_browser_type"));
-    EXPECT_THAT(m_host.Take("trigger"), IsEmpty()); // an edit in progress is not reloaded
-}
-
 TEST_F(MainGuiTest, ALoadShowsWhatTheStoreBringsLateAndHasEveryPageLoadIt)
 {
     Put(kSystem, Keys::kBrowsingProtection, false);
@@ -114,15 +73,6 @@ TEST_F(MainGuiTest, ALoadShowsWhatTheStoreBringsLateAndHasEveryPageLoadIt)
     EXPECT_EQ("Ok", m_host.Text(Ids::kStatusLevel));
     m_host.PageFires(kLoadData);
     EXPECT_EQ("Off", m_host.Text("@BrowsingProtection\\Data:browsing_protection_state"));
-    EXPECT_THAT(m_host.Take("trigger"), ElementsAre("load_data"));
-}
-
-TEST_F(MainGuiTest, AChangedBrowserExtensionReloadsEveryPage)
-{
-    StartMainGui();
-    Put(kUser, Keys::kExtensionDisabled, true);
-    Settle();
-    EXPECT_EQ(QVariant(true), m_host.Value("@ContentControl\\Status:browser_extension_disabled"));
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("load_data"));
 }
 
@@ -154,17 +104,5 @@ TEST_F(MainGuiTest, TheSaveTriggerIsHandedOnAndWritesNothing)
     QObject::connect(m_mainGui.get(), &MainGuiHandler::Save, [&] { ++saves; });
     m_host.PageFires("@Veridan\\Settings\\Triggers:save");
     EXPECT_EQ(1, saves);
-    EXPECT_THAT(WrittenKeys(), IsEmpty());
-}
-
-TEST_F(MainGuiTest, TheSettingsSaveIsAnsweredInOrder)
-{
-    StartMainGui();
-    m_host.PageFires("@VDNSettings:save");
-    EXPECT_EQ(QVariant(0), m_host.Value("@VDNSettings:saveResult"));
-    EXPECT_EQ("VDNSettingsMultiPageHost", m_host.Text("@VDNSettings:saveResultReceiver"));
-    EXPECT_THAT(m_host.Take("set"), ElementsAre("saveResult", "saveResultReceiver"));
-    m_host.PageFires("@VDNSettings:save");
-    EXPECT_THAT(m_host.Take("trigger"), ElementsAre("saveResultNotifier"));
     EXPECT_THAT(WrittenKeys(), IsEmpty());
 }

@@ -10,8 +10,6 @@
 #include "tests/handlers/HandlerTest.h"
 #include "tests/support/UrlCatcher.h"
 
-#include <limits>
-
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -21,19 +19,6 @@ namespace
 
 constexpr const wchar_t* kReinstallCounter = L"windows.browsing_protection.internal.reinstall_extensions";
 constexpr const char* kReinstall = "@BrowserExtensions\\Triggers:reinstall";
-
-class BrowsingProtectionTest : public HandlerTest
-{
-protected:
-    void Start()
-    {
-        m_system->Load();
-        m_handler = std::make_unique<BrowsingProtectionHandler>(m_system);
-        ASSERT_TRUE(m_handler->Initialize(&m_host));
-    }
-
-    std::unique_ptr<BrowsingProtectionHandler> m_handler;
-};
 
 class BrowserExtensionsTest : public HandlerTest
 {
@@ -51,56 +36,6 @@ protected:
 
 } // namespace
 
-TEST_F(BrowsingProtectionTest, PublishesOptionsAndTheirReadOnlyFlagsWhenAsked)
-{
-    struct Row
-    {
-        const wchar_t* key;
-        const char* id;
-        bool byDefault;
-    };
-    Start();
-    EXPECT_THAT(m_host.Take("set"), IsEmpty());
-    for (const Row& row : {Row{L"block_suspicious_websites", "suspicious_sites_protection", true},
-                           Row{L"block_illegal_websites", "illegal_sites_protection", false},
-                           Row{L"show_link_reputations_on_search_results", "show_searchengines_rating", true}})
-    {
-        const std::wstring key = std::wstring(L"windows.browsing_protection.") + row.key;
-        const std::string id = std::string("@BrowsingProtection\\Data:") + row.id;
-        m_host.PageFires(kLoadData);
-        EXPECT_EQ(QVariant(row.byDefault), m_host.Value(id.c_str()));
-        EXPECT_EQ(QVariant(false), m_host.Value((id + "_readonly").c_str()));
-        Put(kSystem, key.c_str(), !row.byDefault);
-        Constrain(kSystem, key.c_str(), ORB_STRATA_CONSTRAINT_ENFORCED);
-        Settle();
-        m_host.PageFires(kLoadData);
-        EXPECT_EQ(QVariant(!row.byDefault), m_host.Value(id.c_str()));
-        EXPECT_EQ(QVariant(true), m_host.Value((id + "_readonly").c_str()));
-    }
-}
-
-TEST_F(BrowsingProtectionTest, OpensTheStorePage)
-{
-    UrlCatcher urls;
-    Start();
-    m_host.PageFires("@Veridan\\Settings\\Triggers:open_chrome_web_store");
-    ASSERT_EQ(1u, urls.Opened().size());
-    EXPECT_EQ('?', urls.Opened()[0].back());
-    EXPECT_THAT(LogCapture::Take(5),
-                Contains(LogLine{5, "BrowsingProtectionHandler::OpenChromeWebStore: Opening Chrome web store"}));
-}
-
-TEST_F(BrowserExtensionsTest, PublishesTheSettingAsItIsStored)
-{
-    constexpr const wchar_t* kSkip = L"windows.browsing_protection.skip_activate_extensions";
-    Put(kUser, kSkip, false);
-    Constrain(kUser, kSkip, ORB_STRATA_CONSTRAINT_ENFORCED);
-    Start();
-    m_handler->Load();
-    EXPECT_EQ(QVariant(false), m_host.Value("@BrowserExtensions\\Data:force_extensions"));
-    EXPECT_EQ(QVariant(true), m_host.Value("@BrowserExtensions\\Data:force_extensions_readonly"));
-}
-
 TEST_F(BrowserExtensionsTest, AReinstallRaisesTheCounterAndIsRecorded)
 {
     Put(kUser, kReinstallCounter, 41);
@@ -117,51 +52,33 @@ TEST_F(BrowserExtensionsTest, AReinstallRaisesTheCounterAndIsRecorded)
     EXPECT_NE(before, m_mainGui->AdminHandle()); // each reinstall asks anew
 }
 
-TEST_F(BrowserExtensionsTest, ADeclinedReinstallWritesAndRecordsNothing)
+TEST_F(HandlerTest, TheTraceTellsWhatThePagesDo)
 {
-    Start();
-    AnswerElevation(false);
-    LogCapture::Expect(2, kDeclined);
-    m_host.PageFires(kReinstall);
-    EXPECT_THAT(WrittenKeys(), IsEmpty());
-    EXPECT_THAT(MetricEvents(), IsEmpty());
-    EXPECT_THAT(m_host.Take("trigger"), IsEmpty());
-    EXPECT_THAT(LogCapture::Take(4), Contains(LogLine{4, "BrowserExtensionsHandler::ReinstallExtensions: User declined "
-                                                         "UAC prompt"}));
+    UrlCatcher urls;
+    Seed();
+    StartMainGui();
+    BrowsingProtectionHandler browsingProtection(m_system);
+    WebFilteringHandler webFiltering(m_system, m_user);
+    WebsiteListHandler websiteList(m_system, m_user, m_mainGui);
+    ASSERT_TRUE(browsingProtection.Initialize(&m_host) && webFiltering.Initialize(&m_host, m_mainGui) &&
+                websiteList.Initialize(&m_host));
+    m_host.PageFires(kLoadData);
+    m_host.PageFires("@Veridan\\Settings\\Triggers:open_chrome_web_store");
+    m_host.PageFires("@ContentControl\\Triggers:request_show_website_list");
+    m_host.PageSets("@ContentControl\\WebsiteRestrictions:allowed_action_item", QVariantMap{{"new", "a.example"}});
+    EXPECT_THAT(
+        LogCapture::Take(5),
+        testing::IsSupersetOf({LogLine{5, "WebFilteringHandler::LoadCategoriesFromStrata: games = 1"},
+                               LogLine{5, "BrowsingProtectionHandler::OpenChromeWebStore: Opening Chrome web store"},
+                               LogLine{5, "WebsiteListHandler::HandleAllowedActionItem: Action item empty"}}));
 }
 
-TEST_F(BrowserExtensionsTest, AnEnforcedCounterIsLeftAndTheReinstallStillRecorded)
+TEST_F(HandlerTest, AWebsiteListMayBeReadOnly)
 {
-    Put(kUser, kReinstallCounter, 7);
-    Constrain(kUser, kReinstallCounter, ORB_STRATA_CONSTRAINT_ENFORCED);
-    Start();
-    m_host.PageFires(kReinstall);
-    EXPECT_EQ(7, Find(kUser, kReinstallCounter).number);
-    EXPECT_THAT(MetricEvents(), ElementsAre("browser_extensions_reinstall_triggered"));
-}
-
-TEST_F(BrowserExtensionsTest, ACounterThatCannotGrowStartsAnew)
-{
-    Put(kUser, kReinstallCounter, std::numeric_limits<int>::max());
-    Start();
-    m_host.PageFires(kReinstall);
-    EXPECT_EQ(0, Find(kUser, kReinstallCounter).number);
-}
-
-TEST_F(BrowserExtensionsTest, AReinstallThatCannotBeReadOrSavedIsNotRecorded)
-{
-    Start();
-    for (const char* failing : {"OrbStrata_GetInt32", "OrbStrata_SetInt32"})
-    {
-        LogCapture::Take();
-        Fail(failing, kReinstallCounter, ORB_STRATA_ACCESS_DENIED, 0);
-        m_host.PageFires(kReinstall);
-        EXPECT_THAT(LogCapture::Take(2),
-                    Contains(LogLine{2, "BrowserExtensionsHandler::ReinstallExtensions: Couldn't save "
-                                        "ReinstallBrowserExtensionsTrigger Strata setting"}));
-        EXPECT_THAT(MetricEvents(), IsEmpty());
-        ClearFaults();
-    }
+    WebsiteListHandler websiteList(m_system, m_user, nullptr);
+    ASSERT_TRUE(websiteList.Initialize(&m_host));
+    websiteList.setReadOnly(true);
+    EXPECT_EQ(QVariant(true), m_host.Value("@ContentControl\\WebsiteRestrictions:readonly_table"));
 }
 
 TEST_F(BrowserExtensionsTest, AnElevationThatLeavesNoSettingsIsAnError)
