@@ -3,6 +3,7 @@ import { ActivityPanel } from "./ActivityPanel";
 import { FaultsPanel } from "./FaultsPanel";
 import { HistoryPanel } from "./HistoryPanel";
 import { LogPanel } from "./LogPanel";
+import { RecordingPanel } from "./RecordingPanel";
 import { ServicePanel } from "./ServicePanel";
 import { StorePanel } from "./StorePanel";
 import { VariablesPanel } from "./VariablesPanel";
@@ -23,4 +24,5 @@ export const panels: readonly Panel[] = [
   { name: "activity", title: "Activity", Panel: ActivityPanel },
   { name: "faults", title: "Faults", Panel: FaultsPanel },
   { name: "service", title: "Service", Panel: ServicePanel },
+  { name: "recording", title: "Recording", Panel: RecordingPanel },
 ];
