@@ -23,7 +23,7 @@ struct Case
     bool carriedOut;
 };
 
-std::string NameOf(const testing::TestParamInfo<Case>& info)
+std::string NameOfCase(const testing::TestParamInfo<Case>& info)
 {
     const Case& tested = info.param;
     static constexpr const char* kMoments[] = {"First", "Middle", "Always"};
@@ -34,7 +34,7 @@ std::string NameOf(const testing::TestParamInfo<Case>& info)
 
 void PrintTo(const Case& tested, std::ostream* stream)
 {
-    *stream << NameOf({tested, 0});
+    *stream << NameOfCase({tested, 0});
 }
 
 /// Functions that no page leads to: they are tested with the settings' tree.
@@ -126,4 +126,4 @@ TEST_P(StoreFaultTest, NothingIsLostOrShownWrongAndTheNextDayIsGood)
     LiveTheNextDay();
 }
 
-INSTANTIATE_TEST_SUITE_P(EachFunction, StoreFaultTest, testing::ValuesIn(Cases()), NameOf);
+INSTANTIATE_TEST_SUITE_P(EachFunction, StoreFaultTest, testing::ValuesIn(Cases()), NameOfCase);
