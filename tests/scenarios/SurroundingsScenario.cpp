@@ -93,6 +93,7 @@ TEST(SurroundingsScenario, PlugInsOddWaysAreShownAndCleanedUp)
     EXPECT_EQ(kept, (QVariantMap{{"value", std::numeric_limits<qlonglong>::min()},
                                  {"type", "qlonglong"},
                                  {"registered", true},
+                                 {"owner", "UnrulyPlugIn"},
                                  {"kept", true},
                                  {"subscribers", 0},
                                  {"writes", 1},

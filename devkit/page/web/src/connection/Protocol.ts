@@ -129,7 +129,6 @@ interface Results {
   "clipboard.set": null;
   "event.create": null;
   events: NamedEventRow[];
-  log: string[];
   strings: null;
 }
 
