@@ -125,7 +125,7 @@ bool FileAccess::FindEnd(bool abandoned)
     if (abandoned) // perhaps by a process that was rotating
         m_mutex.SetNumber(LiveFile::Number(LiveFile::Next(LiveFile(m_mutex.Number()).rotations), 0));
     const LiveFile live(m_mutex.Number());
-    if (live.size != 0 && live.rotations != m_rotations)
+    if (live.rotations != m_rotations)
         m_file->Close();
     m_rotations = live.rotations;
     if (m_file->IsOpen() && live.size != 0)
