@@ -67,6 +67,10 @@ TEST_F(MainGuiTest, ADeclinedPromptShowsNoPageAndLeavesNoTrace)
         EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
     }
     EXPECT_THAT(m_host.Take("trigger"), IsEmpty());
+    LogCapture::Expect(2, kDeclined);
+    m_host.PageSets(Ids::kSaveAllowedUrl, "a.example");
+    EXPECT_THAT(WrittenKeys(), IsEmpty());
+    EXPECT_THAT(LogCapture::Take(4), testing::Contains(LogLine{3, "MainGuiHandler::OnNotify: Could not show UAC."}));
 
     AnswerElevation(true);
     m_host.PageSets(Ids::kSaveAllowedUrl, "a.example"); // drops the handle only when no page counts as open

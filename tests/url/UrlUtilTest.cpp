@@ -81,6 +81,7 @@ TEST(PunycodeUrl, LeavesAllButTheHostAlone)
     EXPECT_EQ(GetPunycodeUrl(L"http://b\u00FCcher.de\\@evil.com"), "http://xn--bcher-kva.de\\@evil.com");
     EXPECT_EQ(GetPunycodeUrl(L"b\u00FCcher.de/?to=http://\u00E4.de"), "xn--bcher-kva.de/?to=http://\u00E4.de");
     EXPECT_EQ(GetPunycodeUrl(L"http://b\u00FCcher..de."), "http://xn--bcher-kva..de.");
+    EXPECT_EQ(GetPunycodeUrl(L"http://[\u00FC::1]/"), "http://[\u00FC::1]/");
     for (const wchar_t* const url : {L"", L"://", L"http://", L"http://EXAMPLE.com/a", L"http://xn--bcher-kva.de/",
                                      L"http://[2001:db8::1]:80/", L"http://192.0.2.1/", L"http://:80", L"http://@/"})
     {
