@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QThread>
 
+#include <cstring>
+#include <new>
 #include <thread>
 
 using namespace StrataSettings;
@@ -85,11 +87,13 @@ TEST_F(ChangeDispatcherTest, ACallbackMayEndItsOwnSubscriptionAndAnother)
 
 TEST_F(ChangeDispatcherTest, ACallbackMayDestroyTheDispatcher)
 {
-    auto dispatcher = std::make_unique<ChangeDispatcher>();
+    alignas(ChangeDispatcher) unsigned char memory[sizeof(ChangeDispatcher)];
+    auto* const dispatcher = ::new (memory) ChangeDispatcher;
     int calls = 0;
     const auto end = [&](const std::wstring&) {
         ++calls;
-        dispatcher.reset();
+        dispatcher->~ChangeDispatcher();
+        std::memset(memory, 0xFF, sizeof(memory)); // nothing of it may be looked at any more
     };
     std::vector<ChangeDispatcher::Registration> registrations;
     for (const wchar_t* key : {L"a", L"a", L"b"})

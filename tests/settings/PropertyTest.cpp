@@ -233,6 +233,34 @@ TEST_F(PropertyTest, AnElementIsNotAddedToASetThatCouldNotBeRead)
     EXPECT_THAT(LogCapture::Take(2), testing::SizeIs(2));
 }
 
+TEST_F(PropertyTest, ASetThatReadsAsEmptyIsReadAgainBeforeItIsChanged)
+{
+    Put(kUser, kKey, Stored{ORB_STRATA_TYPE_OBJECT, 0, R"([{"allowed":true,"label":"","url":"a.example"}])", 0});
+    PropertySet<Settings::Site> sites(nullptr, kKey);
+    sites.SetHandle(m_handle.Get());
+    Fail("OrbStrata_ObjectIsArray", nullptr, ORB_STRATA_STORE_FAILED, 1);
+    sites.Load();
+    EXPECT_TRUE(sites.Get().empty());
+    EXPECT_EQ(SetResult::Stored, sites.Insert(Settings::Site("b.example", true, "")));
+    EXPECT_EQ(2u, sites.Get().size());
+}
+
+TEST_F(PropertyTest, ATextThatIsReadAndNotGivenIsNoText)
+{
+    SuiteTableGuard guard(g_orbStrata);
+    guard->OrbStrata_GetStringUtf8 = [](OrbStrataHandle, const wchar_t*, const char*,
+                                        OrbStrataResult* result) -> char* {
+        *result = ORB_STRATA_SUCCESS;
+        return nullptr;
+    };
+    Property<std::string> text(nullptr, kKey, "held");
+    LogCapture::Expect(1, "StrataSettings::Property<std::string>::Load: 'windows.browsing_protection.internal.test' "
+                          "reading failed, error 112");
+    text.Load(m_handle.Get());
+    EXPECT_EQ("held", text.Get());
+    EXPECT_TRUE(text.ReadFailed());
+}
+
 TEST_F(PropertyTest, AnUnreadableSetIsTakenFromTheNotification)
 {
     PropertySet<Settings::Site> sites(nullptr, kKey);
