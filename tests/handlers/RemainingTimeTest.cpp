@@ -19,7 +19,8 @@ enum Day : std::size_t
     kSunday,
     kMonday,
     kTuesday,
-    kWednesday
+    kWednesday,
+    kThursday
 };
 
 constexpr std::optional<int> kUnlimited;
@@ -136,6 +137,7 @@ TEST_F(RemainingTimeTest, ATimeThatCannotBeConvertedAllowsTheWholeDay)
 {
     constexpr Seconds kWholeDay(86400);
     Allow(kTuesday, Seconds(60));
+    Allow(kThursday, Seconds(60)); // 1 January 1970
     EXPECT_EQ(Seconds(60), TimeUtil::DayOfWeek(m_settings.time, At("2026-03-03T12:00:00")));
     EXPECT_EQ(kWholeDay, TimeUtil::DayOfWeek(m_settings.time, TimePoint()));
     m_clock.m_error = 22;
