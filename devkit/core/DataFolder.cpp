@@ -14,8 +14,8 @@ DataFolder::DataFolder()
 QString DataFolder::DefaultPath()
 {
     const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    const bool isHome = QDir::isAbsolutePath(base) && QDir::homePath() != QDir::rootPath();
-    return isHome || qEnvironmentVariableIsSet("XDG_DATA_HOME") ? base + QLatin1String("/veridan") : QString();
+    const bool isOwn = QDir::homePath() != QDir::rootPath() || !qEnvironmentVariableIsEmpty("XDG_DATA_HOME");
+    return isOwn && QDir::isAbsolutePath(base) ? base + QLatin1String("/veridan") : QString();
 }
 
 QString DataFolder::Prepare() const

@@ -1,6 +1,7 @@
 #include "devkit/core/Session.h"
 #include "devkit/core/Client.h"
 #include "devkit/core/Host.h"
+#include "devkit/core/Json.h"
 #include "devkit/core/Words.h"
 #include "tarn/VariableIdentifier.h"
 
@@ -40,6 +41,8 @@ public:
         return last;
     }
 
+    using Client::TextOf;
+
     const std::shared_ptr<Session> session;
     std::function<void(const QVariantMap& message)> onReceive;
     std::vector<std::string> received;
@@ -74,6 +77,17 @@ protected:
     TestClient one{host};
     TestClient other{host, Session::Rights::Page};
 };
+
+TEST_F(SessionTest, AnswerThatIsTooLongBecomesARefusal)
+{
+    QVariantList pieces;
+    for (qint64 left = Json::kLongestText; left >= 0; left -= 1024 * 1024)
+        pieces.append(pieces.isEmpty() ? QVariant(QString(1024 * 1024, 'x')) : pieces.first());
+    const QVariantMap refusal = Json::Parse(TestClient::TextOf({{"id", 7}, {"result", pieces}})).value.toMap();
+    EXPECT_EQ(refusal["id"], 7);
+    EXPECT_EQ(refusal["ok"], false);
+    EXPECT_EQ(refusal["error"], "The answer is too long; ask for less.");
+}
 
 TEST_F(SessionTest, EachClientHearsOfWhatItWatchesItself)
 {
