@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <array>
 #include <thread>
 #include <utility>
@@ -160,9 +161,12 @@ void Database::BoundLog()
     if (m_logPages < m_restartAt)
         return;
     // Where others write all the time, there may never be a moment in which everything has been brought back and the
-    // log can begin anew: now they have to wait, each time a moment.
+    // log can begin anew: now they have to wait, each time a moment, and the longer the log, the longer; but less than
+    // any of them waits for its turn.
+    constexpr int kLongestMs = 160;
     m_restartAt = m_logPages + kLong / 4;
-    const auto patience = std::exchange(m_patience, std::chrono::milliseconds(40));
+    const std::chrono::milliseconds moment(std::min(40 * m_logPages / kTooLong, kLongestMs));
+    const auto patience = std::exchange(m_patience, moment);
     const auto waitedInVain = std::exchange(m_waitedInVain, Clock::time_point());
     sqlite3_wal_checkpoint_v2(m_connection.get(), "main", SQLITE_CHECKPOINT_RESTART, nullptr, nullptr);
     m_patience = patience;

@@ -104,8 +104,9 @@ public:
     /// that only reads, or a file that turned out not to be ours.
     void KeepLogOnClose(bool keep);
 
-    /// Brings the log back into the file once it is long: no commit leaves it longer than a few megabytes, unless one
-    /// process keeps a read open all the time.
+    /// Brings the log back into the file once it is long, so that it stays within some megabytes. While one process
+    /// keeps a read open, SQLite cannot begin the log anew, and it grows by what is written; a commit after that read
+    /// has ended makes it short again.
     void BoundLog();
 
     /// What failed last, as a sentence.
