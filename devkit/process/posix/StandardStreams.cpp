@@ -1,5 +1,7 @@
 #include "devkit/process/StandardStreams.h"
 
+#include "devkit/process/posix/Pipe.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -12,43 +14,14 @@
 namespace
 {
 
-/// A pipe that becomes readable, and stays so, when waiting is to end.
-class Wake
+/// Waits for the stream. False: woken, now or before.
+bool WaitFor(int stream, short events, const Pipe& wake)
 {
-public:
-    Wake()
-    {
-        if (pipe(m_ends.data()) == 0)
-            for (const int end : m_ends)
-                fcntl(end, F_SETFD, FD_CLOEXEC);
-    }
-    ~Wake()
-    {
-        for (const int end : m_ends)
-            close(end);
-    }
-    Wake(const Wake&) = delete;
-    Wake& operator=(const Wake&) = delete;
-
-    void Call() const
-    {
-        const char byte = 0;
-        while (write(m_ends[1], &byte, 1) < 0 && errno == EINTR)
-        {}
-    }
-
-    /// Waits for the stream. False: woken.
-    bool WaitFor(int stream, short events) const
-    {
-        std::array<pollfd, 2> sources{pollfd{stream, events, 0}, pollfd{m_ends[0], POLLIN, 0}};
-        while (poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR)
-        {}
-        return sources[1].revents == 0;
-    }
-
-private:
-    std::array<int, 2> m_ends{-1, -1};
-};
+    std::array<pollfd, 2> sources{pollfd{stream, events, 0}, pollfd{wake.Reader(), POLLIN, 0}};
+    while (poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR)
+    {}
+    return sources[1].revents == 0;
+}
 
 } // namespace
 
@@ -62,7 +35,7 @@ void PrepareStandardStreams()
 
 struct StandardInput::Implementation
 {
-    Wake wake;
+    Pipe wake;
 };
 
 StandardInput::StandardInput() : m_implementation(std::make_unique<Implementation>()) {}
@@ -75,7 +48,7 @@ QByteArray StandardInput::Read()
     ssize_t count = -1;
     do
     {
-        if (!m_implementation->wake.WaitFor(STDIN_FILENO, POLLIN))
+        if (!WaitFor(STDIN_FILENO, POLLIN, m_implementation->wake))
             return {};
         count = read(STDIN_FILENO, bytes.data(), static_cast<std::size_t>(bytes.size()));
     } while (count < 0 && (errno == EINTR || errno == EAGAIN));
@@ -86,12 +59,12 @@ QByteArray StandardInput::Read()
 
 void StandardInput::Cancel()
 {
-    m_implementation->wake.Call();
+    Pipe::Wake(m_implementation->wake.Writer());
 }
 
 struct StandardOutput::Implementation
 {
-    Wake wake;
+    Pipe wake;
     int error = 0;
 };
 
@@ -105,7 +78,7 @@ bool StandardOutput::Write(const QByteArray& bytes)
     constexpr int kPiece = 4096;
     for (int done = 0; done < bytes.size();)
     {
-        if (!m_implementation->wake.WaitFor(STDOUT_FILENO, POLLOUT))
+        if (!WaitFor(STDOUT_FILENO, POLLOUT, m_implementation->wake))
             return false;
         const ssize_t count = write(STDOUT_FILENO, bytes.constData() + done,
                                     static_cast<std::size_t>(std::min(bytes.size() - done, kPiece)));
@@ -127,10 +100,10 @@ QString StandardOutput::Error() const
 
 void StandardOutput::WaitForEnd()
 {
-    m_implementation->wake.WaitFor(STDOUT_FILENO, 0);
+    WaitFor(STDOUT_FILENO, 0, m_implementation->wake);
 }
 
 void StandardOutput::Cancel()
 {
-    m_implementation->wake.Call();
+    Pipe::Wake(m_implementation->wake.Writer());
 }

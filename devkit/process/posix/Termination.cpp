@@ -1,12 +1,13 @@
 #include "devkit/process/Termination.h"
 
+#include "devkit/process/posix/Pipe.h"
+
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <thread>
 #include <utility>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace
@@ -18,24 +19,16 @@ constexpr char kStop = 's';
 
 int g_wake = -1; // where the handler writes
 
-void Send(char what)
-{
-    const int error = errno;
-    // A full pipe already holds a request.
-    [[maybe_unused]] const ssize_t written = write(g_wake, &what, 1);
-    errno = error;
-}
-
 extern "C" void OnSignal(int)
 {
-    Send(kRequest);
+    Pipe::Wake(g_wake, kRequest);
 }
 
 } // namespace
 
 struct Termination::Implementation
 {
-    std::array<int, 2> pipe{-1, -1};
+    Pipe pipe;
     std::array<struct sigaction, kSignals.size()> before{};
     struct sigaction brokenPipe
     {};
@@ -45,7 +38,7 @@ struct Termination::Implementation
     void Run() const
     {
         char what = kStop;
-        while (read(pipe[0], &what, 1) > 0 ? what != kStop : errno == EINTR)
+        while (read(pipe.Reader(), &what, 1) > 0 ? what != kStop : errno == EINTR)
             onRequest();
     }
 };
@@ -54,12 +47,9 @@ Termination::Termination(std::function<void()> onRequest) : m_implementation(std
 {
     auto& self = *m_implementation;
     self.onRequest = std::move(onRequest);
-    if (pipe(self.pipe.data()) != 0)
+    if (!self.pipe.IsOpen())
         return;
-    for (const int end : self.pipe)
-        fcntl(end, F_SETFD, FD_CLOEXEC);
-    fcntl(self.pipe[1], F_SETFL, O_NONBLOCK);
-    g_wake = self.pipe[1];
+    g_wake = self.pipe.Writer();
     struct sigaction ignore
     {};
     ignore.sa_handler = SIG_IGN;
@@ -85,8 +75,6 @@ Termination::~Termination()
     for (std::size_t i = 0; i < kSignals.size(); ++i)
         sigaction(kSignals[i], &self.before[i], nullptr);
     sigaction(SIGPIPE, &self.brokenPipe, nullptr);
-    Send(kStop);
+    Pipe::Wake(g_wake, kStop);
     self.thread.join();
-    for (const int end : self.pipe)
-        close(end);
 }

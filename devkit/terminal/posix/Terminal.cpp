@@ -1,5 +1,7 @@
 #include "devkit/terminal/Terminal.h"
 
+#include "devkit/process/posix/Pipe.h"
+
 #include <QByteArray>
 #include <QSocketNotifier>
 
@@ -9,7 +11,6 @@
 #include <cstring>
 #include <utility>
 
-#include <fcntl.h>
 #include <langinfo.h>
 #include <sys/ioctl.h>
 #include <termios.h>
@@ -61,8 +62,7 @@ extern "C" void OnStop(int)
     pthread_sigmask(SIG_UNBLOCK, &signals, nullptr); // stops here, and goes on here
     CatchStop();
     tcsetattr(STDIN_FILENO, TCSANOW, &g_keys);
-    const char byte = 0;
-    [[maybe_unused]] const ssize_t written = write(g_resumed, &byte, 1);
+    Pipe::Wake(g_resumed);
     errno = error;
 }
 
@@ -80,24 +80,19 @@ void CatchStop()
 struct Terminal::KeyMode::Saved
 {
     bool valid = false;
-    std::array<int, 2> pipe{-1, -1};
+    Pipe pipe;
     std::unique_ptr<QSocketNotifier> resumed;
 };
 
 Terminal::KeyMode::KeyMode(std::function<void()> onResume) : m_saved(std::make_unique<Saved>())
 {
-    m_saved->valid = tcgetattr(STDIN_FILENO, &g_before) == 0 && pipe(m_saved->pipe.data()) == 0;
+    m_saved->valid = tcgetattr(STDIN_FILENO, &g_before) == 0 && m_saved->pipe.IsOpen();
     if (!m_saved->valid)
         return;
-    for (const int end : m_saved->pipe)
-    {
-        fcntl(end, F_SETFD, FD_CLOEXEC);
-        fcntl(end, F_SETFL, O_NONBLOCK);
-    }
-    g_resumed = m_saved->pipe[1];
-    m_saved->resumed = std::make_unique<QSocketNotifier>(m_saved->pipe[0], QSocketNotifier::Read);
+    g_resumed = m_saved->pipe.Writer();
+    m_saved->resumed = std::make_unique<QSocketNotifier>(m_saved->pipe.Reader(), QSocketNotifier::Read);
     QObject::connect(m_saved->resumed.get(), &QSocketNotifier::activated,
-                     [end = m_saved->pipe[0], onResume = std::move(onResume)] {
+                     [end = m_saved->pipe.Reader(), onResume = std::move(onResume)] {
                          std::array<char, 16> bytes{};
                          [[maybe_unused]] const ssize_t count = read(end, bytes.data(), bytes.size());
                          onResume();
@@ -119,6 +114,4 @@ Terminal::KeyMode::~KeyMode()
     stop.sa_handler = SIG_DFL;
     sigaction(SIGTSTP, &stop, nullptr);
     tcsetattr(STDIN_FILENO, TCSADRAIN, &g_before);
-    for (const int end : m_saved->pipe)
-        close(end);
 }
