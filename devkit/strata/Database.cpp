@@ -1,5 +1,7 @@
 #include "devkit/strata/Database.h"
 
+#include "devkit/strata/RealPath.h"
+
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -107,7 +109,7 @@ std::unique_ptr<Database> Database::Open(const std::string& path, std::string& e
     // Whoever uses the connection takes turns already, so SQLite need not lock.
     constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
     sqlite3* connection = nullptr;
-    const bool opened = sqlite3_open_v2(path.c_str(), &connection, kFlags, nullptr) == SQLITE_OK;
+    const bool opened = sqlite3_open_v2(RealPath(path).c_str(), &connection, kFlags, nullptr) == SQLITE_OK;
     std::unique_ptr<Database> database(new Database(connection, path));
     if (!opened)
     {

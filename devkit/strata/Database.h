@@ -90,7 +90,7 @@ public:
     bool IsReadOnly() const;
     /// Whether the file that is open is not the one at its path any more.
     bool HasMoved() const;
-    /// The file's full path, without links on systems that have them; what belongs to the file stands beside it.
+    /// The file's full path, without links; what belongs to the file stands beside it.
     std::string File() const;
     /// Whether the file begins as a database does, or is empty. SQLite does not look while a log says what is in the
     /// file, and would write the log over whatever is there.

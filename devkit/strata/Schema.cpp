@@ -1,5 +1,7 @@
 #include "devkit/strata/Schema.h"
 
+#include "devkit/strata/RealPath.h"
+
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -147,7 +149,7 @@ std::unique_ptr<Database> Open(const std::string& path, std::string& error)
         error = Describe(path, "cannot be created: its folder cannot be made (" + failed.message() + ")");
         return nullptr;
     }
-    if (LostItsContents(file))
+    if (LostItsContents(std::filesystem::u8path(RealPath(path))))
     {
         error = Describe(path, "is damaged: the file is empty, but its log is not");
         return nullptr;

@@ -84,7 +84,7 @@ TEST_F(StampTest, WriteThatCannotBeAnnouncedIsRefused)
     EXPECT_EQ(Stored(writer, L"answer"), "");
 }
 
-TEST_F(StampTest, StoreThatIsReachedByALinkHasTheSameStamp)
+TEST_F(StampTest, StoreThatIsReachedByALinkHasTheSameStampAndTheSameLog)
 {
     Deliveries heard;
     const Opened reader(Kind::Normal);
@@ -94,6 +94,12 @@ TEST_F(StampTest, StoreThatIsReachedByALinkHasTheSameStamp)
     WriteElsewhere(link, 1);
     EXPECT_THAT(heard.WaitFor(1), ElementsAre("answer changed 1"));
     EXPECT_FALSE(std::filesystem::exists(link + "-stamp"));
+
+    ASSERT_GT(std::filesystem::file_size(StoreFile() + "-wal"), 0U);
+    std::filesystem::resize_file(StoreFile(), 0); // damage, which is not to be taken for a store that was never made
+    Program other("strata_helper", {QString::fromStdString(link), "make"});
+    other.Send(link);
+    EXPECT_THAT(other.Line(), testing::HasSubstr("is damaged"));
 }
 
 TEST_F(StampTest, WriteAfterTheFolderWasDeletedIsInTheStoreThatIsThereThen)
