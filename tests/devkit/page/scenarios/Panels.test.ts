@@ -78,6 +78,15 @@ test("what another process causes touches the row of the variable alone", async 
   await differences.getByText('"UsersProtected" → "UsersNotProtected"').waitFor();
 });
 
+test("a plug-in that goes leaves its variables without an owner", async () => {
+  const owner = () => row("main_status").getByRole("cell").nth(3).textContent();
+  await becomes(async () => ((await owner()) ?? "").length > 0, true);
+  await host.request("unload");
+  await becomes(owner, "");
+  await host.request("load");
+  await becomes(async () => ((await owner()) ?? "").length > 0, true);
+});
+
 test("a variable is written and fired, and what is typed has to be JSON", async () => {
   const editor = page.getByRole("textbox", { name: "Value" });
   await editor.fill('{"a": 1,}');

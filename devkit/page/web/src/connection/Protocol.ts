@@ -103,7 +103,6 @@ interface Results {
   unload: { peersOutstanding: number };
   record: RecordResult;
   info: InfoResult;
-  log: string[];
   set: null;
   trigger: null;
   variables: Record<string, VariableRow>;

@@ -11,6 +11,8 @@ export interface Source<Name extends EventName> {
   event: Name;
   /// Watched while the panel is shown. Nothing for the variables: the suite's pages watch them anyway.
   watch?: Arguments<"watch">;
+  /// Events after which the state is asked for anew.
+  alters?: readonly EventName[];
   /// Asks for the state as it is now.
   load(): Promise<void>;
   /// Takes events in their order. The first ones after a load may be older than its answer.
@@ -33,7 +35,7 @@ export class Feed<Name extends EventName> {
   latest: HostEvents[Name] | undefined;
 
   private events: HostEvents[Name][] = [];
-  private overflown = false;
+  private stale = false;
   private loading = false;
   private frame = 0;
   private soon: ReturnType<typeof setTimeout> | undefined;
@@ -42,12 +44,13 @@ export class Feed<Name extends EventName> {
 
   /// Ends when the function that it gives is called.
   begin(): () => void {
-    const { event, watch } = this.source;
-    const off = connection.on(event, (received) => this.receive(received));
+    const { event, watch, alters = [] } = this.source;
+    const ends = alters.map((name) => connection.on(name, () => this.loadSoon()));
+    ends.push(connection.on(event, (received) => this.receive(received)));
     if (watch) connection.tell("watch", watch);
     this.load();
     return () => {
-      off();
+      ends.forEach((end) => end());
       if (watch) connection.tell("watch", { ...watch, on: false });
       cancelAnimationFrame(this.frame);
       clearTimeout(this.soon);
@@ -56,11 +59,12 @@ export class Feed<Name extends EventName> {
     };
   }
 
-  /// For what no event tells; many calls ask once.
+  /// For what no event tells; many calls ask once, and a held panel asks when it goes on.
   loadSoon(): void {
     this.soon ??= setTimeout(() => {
       this.soon = undefined;
-      this.load();
+      this.stale = true;
+      this.schedule();
     }, soonMs);
   }
 
@@ -71,7 +75,7 @@ export class Feed<Name extends EventName> {
 
   private load(): void {
     this.events = [];
-    this.overflown = false;
+    this.stale = false;
     this.loading = true;
     attempt(() =>
       this.source.load().finally(() => {
@@ -84,7 +88,7 @@ export class Feed<Name extends EventName> {
   private receive(event: HostEvents[Name]): void {
     this.latest = event;
     if (this.events.length < mostWaiting) this.events.push(event);
-    else this.overflown = true;
+    else this.stale = true;
     this.schedule();
   }
 
@@ -99,12 +103,12 @@ export class Feed<Name extends EventName> {
     if (this.loading) return;
     const held = this.held.value;
     this.waiting.value = held ? this.events.length : 0;
-    this.full.value = held && this.overflown;
+    this.full.value = held && this.events.length === mostWaiting;
     if (held) return;
-    if (this.overflown) return this.load();
+    if (this.stale) return this.load();
     const events = this.events;
     this.events = [];
-    this.source.take(events);
+    if (events.length > 0) this.source.take(events);
   }
 }
 

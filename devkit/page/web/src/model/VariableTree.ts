@@ -46,6 +46,7 @@ function differs(before: Json | undefined, now: Json | undefined): boolean {
 export class VariableTree {
   readonly feed = new Feed<"variable">({
     event: "variable",
+    alters: ["host"],
     load: () => this.load(),
     take: (rows) => rows.forEach((row) => this.take(row)),
   });
