@@ -6,8 +6,7 @@ export interface Branch<Leaf> {
   readonly parent: Branch<Leaf> | undefined;
   readonly children: Branch<Leaf>[];
   leaf?: Leaf;
-  /// Leaves below and here, and how many of them the filter lets through.
-  leaves: number;
+  /// Leaves below and here that the filter lets through.
   shown: number;
 }
 
@@ -21,7 +20,7 @@ export interface TreeRow<Leaf> {
 
 /// Ids as a tree, sorted, with a filter that is asked once for each id.
 export class IdTree<Leaf> {
-  readonly root: Branch<Leaf> = { path: "", label: "", parent: undefined, children: [], leaves: 0, shown: 0 };
+  readonly root: Branch<Leaf> = { path: "", label: "", parent: undefined, children: [], shown: 0 };
   private readonly branches = new Map<string, Branch<Leaf>>([["", this.root]]);
   private readonly passed = new Map<string, boolean>();
 
@@ -33,7 +32,6 @@ export class IdTree<Leaf> {
   add(id: string, leaf: Leaf, passes: boolean): Branch<Leaf> {
     const branch = this.branchOf(id);
     branch.leaf = leaf;
-    this.count(branch, 1, 0);
     this.setPasses(id, passes);
     return branch;
   }
@@ -41,7 +39,8 @@ export class IdTree<Leaf> {
   setPasses(id: string, passes: boolean): void {
     const before = this.passed.get(id) ?? false;
     this.passed.set(id, passes);
-    if (before !== passes) this.count(this.branches.get(id)!, 0, passes ? 1 : -1);
+    if (before === passes) return;
+    for (let branch = this.branches.get(id); branch; branch = branch.parent) branch.shown += passes ? 1 : -1;
   }
 
   /// The rows from top to bottom: pinned branches first, then the tree, without what the filter holds back.
@@ -66,7 +65,7 @@ export class IdTree<Leaf> {
     if (known) return known;
     const cut = Math.max(path.lastIndexOf("\\", path.length - 2), path.lastIndexOf(":", path.length - 2)) + 1;
     const parent = this.branchOf(path.slice(0, cut));
-    const branch: Branch<Leaf> = { path, label: path.slice(cut), parent, children: [], leaves: 0, shown: 0 };
+    const branch: Branch<Leaf> = { path, label: path.slice(cut), parent, children: [], shown: 0 };
     this.branches.set(path, branch);
     let [from, to] = [0, parent.children.length];
     while (from < to) {
@@ -76,12 +75,5 @@ export class IdTree<Leaf> {
     }
     parent.children.splice(from, 0, branch);
     return branch;
-  }
-
-  private count(from: Branch<Leaf>, leaves: number, shown: number): void {
-    for (let branch: Branch<Leaf> | undefined = from; branch; branch = branch.parent) {
-      branch.leaves += leaves;
-      branch.shown += shown;
-    }
   }
 }

@@ -31,7 +31,7 @@ export class Feed<Name extends EventName> {
   readonly waiting = signal(0);
   /// More came than are kept.
   readonly full = signal(false);
-  /// The last event that came, also while the panel is held.
+  /// The last event that came since it began, also while the panel is held.
   latest: HostEvents[Name] | undefined;
 
   private events: HostEvents[Name][] = [];
@@ -45,6 +45,7 @@ export class Feed<Name extends EventName> {
   /// Ends when the function that it gives is called.
   begin(): () => void {
     const { event, watch, alters = [] } = this.source;
+    this.latest = undefined;
     const ends = alters.map((name) => connection.on(name, () => this.loadSoon()));
     ends.push(connection.on(event, (received) => this.receive(received)));
     if (watch) connection.tell("watch", watch);

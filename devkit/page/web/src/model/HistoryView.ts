@@ -42,8 +42,9 @@ export class HistoryView {
     const variables = Object.values(await connection.request("variables", {}));
     const last = variables.reduce((sum, { writes, triggers }) => sum + writes + triggers, 0);
     const rows = await connection.request("history", { since: Math.max(last - ChangeLog.most, 0) });
-    // Another start of the host counts from 1 again.
-    if ((rows.at(-1)?.seq ?? 0) < (this.log.changes.at(-1)?.seq ?? 0)) this.log.clear();
+    // There may be a gap, and another start of the host counts from 1 again.
+    const newest = this.log.changes.at(-1);
+    if (newest && rows.find(({ seq }) => seq === newest.seq)?.name !== newest.name) this.log.clear();
     this.log.add(rows, undefined);
     ++this.version.value;
   }

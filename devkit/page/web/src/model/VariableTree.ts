@@ -1,4 +1,4 @@
-import { computed, signal, type Signal } from "@preact/signals";
+import { batch, computed, signal, type Signal } from "@preact/signals";
 import { connection } from "../connection/Connection";
 import type { HistoryRow, Json, VariableRow } from "../connection/Protocol";
 import { differences } from "../logic/Difference";
@@ -36,10 +36,6 @@ export function togglePin(path: string): void {
 const unknown: VariableState = {
   value: undefined, type: null, registered: false, kept: false, owner: null, subscribers: 0, writes: 0, triggers: 0,
 };
-
-function differs(before: Json | undefined, now: Json | undefined): boolean {
-  return differences(before, now, 1).length > 0;
-}
 
 /// The variables as a developer sees them, for as long as the panel is shown. A change touches the one row that shows
 /// it: its own, or the closed branch that it is in.
@@ -99,10 +95,10 @@ export class VariableTree {
   private async load(): Promise<void> {
     const found = await connection.request("variables", {});
     this.loadedUpTo = this.feed.latest?.seq ?? 0;
-    for (const [id, row] of Object.entries(found)) {
-      const before = this.variables.get(id)?.state.peek().before;
-      this.put(id, { ...row, value: row.value ?? undefined, before });
-    }
+    batch(() => {
+      for (const id of this.variables.keys()) if (!Object.hasOwn(found, id)) this.drop(id);
+      for (const [id, row] of Object.entries(found)) this.put(id, { ...row, value: row.value ?? undefined });
+    });
   }
 
   private take(row: HistoryRow): void {
@@ -114,7 +110,7 @@ export class VariableTree {
     if (now === unknown || (carries && typeof value !== typeof now.value)) this.feed.loadSoon();
     const branch = this.put(row.name, {
       ...now,
-      ...(carries && { value, before: differs(now.value, value) ? now.value : now.before }),
+      ...(carries && { value }),
       writes: now.writes + (row.kind === "set" ? 1 : 0),
       triggers: now.triggers + (row.kind === "trigger" ? 1 : 0),
     });
@@ -130,13 +126,21 @@ export class VariableTree {
       ++this.shape.value;
       return this.tree.add(id, variable, this.passes(variable));
     }
-    const before = known.state.peek();
-    known.state.value = state;
-    if (before.type !== state.type || before.owner !== state.owner) {
+    const { value, before, type, owner } = known.state.peek();
+    known.state.value = { ...state, before: differences(value, state.value, 1).length > 0 ? value : before };
+    if (type !== state.type || owner !== state.owner) {
       this.tree.setPasses(id, this.passes(known));
       ++this.shape.value;
     }
     return this.tree.find(id)!;
+  }
+
+  /// Another start of the host may not know it.
+  private drop(id: string): void {
+    this.variables.delete(id);
+    this.tree.setPasses(id, false);
+    this.count.value = this.variables.size;
+    ++this.shape.value;
   }
 
   /// The branch itself, or the outermost one around it that is closed.
