@@ -3,17 +3,10 @@ import { test } from "node:test";
 import type { Page } from "playwright-core";
 import { go, openPage } from "../../tests/devkit/page/support/Browser";
 import { Host } from "../../tests/devkit/page/support/Host";
+import { framesDuring, scrollList, show, showHead } from "./Figures";
 
 const status = "@ContentControl\\Status:main_status";
 const headings = { UsersProtected: "You are protected", UsersNotProtected: "You are not protected" };
-
-function show(what: string, samples: readonly number[], wanted?: number): void {
-  const sorted = [...samples].sort((one, other) => one - other);
-  const at = (part: number) => sorted[Math.min(Math.floor(part * sorted.length), sorted.length - 1)]!;
-  const [median, p99, most] = [at(0.5), at(0.99), at(1)].map((value) => `${value.toFixed(1)} ms`.padStart(10));
-  const verdict = wanted === undefined ? "" : `p99 < ${wanted} ms${at(0.99) < wanted ? "" : " MISSED"}`;
-  console.log(`${what.padEnd(52)} ${median} ${p99} ${most}  ${verdict}`);
-}
 
 /// Leaves in the page when each heading that follows came onto the screen: in the frame that shows it.
 async function watchHeading(page: Page): Promise<void> {
@@ -42,58 +35,6 @@ async function eventToScreen(host: Host, pages: readonly Page[], count: number):
   return shown.flatMap((times) => times.map((time, i) => time - told[i]!));
 }
 
-/// The lengths of so many frames, while a list is scrolled from its top to its end or left as it is.
-function framesOf(page: Page, count: number, scrolls: boolean): Promise<number[]> {
-  return page.evaluate(
-    async ([count, scrolls]) => {
-      const list = document.querySelector(".scroll")!;
-      const frame = () => new Promise<number>((resolve) => requestAnimationFrame(resolve));
-      const frames: number[] = [];
-      let before = await frame();
-      for (let i = 1; i <= count; ++i) {
-        if (scrolls) list.scrollTop = ((list.scrollHeight - list.clientHeight) * i) / count;
-        const now = await frame();
-        frames.push(now - before);
-        before = now;
-      }
-      return frames;
-    },
-    [count, scrolls] as const,
-  );
-}
-
-/// Changes variables 200 times a second until the function that it gives is called, which says how often it did.
-function changeVariables(host: Host, names: readonly string[]): () => number {
-  const start = performance.now();
-  let changes = 0;
-  const timer = setInterval(() => {
-    for (; changes < (performance.now() - start) / 5; ++changes)
-      void host.request("set", { name: names[(changes * 7) % names.length]!, value: `changed ${changes}` });
-  }, 5);
-  return () => {
-    clearInterval(timer);
-    return changes;
-  };
-}
-
-/// 2,500 variables in the tree and 10,000 rows of history, left as they are and scrolled, at 200 changes a second.
-async function showPanels(host: Host, page: Page): Promise<void> {
-  const names = Array.from({ length: 2500 }, (_, i) => `@Bench\\Group${i % 25}:variable${i}`);
-  for (let i = 0; i < 4; ++i)
-    await host.request("strings", { language: "en", values: Object.fromEntries(names.map((name) => [name, `value ${i}`])) });
-  for (const [panel, filter, rows] of [["Variables", "bench", "2500 of"], ["History", "", "10,000 of"]] as const) {
-    await go(page, panel);
-    await page.getByRole("searchbox").fill(filter);
-    await page.getByText(rows).waitFor();
-    const stop = changeVariables(host, names);
-    const start = performance.now();
-    const [still, scrolled] = [await framesOf(page, 300, false), await framesOf(page, 300, true)];
-    const rate = Math.round((stop() * 1000) / (performance.now() - start));
-    show(`${panel.toLowerCase()} at ${rate} changes a second, frame`, still, 50);
-    show("scrolled meanwhile, frame", scrolled, 50);
-  }
-}
-
 /// Of one process, in milliseconds.
 function cpuTime(pid: number): number {
   const fields = readFileSync(`/proc/${pid}/stat`, "utf8").replace(/^.*\) /, "").split(" ");
@@ -101,7 +42,7 @@ function cpuTime(pid: number): number {
 }
 
 test("the page's figures", { timeout: 600_000 }, async () => {
-  console.log(`${"page".padEnd(52)} ${"median".padStart(10)} ${"p99".padStart(10)} ${"most".padStart(10)}  wanted`);
+  showHead("page");
   const host = await Host.start();
   const shown: number[] = [];
   for (let i = 0; i < 9; ++i) {
@@ -132,7 +73,6 @@ test("the page's figures", { timeout: 600_000 }, async () => {
   await go(page, "Websites");
   await page.getByText("20,000 websites").waitFor();
   show("20,000 websites shown", [performance.now() - start]);
-  show("20,000 websites scrolled, frame", await framesOf(page, 300, true), 50);
-  await showPanels(host, page);
+  show("20,000 websites scrolled, frame", await framesDuring(page, () => scrollList(page)), 50);
   await host.end();
 });
