@@ -33,6 +33,11 @@ export function knownSettings(): ReadonlyMap<string, KnownSetting> {
   return known;
 }
 
+function byKey(one: Setting, other: Setting): number {
+  if (one.key !== other.key) return one.key < other.key ? -1 : 1;
+  return one.scope < other.scope ? -1 : 1;
+}
+
 /// Every setting of the machine and of the user that is known or in the store. A change touches its own row; the filter
 /// runs again for a row that comes or goes.
 export class StoreTable {
@@ -45,6 +50,8 @@ export class StoreTable {
     take: (events) => this.take(events),
   });
   private readonly all = new Map<string, Setting>();
+  /// In their order; nothing when one has come since.
+  private sorted: readonly Setting[] | undefined;
 
   constructor() {
     for (const scope of scopes) for (const key of knownSettings().keys()) this.settingOf(scope, key);
@@ -74,6 +81,7 @@ export class StoreTable {
     const searched = `${id} ${about?.purpose ?? ""}`.toLowerCase();
     const setting = { id, scope, key, known: about, state: signal({ entry: undefined, changes: 0 }), searched };
     this.all.set(id, setting);
+    this.sorted = undefined;
     return setting;
   }
 
@@ -106,8 +114,8 @@ export class StoreTable {
     const isShown = ({ searched, known: about, state }: Setting) =>
       (state.peek().entry !== undefined || (about !== undefined && !storedOnly.value)) &&
       words.every((word) => searched.includes(word));
-    const order = (one: Setting, other: Setting) => (one.key < other.key ? -1 : one.key > other.key ? 1 : one.id < other.id ? -1 : 1);
-    this.rows.value = [...this.all.values()].filter(isShown).sort(order);
+    this.sorted ??= [...this.all.values()].sort(byKey);
+    this.rows.value = this.sorted.filter(isShown);
   }
 }
 
