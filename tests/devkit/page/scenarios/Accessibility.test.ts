@@ -20,6 +20,7 @@ before(async () => {
   await host.set("user", "windows.browsing_protection.internal.sites.list", "object", [site("xn--bcher-kva.example")]);
   await host.set("system", "windows.browsing_protection.internal.sites.list", "object", [site("school.example")]);
   await host.set("system", "windows.browsing_protection.enabled", "bool", false);
+  await host.request("store.fault", { function: "OrbStrata_SetBool", key: "no.such.setting", code: 5, count: 0 });
 });
 after(() => host.end());
 

@@ -3,6 +3,7 @@ import type { FaultLibrary, FaultRow } from "../connection/Protocol";
 import { clearFaults, faults, functions, libraryOf, setFault, takeBack } from "../model/Faults";
 import { attempt } from "../model/Notices";
 import { Card, Page } from "../parts/Page";
+import { Rows } from "../parts/Rows";
 
 /// Codes that the suite's libraries answer with.
 const codes = [
@@ -87,20 +88,20 @@ function NewFault() {
   );
 }
 
-function ActiveFault({ fault }: { fault: FaultRow }) {
-  const { library, function: name = `any of ${library}`, key, code, count } = fault;
+function Cells({ fault }: { fault: FaultRow }) {
+  const { library, function: name = `any of ${library}`, key = "any", code, count } = fault;
   return (
-    <tr>
+    <>
       <td class="code">{name}</td>
-      <td class="code">{key ?? <span class="faint">any</span>}</td>
+      <td class="code">{key}</td>
       <td>{code}</td>
       <td>{count === 0 ? "until cleared" : count}</td>
-      <td class="actions">
-        <button type="button" class="quiet" aria-label={`Take back ${name} ${key ?? ""}`.trim()} onClick={() => attempt(() => takeBack(fault))}>
+      <td>
+        <button type="button" class="quiet" aria-label={`Take back ${name} ${key}`} onClick={() => attempt(() => takeBack(fault))}>
           Take back
         </button>
       </td>
-    </tr>
+    </>
   );
 }
 
@@ -110,26 +111,16 @@ export function FaultsPanel() {
       <Card title="New fault">
         <NewFault />
       </Card>
-      <Card title="Active faults">
-        <div class="wide-table">
-          <table class="table fitting" aria-label="Active faults">
-            <thead>
-              <tr>
-                <th scope="col">Function</th>
-                <th scope="col">Key</th>
-                <th scope="col">Code</th>
-                <th scope="col">Calls left</th>
-                <th scope="col">Actions</th>
-              </tr>
-            </thead>
-            <tbody>
-              {faults.value.map((fault, i) => (
-                <ActiveFault key={i} fault={fault} />
-              ))}
-            </tbody>
-          </table>
-        </div>
-        {faults.value.length === 0 && <p class="faint">Nothing is made to fail.</p>}
+      <Card title="Active faults" class="faults">
+        <Rows
+          label="Active faults"
+          heads={["Function", "Key", "Code", "Calls left", "Actions"]}
+          rows={faults.value.map((fault, i) => ({ number: i, fault }))}
+          keyOf={({ number }) => number}
+          render={({ fault }) => <Cells fault={fault} />}
+          none="Nothing is made to fail."
+          rowHeight={34}
+        />
         <div class="buttons">
           <button type="button" class="button" disabled={faults.value.length === 0} onClick={() => attempt(clearFaults)}>
             Clear all

@@ -14,9 +14,11 @@ function Cells({ line: { time, level, message }, onSelect }: { line: LogLine; on
       <td class="code">{time.slice(11)}</td>
       <td class={level > 0 && level <= 2 ? "grave" : undefined}>{time && levels[level - 1]}</td>
       <td>
-        <button type="button" class="quiet code" onClick={onSelect}>
-          {message}
-        </button>
+        {message && (
+          <button type="button" class="quiet code" onClick={onSelect}>
+            {message}
+          </button>
+        )}
       </td>
     </>
   );
