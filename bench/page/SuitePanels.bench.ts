@@ -45,8 +45,9 @@ test("the figures of store and log", { timeout: 300_000 }, async () => {
   const host = await Host.start();
   const page = await openPage(host.address);
 
-  const entries = Array.from({ length: 1000 }, (_, i) => [`lab.number_${i}`, { type: "int32", value: i, constraints: 0 }]);
-  await host.request("store.write", { scope: "user", entries: Object.fromEntries(entries) });
+  const entry = (i: number) => [`lab.number_${i}`, { type: "int32", value: i, constraints: 0 }];
+  const entries = Object.fromEntries(Array.from({ length: 1000 }, (_, i) => entry(i)));
+  await host.request("store.write", { scope: "user", entries });
   await go(page, "Store");
   const filter = page.getByRole("searchbox", { name: "Filter by key, scope or purpose" });
   await page.getByText("1302 of 1302").waitFor();
@@ -68,7 +69,8 @@ test("the figures of store and log", { timeout: 300_000 }, async () => {
 
   const { logFile } = (await host.request("info")) as { logFile: string };
   const write = (from: number, count: number) => {
-    const lines = Array.from({ length: count }, (_, i) => `2024-05-06 07:08:09.010 [1a.2b]  I: line ${from + i} of a long day\r\n`);
+    const line = (i: number) => `2024-05-06 07:08:09.010 [1a.2b]  I: line ${from + i} of a long day\r\n`;
+    const lines = Array.from({ length: count }, (_, i) => line(i));
     appendFileSync(logFile, Buffer.from(lines.join(""), "utf16le"));
   };
   write(0, 5000);

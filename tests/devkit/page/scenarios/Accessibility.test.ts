@@ -7,9 +7,9 @@ import { go, openPage } from "../support/Browser";
 import { Host } from "../support/Host";
 
 const names = [
-  "Variables", "History", "Store", "Log", "Activity", "Faults", "Service", "Recording", "Main page", "Browsing protection",
-  "Browser extensions", "Banking protection", "Web page filter", "Websites",
-  "Time limits", "Family rules", "Statistics",
+  "Variables", "History", "Store", "Log", "Activity", "Faults", "Service", "Recording", "Main page",
+  "Browsing protection", "Browser extensions", "Banking protection", "Web page filter", "Websites", "Time limits",
+  "Family rules", "Statistics",
 ];
 
 let host: Host;

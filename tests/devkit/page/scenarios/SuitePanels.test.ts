@@ -15,15 +15,17 @@ after(() => host.end());
 const row = (table: string, name: string | RegExp) => page.getByRole("table", { name: table }).getByRole("row", { name });
 const button = (name: string) => page.getByRole("button", { name, exact: true });
 
-test("settings of another process come, are found as one types, and are changed, enforced, removed and put back", async () => {
+test("settings of another process come, are found as one types, changed, enforced, removed and put back", async () => {
   await go(page, "Store");
   await row("Settings", /system common\.content\.allowed_categories\.abortion/).waitFor();
-  const lines = Array.from({ length: 1000 }, (_, i) => [`lab.number_${i}`, { type: "int32", value: i, constraints: 0 }]);
-  await host.request("store.write", { scope: "user", entries: Object.fromEntries(lines) });
+  const entry = (i: number) => [`lab.number_${i}`, { type: "int32", value: i, constraints: 0 }];
+  const entries = Object.fromEntries(Array.from({ length: 1000 }, (_, i) => entry(i)));
+  await host.request("store.write", { scope: "user", entries });
   const filter = page.getByRole("searchbox", { name: "Filter by key, scope or purpose" });
   await filter.pressSequentially("user number_77");
   const shown = () => page.getByRole("table", { name: "Settings" }).getByRole("button").allTextContents();
-  await becomes(shown, ["lab.number_77", ...Array.from({ length: 10 }, (_, i) => `lab.number_77${i}`)]);
+  const wanted = Array.from({ length: 10 }, (_, i) => `lab.number_77${i}`);
+  await becomes(shown, ["lab.number_77", ...wanted]);
   await filter.fill("switch of the web page filter");
   await becomes(shown, ["common.content.enabled", "common.content.enabled"]);
   await row("Settings", /user bool false by default/).waitFor();

@@ -5,7 +5,11 @@ import type { FaultLibrary, FaultRow } from "../connection/Protocol";
 /// What is made to fail, by whichever client.
 export const faults = signal<readonly FaultRow[]>([]);
 /// The functions that can be, by library.
-export const functions = signal<Readonly<Record<FaultLibrary, readonly string[]>>>({ store: [], flyer: [], metrics: [] });
+export const functions = signal<Readonly<Record<FaultLibrary, readonly string[]>>>({
+  store: [],
+  flyer: [],
+  metrics: [],
+});
 
 export function libraryOf(name: string): FaultLibrary {
   const names = Object.keys(functions.value) as FaultLibrary[];

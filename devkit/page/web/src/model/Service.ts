@@ -1,4 +1,5 @@
-// What the suite's service does beside the plug-in. Each deed is a list of requests, which a script sends as they stand.
+// What the suite's service does beside the plug-in. Each deed is a list of requests, which a script sends as they
+// stand.
 
 import { connection } from "../connection/Connection";
 import type { Commands, Json } from "../connection/Commands";

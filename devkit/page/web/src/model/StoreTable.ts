@@ -8,7 +8,7 @@ import { Feed } from "./Feed";
 import { attempt, tellDone } from "./Notices";
 
 export const scopes = ["system", "user"] as const;
-export const settingTypes = ["bool", "int32", "int64", "string", "utf8", "object"] as const satisfies readonly SettingType[];
+export const settingTypes: readonly SettingType[] = ["bool", "int32", "int64", "string", "utf8", "object"];
 const enforced = 1;
 
 export interface Setting {

@@ -1,8 +1,11 @@
-import { useId, useState } from "preact/hooks";
-import { clipboard, fillClipboard, makeEvent, metrics, metricsFeed, namedEvents, urls, urlsFeed, useLooks } from "../model/Activity";
+import { useState } from "preact/hooks";
+import {
+  clipboard, fillClipboard, makeEvent, metrics, metricsFeed, namedEvents, urls, urlsFeed, useLooks,
+} from "../model/Activity";
 import { useFeed } from "../model/Feed";
 import { flyers, pressButton } from "../model/Flyers";
 import { attempt } from "../model/Notices";
+import { Field } from "../parts/Field";
 import { Card, Page } from "../parts/Page";
 import { Rows } from "../parts/Rows";
 
@@ -70,7 +73,6 @@ interface LineFormProps {
 }
 
 function LineForm({ label, action, run }: LineFormProps) {
-  const id = useId();
   const [typed, setTyped] = useState("");
   return (
     <form
@@ -80,8 +82,7 @@ function LineForm({ label, action, run }: LineFormProps) {
         attempt(() => run(typed));
       }}
     >
-      <label for={id}>{label}</label>
-      <input id={id} type="text" value={typed} spellcheck={false} onInput={(event) => setTyped(event.currentTarget.value)} />
+      <Field label={label} value={typed} onType={setTyped} />
       <button class="button">{action}</button>
     </form>
   );

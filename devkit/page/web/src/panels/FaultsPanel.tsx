@@ -1,24 +1,24 @@
-import { useId, useState } from "preact/hooks";
+import { useState } from "preact/hooks";
 import type { FaultLibrary, FaultRow } from "../connection/Protocol";
 import { clearFaults, faults, functions, libraryOf, setFault, takeBack } from "../model/Faults";
 import { attempt } from "../model/Notices";
+import { Field, options, Select } from "../parts/Field";
 import { Card, Page } from "../parts/Page";
 import { Rows } from "../parts/Rows";
 
 /// Codes that the suite's libraries answer with.
 const codes = [
-  [5, "access denied"],
-  [6, "invalid handle"],
-  [10, "not found"],
-  [87, "invalid argument"],
-  [110, "wrong type"],
-  [112, "the store failed"],
-  [170, "busy"],
+  ["5", "access denied"],
+  ["6", "invalid handle"],
+  ["10", "not found"],
+  ["87", "invalid argument"],
+  ["110", "wrong type"],
+  ["112", "the store failed"],
+  ["170", "busy"],
 ] as const;
 const libraries: Readonly<Record<FaultLibrary, string>> = { store: "Store", flyer: "Flyers", metrics: "Metrics" };
 
 function NewFault() {
-  const id = useId();
   const [name, setName] = useState("OrbStrata_SetBool");
   const [key, setKey] = useState("");
   const [code, setCode] = useState("112");
@@ -39,50 +39,16 @@ function NewFault() {
         attempt(() => setFault(fault));
       }}
     >
-      <label for={`${id}function`}>Function</label>
-      <select id={`${id}function`} value={name} onChange={(event) => setName(event.currentTarget.value)}>
+      <Select label="Function" value={name} onChoose={setName}>
         {(Object.keys(libraries) as FaultLibrary[]).map((each) => (
           <optgroup key={each} label={libraries[each]}>
-            {functions.value[each].map((option) => (
-              <option key={option}>{option}</option>
-            ))}
+            {options(functions.value[each])}
           </optgroup>
         ))}
-      </select>
-      <label for={`${id}key`}>Key</label>
-      <input
-        id={`${id}key`}
-        type="text"
-        class="code"
-        placeholder="any"
-        spellcheck={false}
-        disabled={library !== "store"}
-        value={key}
-        onInput={(event) => setKey(event.currentTarget.value)}
-      />
-      <label for={`${id}code`}>Code</label>
-      <input
-        id={`${id}code`}
-        type="number"
-        required
-        list={`${id}codes`}
-        value={code}
-        onInput={(event) => setCode(event.currentTarget.value)}
-      />
-      <datalist id={`${id}codes`}>
-        {codes.map(([value, meaning]) => (
-          <option key={value} value={value} label={meaning} />
-        ))}
-      </datalist>
-      <label for={`${id}count`}>Calls (0: until it is cleared)</label>
-      <input
-        id={`${id}count`}
-        type="number"
-        required
-        min={0}
-        value={count}
-        onInput={(event) => setCount(event.currentTarget.value)}
-      />
+      </Select>
+      <Field label="Key" value={key} onType={setKey} placeholder="any" disabled={library !== "store"} />
+      <Field label="Code" type="number" value={code} onType={setCode} suggestions={codes} required />
+      <Field label="Calls (0: until it is cleared)" type="number" value={count} onType={setCount} min={0} required />
       <button class="button primary">Set fault</button>
     </form>
   );
@@ -97,7 +63,12 @@ function Cells({ fault }: { fault: FaultRow }) {
       <td>{code}</td>
       <td>{count === 0 ? "until cleared" : count}</td>
       <td>
-        <button type="button" class="quiet" aria-label={`Take back ${name} ${key}`} onClick={() => attempt(() => takeBack(fault))}>
+        <button
+          type="button"
+          class="quiet"
+          aria-label={`Take back ${name} ${key}`}
+          onClick={() => attempt(() => takeBack(fault))}
+        >
           Take back
         </button>
       </td>
@@ -122,7 +93,12 @@ export function FaultsPanel() {
           rowHeight={34}
         />
         <div class="buttons">
-          <button type="button" class="button" disabled={faults.value.length === 0} onClick={() => attempt(clearFaults)}>
+          <button
+            type="button"
+            class="button"
+            disabled={faults.value.length === 0}
+            onClick={() => attempt(clearFaults)}
+          >
             Clear all
           </button>
         </div>

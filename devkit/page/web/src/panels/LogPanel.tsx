@@ -2,6 +2,7 @@ import { useState } from "preact/hooks";
 import { levels, type LogLine } from "../logic/LogLine";
 import { useFeed } from "../model/Feed";
 import { logFilter, logLevel, LogTail } from "../model/LogTail";
+import { Select } from "../parts/Field";
 import { Card, Page } from "../parts/Page";
 import { Rows } from "../parts/Rows";
 import { FilterField, Hold, Tools } from "../parts/Tools";
@@ -32,20 +33,18 @@ export function LogPanel() {
     <Page title="Log" lead="What the plug-in writes to its log. The end stays in view until you scroll up.">
       <Tools>
         <FilterField label="Filter by text" value={logFilter.value} onFilter={(typed) => tail.filter(typed)} />
-        <label class="inline">
-          Level
-          <select
-            value={logLevel.value}
-            onChange={(event) => tail.filter(logFilter.value, Number(event.currentTarget.value))}
-          >
-            <option value={0}>All</option>
-            {levels.map((name, i) => (
-              <option key={name} value={i + 1}>
-                {i === 0 ? name : `${name} and graver`}
-              </option>
-            ))}
-          </select>
-        </label>
+        <Select
+          label="Level"
+          value={String(logLevel.value)}
+          onChoose={(level) => tail.filter(logFilter.value, Number(level))}
+        >
+          <option value={0}>All</option>
+          {levels.map((name, i) => (
+            <option key={name} value={i + 1}>
+              {i === 0 ? name : `${name} and graver`}
+            </option>
+          ))}
+        </Select>
         <span class="faint">
           {tail.rows.value.length} of {tail.count}
         </span>

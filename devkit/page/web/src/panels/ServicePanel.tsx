@@ -8,6 +8,7 @@ import {
 } from "../model/Service";
 import { settingValue } from "../model/Settings";
 import { knownSettings, scopes } from "../model/StoreTable";
+import { Field, options, Select } from "../parts/Field";
 import { Card, Page } from "../parts/Page";
 
 type Deeds = Readonly<Record<string, () => readonly Request[]>>;
@@ -44,24 +45,6 @@ function Deed({ title, deeds, children }: { title: string; deeds: Deeds; childre
   );
 }
 
-interface FieldProps {
-  label: string;
-  type: "number" | "text" | "time" | "date";
-  value: string;
-  list?: string;
-  onType(value: string): void;
-}
-
-function Field({ label, type, value, list, onType }: FieldProps) {
-  const id = useId();
-  return (
-    <>
-      <label for={id}>{label}</label>
-      <input id={id} type={type} value={value} list={list} min={0} onInput={(event) => onType(event.currentTarget.value)} />
-    </>
-  );
-}
-
 const two = (number: number) => String(number).padStart(2, "0");
 const timeText = (time: Date) => `${two(time.getHours())}:${two(time.getMinutes())}`;
 const dateText = (time: Date) => `${time.getFullYear()}-${two(time.getMonth() + 1)}-${two(time.getDate())}`;
@@ -84,7 +67,7 @@ function TimeLock() {
       title="Time lock"
       deeds={{ Warn: () => warn(Number(minutes)), Lock: () => lock(next(until)), Release: release }}
     >
-      <Field label="Minutes left" type="number" value={minutes} onType={setMinutes} />
+      <Field label="Minutes left" type="number" min={1} value={minutes} onType={setMinutes} />
       <Field label="Locked until (empty: released by hand)" type="time" value={until} onType={setUntil} />
     </Deed>
   );
@@ -97,7 +80,7 @@ function Banking() {
       title="Banking session"
       deeds={{ "Open session": () => openBankingSession(name), "Close session": closeBankingSession }}
     >
-      <Field label="Named event for its end" type="text" value={name} onType={setName} />
+      <Field label="Named event for its end" value={name} onType={setName} />
     </Deed>
   );
 }
@@ -109,17 +92,17 @@ function Visits() {
     <Deed
       title="Visits of a day"
       deeds={{
-        "Count visits": () => countVisits(settingValue("user", countersKey, []), new Date(`${day}T12:00`), Number(visits)),
+        "Count visits": () =>
+          countVisits(settingValue("user", countersKey, []), new Date(`${day}T12:00`), Number(visits)),
       }}
     >
-      <Field label="Visits" type="number" value={visits} onType={setVisits} />
+      <Field label="Visits" type="number" min={0} value={visits} onType={setVisits} />
       <Field label="Day" type="date" value={day} onType={setDay} />
     </Deed>
   );
 }
 
 function Policy() {
-  const id = useId();
   const [scope, setScope] = useState<string>("user");
   const [key, setKey] = useState("common.content.enabled");
   return (
@@ -127,26 +110,21 @@ function Policy() {
       title="Policy"
       deeds={{ Enforce: () => enforce(scope, key, true), "Enforce no longer": () => enforce(scope, key, false) }}
     >
-      <label for={id}>Scope</label>
-      <select id={id} value={scope} onChange={(event) => setScope(event.currentTarget.value)}>
-        {scopes.map((name) => (
-          <option key={name}>{name}</option>
-        ))}
-      </select>
-      <Field label="Setting" type="text" value={key} list={`${id}keys`} onType={setKey} />
-      <datalist id={`${id}keys`}>
-        {[...knownSettings().keys()].map((name) => (
-          <option key={name} value={name} />
-        ))}
-      </datalist>
+      <Select label="Scope" value={scope} onChoose={setScope}>
+        {options(scopes)}
+      </Select>
+      <Field label="Setting" value={key} onType={setKey} suggestions={[...knownSettings().keys()].map((name) => [name])} />
     </Deed>
   );
 }
 
+const lead =
+  "What the suite's service does beside the plug-in. Each button sends a few requests, which a script can send as well.";
+
 export function ServicePanel() {
   const store = functions.value.store;
   return (
-    <Page title="Service" lead="What the suite's service does beside the plug-in. Each button sends a few requests, which a script can send as well.">
+    <Page title="Service" lead={lead}>
       <div class="columns wide">
         <TimeLock />
         <Banking />

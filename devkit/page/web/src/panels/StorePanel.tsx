@@ -1,12 +1,13 @@
-import { useId, useState } from "preact/hooks";
+import { useState } from "preact/hooks";
 import type { SettingType } from "../connection/Protocol";
 import { brief } from "../logic/JsonText";
 import { useFeed } from "../model/Feed";
 import { attempt } from "../model/Notices";
 import {
-  enforceSetting, isEnforcedEntry, removeSetting, scopes, settingTypes, storedOnly, storeFilter, StoreTable, writeSetting,
-  type Setting,
+  enforceSetting, isEnforcedEntry, removeSetting, scopes, settingTypes, storedOnly, storeFilter, StoreTable,
+  writeSetting, type Setting,
 } from "../model/StoreTable";
+import { Field, options, Select } from "../parts/Field";
 import { Icon } from "../parts/Icon";
 import { JsonEditor } from "../parts/JsonEditor";
 import { Card, Page } from "../parts/Page";
@@ -65,14 +66,11 @@ function Editor({ setting }: { setting: Setting }) {
         <dt>Constraint word</dt>
         <dd class="code">{entry?.constraints ?? 0}</dd>
       </dl>
-      <label>
-        Type
-        <select value={type} onChange={(event) => setType(event.currentTarget.value)}>
-          {settingTypes.map((name) => (
-            <option key={name}>{name}</option>
-          ))}
-        </select>
-      </label>
+      <div class="fields">
+        <Select label="Type" value={type} onChoose={setType}>
+          {options(settingTypes)}
+        </Select>
+      </div>
       <JsonEditor
         label="Value"
         value={entry?.found ? entry.value : known?.otherwise}
@@ -95,7 +93,6 @@ function Editor({ setting }: { setting: Setting }) {
 }
 
 function OtherKey({ table }: { table: StoreTable }) {
-  const id = useId();
   const [scope, setScope] = useState<string>("user");
   const [key, setKey] = useState("");
   return (
@@ -106,14 +103,10 @@ function OtherKey({ table }: { table: StoreTable }) {
         if (key.trim()) table.open(scope, key.trim());
       }}
     >
-      <label for={`${id}scope`}>Scope</label>
-      <select id={`${id}scope`} value={scope} onChange={(event) => setScope(event.currentTarget.value)}>
-        {scopes.map((name) => (
-          <option key={name}>{name}</option>
-        ))}
-      </select>
-      <label for={`${id}key`}>Key</label>
-      <input id={`${id}key`} type="text" class="code" value={key} spellcheck={false} onInput={(event) => setKey(event.currentTarget.value)} />
+      <Select label="Scope" value={scope} onChoose={setScope}>
+        {options(scopes)}
+      </Select>
+      <Field label="Key" value={key} onType={setKey} />
       <button class="button">Open</button>
     </form>
   );

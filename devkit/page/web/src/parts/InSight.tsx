@@ -1,15 +1,19 @@
+import type { FaultRow } from "../connection/Protocol";
 import { clearFaults, faults } from "../model/Faults";
 import { attempt } from "../model/Notices";
 import { addressOf } from "../model/Route";
 import { blockShown } from "../model/TimeLock";
 import { Icon } from "./Icon";
 
+function named(active: readonly FaultRow[]): string {
+  const most = 3;
+  const names = active.map(({ library, function: name, key }) => [name ?? library, key].filter(Boolean).join(" "));
+  return names.slice(0, most).join(", ") + (names.length > most ? " …" : "");
+}
+
 /// What a developer should not forget, whichever page or panel is open.
 export function InSight({ onPanel }: { onPanel: boolean }) {
   const active = faults.value;
-  const most = 3;
-  const names = active.slice(0, most).map(({ library, function: name, key }) => [name ?? library, key].filter(Boolean).join(" "));
-  const named = names.join(", ") + (active.length > most ? " …" : "");
   return (
     <div class="in-sight" role="status" lang="en">
       {onPanel && blockShown.value > 0 && (
@@ -23,7 +27,8 @@ export function InSight({ onPanel }: { onPanel: boolean }) {
         <p class="note warning">
           <Icon name="warning" />
           <span>
-            {active.length === 1 ? "1 fault is set" : `${active.length} faults are set`}: <span class="code">{named}</span>
+            {active.length === 1 ? "1 fault is set: " : `${active.length} faults are set: `}
+            <span class="code">{named(active)}</span>
           </span>
           <a href={addressOf("faults")}>Show</a>
           <button type="button" class="quiet" onClick={() => attempt(clearFaults)}>
