@@ -29,7 +29,10 @@ function Deed({ title, deeds, children }: { title: string; deeds: Deeds; childre
             class="button"
             aria-describedby={id}
             onFocus={() => setShown(name)}
-            onClick={() => attempt(() => carryOut(deeds[name]!()))}
+            onClick={() => {
+              setShown(name); // not every browser gives the focus to what is clicked
+              attempt(() => carryOut(deeds[name]!()));
+            }}
           >
             {name}
           </button>
