@@ -40,10 +40,11 @@ async function showPanels(host: Host, page: Page): Promise<void> {
   }
 }
 
-test("the figures of store and log", { timeout: 300_000 }, async () => {
-  showHead("store and log");
+test("the panels' figures", { timeout: 600_000 }, async () => {
+  showHead("panels");
   const host = await Host.start();
   const page = await openPage(host.address);
+  await showPanels(host, page);
 
   const entry = (i: number) => [`lab.number_${i}`, { type: "int32", value: i, constraints: 0 }];
   const entries = Object.fromEntries(Array.from({ length: 1000 }, (_, i) => entry(i)));
