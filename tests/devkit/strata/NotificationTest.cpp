@@ -45,6 +45,19 @@ TEST_F(Notification, OtherHandlesHearRealChangesInOrderAndTheWriterDoesNot)
     EXPECT_THAT(elsewhere.Take(), IsEmpty());
 }
 
+TEST_F(Notification, WhatIsHeldIsToldWhenItIsLetGo)
+{
+    Deliveries heard;
+    const Opened writer(Kind::Product);
+    const Opened reader(Kind::Normal);
+    heard.Subscribe(reader, L"key", ORB_STRATA_CHANGED);
+    OrbStrataControl_HoldDelivery(true);
+    OrbStrata_SetInt32(writer, L"key", 1);
+    EXPECT_FALSE(OrbStrataControl_WaitForDelivery(20));
+    OrbStrataControl_HoldDelivery(false);
+    EXPECT_THAT(heard.Take(), ElementsAre("key changed"));
+}
+
 TEST_F(Notification, SubscriberHearsItsTypeOfChangeFromThenOnUntilItLeaves)
 {
     Deliveries removals;
