@@ -67,7 +67,7 @@ private:
     struct Request
     {
         QVariantMap text;
-        const Command* command; // null: it fits none, and is answered
+        const Command* command = nullptr; // null: it fits none, and is answered
         std::optional<QVariantMap> answer;
     };
 

@@ -25,8 +25,8 @@ struct Library : SuiteFaults::PlainLibrary
 {
     static SuiteFaults::FaultInjector& Faults()
     {
-        static SuiteFaults::FaultInjector faults({NL_ORB_DP_API_FUNCTIONS(SUITE_FAULT_NAME)});
-        return faults;
+        static SuiteFaults::FaultInjector s_faults({NL_ORB_DP_API_FUNCTIONS(SUITE_FAULT_NAME)});
+        return s_faults;
     }
 };
 

@@ -52,15 +52,16 @@ public:
     Calls CallsOf(const char* function);
 
 private:
+    static constexpr std::size_t kEvery = SIZE_MAX;
+
     struct Fault
     {
-        std::size_t function; // kEvery: of each
+        std::size_t function = kEvery; // of each
         std::optional<std::wstring> key;
-        Failure failure;
-        uint32_t passing; // calls that come before the first that fails
-        uint32_t left;    // 0: does not end
+        Failure failure{};
+        uint32_t passing = 0; // calls that come before the first that fails
+        uint32_t left = 0;    // 0: does not end
     };
-    static constexpr std::size_t kEvery = SIZE_MAX;
 
     std::optional<std::size_t> NumberOf(const char* function) const;
 

@@ -40,7 +40,7 @@ public:
     static NlFlyerHandle HandleOf(const Flyer& flyer);
 
     void Visit(NlFlyerVisitor visitor, void* context) const;
-    bool Press(int32_t flyer, uint32_t button);
+    bool Press(int32_t id, uint32_t button);
     void SetActionHandler(NlFlyerActionHandler handler, void* context);
 
 private:

@@ -73,8 +73,8 @@ struct Library : SuiteFaults::PlainLibrary
 {
     static SuiteFaults::FaultInjector& Faults()
     {
-        static SuiteFaults::FaultInjector faults({NL_FLYER_FUNCTIONS(SUITE_FAULT_NAME)});
-        return faults;
+        static SuiteFaults::FaultInjector s_faults({NL_FLYER_FUNCTIONS(SUITE_FAULT_NAME)});
+        return s_faults;
     }
 };
 

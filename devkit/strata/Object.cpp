@@ -70,7 +70,7 @@ public:
     {
         if (m_record || (m_root && !m_root->isArray))
             return Fail("a field holds an object");
-        OrbStrataObject* const record = new OrbStrataObject(false);
+        auto* const record = new OrbStrataObject(false);
         if (m_root)
             m_root->elements.push_back(record);
         else

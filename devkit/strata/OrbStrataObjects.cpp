@@ -57,12 +57,12 @@ OrbStrataResult SetField(OrbStrataObject* object, const wchar_t* name, OrbStrata
 namespace Strata::Api
 {
 
-OrbStrataObject* OrbStrata_CreateObject(void)
+OrbStrataObject* OrbStrata_CreateObject()
 {
     return new OrbStrataObject(false);
 }
 
-OrbStrataObject* OrbStrata_CreateArray(void)
+OrbStrataObject* OrbStrata_CreateArray()
 {
     return new OrbStrataObject(true);
 }

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
+#include <system_error>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -95,7 +95,7 @@ bool StandardOutput::Write(const QByteArray& bytes)
 QString StandardOutput::Error() const
 {
     const int error = m_implementation->error;
-    return error == 0 || error == EPIPE ? QString() : QString::fromLocal8Bit(std::strerror(error));
+    return error == 0 || error == EPIPE ? QString() : QString::fromStdString(std::generic_category().message(error));
 }
 
 void StandardOutput::WaitForEnd()
