@@ -103,6 +103,7 @@ interface Results {
   unload: { peersOutstanding: number };
   record: RecordResult;
   info: InfoResult;
+  log: string[];
   set: null;
   trigger: null;
   variables: Record<string, VariableRow>;
