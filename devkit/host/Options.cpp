@@ -1,6 +1,7 @@
 #include "devkit/host/Options.h"
 
 #include "devkit/core/DataFolder.h"
+#include "devkit/host/Watchdog.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -27,12 +28,14 @@ Options Options::FromCommandLine()
     const QCommandLineOption noPage(QStringLiteral("no-page"), QStringLiteral("Serve no page."));
     const QCommandLineOption openPage(QStringLiteral("open"), QStringLiteral("Open the page in the browser."));
     const QCommandLineOption pageMayQuit(QStringLiteral("page-may-quit"), QStringLiteral("Let a page end the host."));
+    QCommandLineOption goOn(QLatin1String(Watchdog::kGoOnOption).mid(2));
+    goOn.setFlags(QCommandLineOption::HiddenFromHelp);
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Loads the Veridan plug-in and shows its main page. Type \"help\" at the prompt for the commands."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOptions({jsonLines, data, temporary, openUrls, plugIn, page, noPage, openPage, pageMayQuit});
+    parser.addOptions({jsonLines, data, temporary, openUrls, plugIn, page, noPage, openPage, pageMayQuit, goOn});
     parser.process(*QCoreApplication::instance());
 
     QString problem;
@@ -51,6 +54,7 @@ Options Options::FromCommandLine()
             !parser.isSet(noPage) && (!parser.isSet(jsonLines) || parser.isSet(page) || parser.isSet(openPage)),
             parser.isSet(openPage),
             parser.isSet(pageMayQuit),
+            parser.isSet(goOn),
             parser.value(data),
             QFileInfo(parser.value(plugIn)).absoluteFilePath(),
             problem};

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QProcess>
 #include <QString>
+#include <QTimer>
 
 #include <memory>
 
@@ -8,7 +10,7 @@ class Host;
 class PageServer;
 struct Options;
 
-/// The page that is served beside the other front ends, where the options ask for it.
+/// The page that is served beside the other front ends, where the options ask for it, and its watchdog.
 class Page
 {
 public:
@@ -23,7 +25,12 @@ public:
     const QString& Problem() const { return m_problem; }
 
 private:
+    void StartWatchdog(Host& host, const Options& options);
+    void Beat();
+
     std::unique_ptr<PageServer> m_server;
+    QProcess m_watchdog;
+    QTimer m_beat;
     QString m_address;
     QString m_problem;
 };

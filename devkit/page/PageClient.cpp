@@ -1,8 +1,8 @@
 #include "devkit/page/PageClient.h"
 
-#include "devkit/core/Host.h"
 #include "devkit/core/Json.h"
-#include "devkit/core/Session.h"
+
+#include <utility>
 
 namespace
 {
@@ -24,10 +24,9 @@ const QString& Id()
 
 } // namespace
 
-PageClient::PageClient(Host& host, QTcpSocket* socket, const HttpRequest& handshake, const QByteArray& token,
-                       bool mayQuit)
-    : m_host(host), m_socket(socket, handshake, kLongestHello, [this](const QByteArray& text) { OnText(text); }),
-      m_token(token), m_mayQuit(mayQuit)
+PageClient::PageClient(QTcpSocket* socket, const HttpRequest& handshake, const QByteArray& token, PagePeer::Open open)
+    : m_socket(socket, handshake, kLongestHello, [this](const QByteArray& text) { OnText(text); }), m_token(token),
+      m_open(std::move(open))
 {
     m_deadline.setSingleShot(true);
     connect(&m_deadline, &QTimer::timeout, this,
@@ -37,15 +36,17 @@ PageClient::PageClient(Host& host, QTcpSocket* socket, const HttpRequest& handsh
 
 PageClient::~PageClient()
 {
-    if (m_session)
-        m_session->Close();
+    if (m_peer)
+        m_peer->Close();
 }
 
 void PageClient::OnText(const QByteArray& text)
 {
-    if (!m_rate.Take() || (m_session && m_session->Waiting() > kMostWaiting))
+    if (!m_rate.Take() || (m_peer && m_peer->Waiting() > kMostWaiting))
         Drop(kPolicyViolation, "Too many requests.");
-    else if (m_session)
+    else if (m_peer && text.isEmpty())
+        m_socket.Send(text);
+    else if (m_peer)
         Submit(text);
     else
         Admit(Json::Parse(text).value.toMap());
@@ -61,19 +62,19 @@ void PageClient::Admit(const QVariantMap& request)
     }
     m_deadline.stop();
     m_socket.SetLongestText(kLongestMessage);
-    m_session = Session::Open(m_host, *this, m_mayQuit ? Session::Rights::All : Session::Rights::NoQuit);
+    m_peer = m_open(*this);
     Receive(
-        {{Id(), request.value(Id())}, {QStringLiteral("ok"), true}, {QStringLiteral("result"), Session::Greeting()}});
+        {{Id(), request.value(Id())}, {QStringLiteral("ok"), true}, {QStringLiteral("result"), m_peer->Greeting()}});
 }
 
 void PageClient::Submit(const QByteArray& text)
 {
     const Json::Parsed parsed = Json::Parse(text);
     if (parsed.value.userType() == QMetaType::QVariantMap)
-        m_session->Submit(parsed.value.toMap());
+        m_peer->Submit(parsed.value.toMap());
     else
-        m_session->Refuse(QStringLiteral("The message is not a request: %1.")
-                              .arg(parsed.error.isEmpty() ? QStringLiteral("it is not a JSON object") : parsed.error));
+        m_peer->Refuse(QStringLiteral("The message is not a request: %1.")
+                           .arg(parsed.error.isEmpty() ? QStringLiteral("it is not a JSON object") : parsed.error));
 }
 
 void PageClient::Receive(const QVariantMap& message)
@@ -95,7 +96,7 @@ void PageClient::Receive(const QVariantMap& message)
 void PageClient::Drop(int code, const char* reason)
 {
     m_deadline.stop();
-    if (m_session)
-        m_session->Close();
+    if (m_peer)
+        m_peer->Close();
     m_socket.Close(code, reason);
 }

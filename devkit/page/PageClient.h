@@ -2,21 +2,21 @@
 
 #include "devkit/core/Client.h"
 #include "devkit/page/Admission.h"
+#include "devkit/page/PagePeer.h"
 #include "devkit/page/WebSocket.h"
 
 #include <QTimer>
 
 #include <memory>
 
-class Host;
-class Session;
-
 /// One WebSocket of the page, or of a script that speaks to it: admitted by the token in its first message, then each
-/// message is a request, an answer or an event. One that floods the host or does not read is dropped. UI thread.
+/// message is a request, an answer or an event. An empty message is answered by an empty one at once, also while a
+/// request takes its time: whoever sends it learns that the UI thread runs. A client that floods the server or does not
+/// read is dropped. UI thread.
 class PageClient final : public QObject, public Client
 {
 public:
-    PageClient(Host& host, QTcpSocket* socket, const HttpRequest& handshake, const QByteArray& token, bool mayQuit);
+    PageClient(QTcpSocket* socket, const HttpRequest& handshake, const QByteArray& token, PagePeer::Open open);
     ~PageClient() override;
 
     void Receive(const QVariantMap& message) override;
@@ -27,11 +27,10 @@ private:
     void Submit(const QByteArray& text);
     void Drop(int code, const char* reason);
 
-    Host& m_host;
     WebSocket m_socket;
     const QByteArray m_token;
-    const bool m_mayQuit;
+    const PagePeer::Open m_open;
     Admission::Rate m_rate;
     QTimer m_deadline;
-    std::shared_ptr<Session> m_session; // null until it is admitted
+    std::unique_ptr<PagePeer> m_peer; // null until it is admitted
 };

@@ -52,7 +52,7 @@ void Refuse(QTcpSocket* socket, const QByteArray& status)
 
 } // namespace
 
-PageServer::PageServer(Host& host, bool mayQuit) : m_host(host), m_mayQuit(mayQuit), m_token(Admission::NewToken())
+PageServer::PageServer(PagePeer::Open open) : m_open(std::move(open))
 {
     connect(
         &m_ipv4, &QTcpServer::newConnection, this, [this] { Accept(m_ipv4); });
@@ -70,8 +70,27 @@ QString PageServer::Listen()
             "works without it.");
     if (!m_ipv4.listen(QHostAddress::LocalHost))
         return QStringLiteral("The page is not served: %1.").arg(m_ipv4.errorString());
+    m_token = Admission::NewToken();
     m_ipv6.listen(QHostAddress::LocalHostIPv6, m_ipv4.serverPort()); // a convenience: the address names IPv4
     return {};
+}
+
+bool PageServer::Share(qintptr socket, const QByteArray& token)
+{
+    Q_INIT_RESOURCE(page);
+    m_token = token;
+    return m_ipv4.setSocketDescriptor(socket);
+}
+
+void PageServer::SetAccepting(bool accepting)
+{
+    accepting ? m_ipv4.resumeAccepting() : m_ipv4.pauseAccepting();
+}
+
+void PageServer::DropClients()
+{
+    m_clients.clear();
+    m_onClients();
 }
 
 QString PageServer::Address() const
@@ -140,7 +159,7 @@ void PageServer::Answer(QTcpSocket* socket, const HttpRequest& request)
 void PageServer::Admit(QTcpSocket* socket, const HttpRequest& handshake)
 {
     socket->disconnect();
-    auto client = std::make_unique<PageClient>(m_host, socket, handshake, m_token, m_mayQuit);
+    auto client = std::make_unique<PageClient>(socket, handshake, m_token, m_open);
     // Not within the call of the client that has ended.
     connect(
         socket, &QTcpSocket::disconnected, this,
@@ -148,7 +167,9 @@ void PageServer::Admit(QTcpSocket* socket, const HttpRequest& handshake)
             m_clients.erase(std::remove_if(m_clients.begin(), m_clients.end(),
                                            [ended](const auto& known) { return known.get() == ended; }),
                             m_clients.end());
+            m_onClients();
         },
         Qt::QueuedConnection);
     m_clients.push_back(std::move(client));
+    m_onClients();
 }

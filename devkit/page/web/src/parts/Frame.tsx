@@ -3,7 +3,7 @@ import { useEffect, useRef } from "preact/hooks";
 import { connection } from "../connection/Connection";
 import { bankingFlyer } from "../model/Banking";
 import { attempt } from "../model/Notices";
-import { loadPlugIn, plugInRuns } from "../model/PlugIn";
+import { loadPlugIn, plugInRuns, startAgain } from "../model/PlugIn";
 import { addressOf, route, routes, type Route } from "../model/Route";
 import { blockShown } from "../model/TimeLock";
 import type { Panel } from "../panels/Panels";
@@ -88,13 +88,14 @@ function ConnectionBanner() {
   const t = text.value.connection;
   const state = connection.state.value;
   if (state === "connected" && plugInRuns.value) return null;
+  const stopped = state === "hangs" || state === "died";
   return (
     <div class={state === "connecting" ? "banner" : "banner bad"} role={state === "connecting" ? "status" : "alert"}>
       <Icon name="warning" />
       <span>{state === "connected" ? t.noPlugIn : t[state]}</span>
-      {state === "connected" && (
-        <button type="button" class="button" onClick={() => attempt(loadPlugIn)}>
-          {t.load}
+      {(state === "connected" || stopped) && (
+        <button type="button" class="button" onClick={stopped ? startAgain : () => attempt(loadPlugIn)}>
+          {stopped ? t.startAgain : t.load}
         </button>
       )}
     </div>
