@@ -1,7 +1,7 @@
 #include "devkit/host/Options.h"
 
 #include "devkit/core/DataFolder.h"
-#include "devkit/host/Watchdog.h"
+#include "devkit/host/Page.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -28,7 +28,7 @@ Options Options::FromCommandLine()
     const QCommandLineOption noPage(QStringLiteral("no-page"), QStringLiteral("Serve no page."));
     const QCommandLineOption openPage(QStringLiteral("open"), QStringLiteral("Open the page in the browser."));
     const QCommandLineOption pageMayQuit(QStringLiteral("page-may-quit"), QStringLiteral("Let a page end the host."));
-    QCommandLineOption goOn(QLatin1String(Watchdog::kGoOnOption).mid(2));
+    QCommandLineOption goOn(QLatin1String(Page::kGoOnOption).mid(2));
     goOn.setFlags(QCommandLineOption::HiddenFromHelp);
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(

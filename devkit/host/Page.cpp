@@ -56,6 +56,11 @@ bool OpenInBrowser(const DataFolder& folder, const QString& address)
 
 } // namespace
 
+int Page::RunWatchdog()
+{
+    return Watchdog().Run();
+}
+
 Page::Page(Host& host, const Options& options)
 {
     if (!options.page)
@@ -90,13 +95,13 @@ Page::~Page()
 
 void Page::StartWatchdog(Host& host, const Options& options)
 {
-    QStringList arguments{QLatin1String(Watchdog::kGoOnOption), QStringLiteral("--data"), host.folder.Path(),
+    QStringList arguments{QLatin1String(kGoOnOption), QStringLiteral("--data"), host.folder.Path(),
                           QStringLiteral("--library"), options.plugInFile};
     if (options.openUrls)
         arguments += QStringLiteral("--open-urls");
     if (options.pageMayQuit)
         arguments += QStringLiteral("--page-may-quit");
-    Watchdog::Start(m_watchdog, {QLatin1String(Watchdog::kOption)}, m_server->Socket(),
+    Watchdog::Start(m_watchdog, {QLatin1String(kWatchdogOption)}, m_server->Socket(),
                     {{QStringLiteral("host"), QCoreApplication::applicationPid()},
                      {QStringLiteral("socket"), static_cast<qlonglong>(m_server->Socket())},
                      {QStringLiteral("token"), QString::fromLatin1(m_server->Token())},

@@ -14,6 +14,12 @@ struct Options;
 class Page
 {
 public:
+    /// The option with which the program becomes the watchdog of a host's page, and the one with which a host goes on
+    /// in the stead of another.
+    static constexpr const char* kWatchdogOption = "--watchdog";
+    static constexpr const char* kGoOnOption = "--go-on";
+    static int RunWatchdog();
+
     Page(Host& host, const Options& options);
     ~Page();
     Page(const Page&) = delete;

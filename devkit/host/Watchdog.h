@@ -17,15 +17,12 @@
 class Watchdog
 {
 public:
-    /// The option with which a host's program becomes a watchdog, and the one with which a host goes on in the stead of
-    /// another, with its socket and token in the line that it reads from standard input. It has no terminal then.
-    static constexpr const char* kOption = "--watchdog";
-    static constexpr const char* kGoOnOption = "--go-on";
     static constexpr char kOpen = '+';
     static constexpr char kAlone = '-';
     static constexpr int kBeatMs = 1000;
 
-    /// Starts one of them with the line that it reads first. `socket` is the page's. False: it did not start.
+    /// Starts a watchdog, or a host that goes on without a terminal, with the line that it reads first from standard
+    /// input. `socket` is the page's. False: it did not start.
     static bool Start(QProcess& process, const QStringList& arguments, qintptr socket, const QVariantMap& line);
 
     Watchdog();

@@ -6,7 +6,6 @@
 #include "devkit/host/Options.h"
 #include "devkit/host/Page.h"
 #include "devkit/host/QtPlatform.h"
-#include "devkit/host/Watchdog.h"
 #include "devkit/jsonl/JsonLinesSession.h"
 #include "devkit/process/StandardStreams.h"
 #include "devkit/process/Termination.h"
@@ -102,10 +101,10 @@ int main(int argc, char** argv)
     qInstallMessageHandler(&OnQtMessage);
     QCoreApplication::setApplicationName(QStringLiteral("veridan-host"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VERIDAN_VERSION));
-    if (argc == 2 && std::strcmp(argv[1], Watchdog::kOption) == 0)
+    if (argc == 2 && std::strcmp(argv[1], Page::kWatchdogOption) == 0)
     {
         const QCoreApplication application(argc, argv);
-        return Watchdog().Run();
+        return Page::RunWatchdog();
     }
     const QGuiApplication application(argc, argv);
 
