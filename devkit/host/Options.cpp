@@ -1,6 +1,7 @@
 #include "devkit/host/Options.h"
 
 #include "devkit/core/DataFolder.h"
+#include "devkit/host/Page.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -34,13 +35,15 @@ Options Options::FromCommandLine()
         QStringLiteral("file"));
     const QCommandLineOption renew(QStringLiteral("renew"),
                                    QStringLiteral("With --replay: write the recording anew with what came."));
+    QCommandLineOption goOn(QLatin1String(Page::kGoOnOption).mid(2));
+    goOn.setFlags(QCommandLineOption::HiddenFromHelp);
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Loads the Veridan plug-in and shows its main page. Type \"help\" at the prompt for the commands."));
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addOptions(
-        {jsonLines, data, temporary, openUrls, plugIn, page, noPage, openPage, pageMayQuit, replay, renew});
+        {jsonLines, data, temporary, openUrls, plugIn, page, noPage, openPage, pageMayQuit, goOn, replay, renew});
     parser.process(*QCoreApplication::instance());
 
     QString problem;
@@ -61,6 +64,7 @@ Options Options::FromCommandLine()
             !parser.isSet(noPage) && (!parser.isSet(jsonLines) || parser.isSet(page) || parser.isSet(openPage)),
             parser.isSet(openPage),
             parser.isSet(pageMayQuit),
+            parser.isSet(goOn),
             parser.value(data),
             QFileInfo(parser.value(plugIn)).absoluteFilePath(),
             parser.value(replay),

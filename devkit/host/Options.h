@@ -11,6 +11,7 @@ struct Options
     bool page = false; // serve it
     bool openPage = false;
     bool pageMayQuit = false;
+    bool goesOn = false; // in the stead of another host, with its page
     QString dataFolder;
     QString plugInFile;
     QString recording;  // to replay

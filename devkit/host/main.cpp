@@ -19,6 +19,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 namespace
 {
@@ -108,6 +109,15 @@ int RunReplay(const Options& options, StandardOutput& output)
     return Replay::Unusable;
 }
 
+/// Without a front end of its own, for the pages that were open when another host ended.
+int GoOn(const DataFolder& folder, const Options& options, StandardOutput& output)
+{
+    Host host(folder, {options.plugInFile, QCoreApplication::applicationDirPath(), options.openUrls, &PrintWarning});
+    const Termination termination = EndWhenAsked(host, output);
+    const Page page(host, options);
+    return page.Problem().isEmpty() ? host.Run() : EXIT_FAILURE;
+}
+
 /// Qt's own messages go where the host's do. One is about a folder for sockets, of which the host has none.
 void OnQtMessage(QtMsgType, const QMessageLogContext&, const QString& message)
 {
@@ -123,9 +133,14 @@ int main(int argc, char** argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", QtPlatform());
     qInstallMessageHandler(&OnQtMessage);
-    QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("veridan-host"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VERIDAN_VERSION));
+    if (argc == 2 && std::strcmp(argv[1], Page::kWatchdogOption) == 0)
+    {
+        const QCoreApplication application(argc, argv);
+        return Page::RunWatchdog();
+    }
+    const QGuiApplication application(argc, argv);
 
     const Options options = Options::FromCommandLine();
     if (!options.problem.isEmpty())
@@ -137,5 +152,7 @@ int main(int argc, char** argv)
     if (!options.recording.isEmpty())
         return RunReplay(options, output);
     const DataFolder folder = options.temporary ? DataFolder() : DataFolder(options.dataFolder);
+    if (options.goesOn)
+        return GoOn(folder, options, output);
     return options.jsonLines ? RunJsonLines(folder, options, output) : RunInteractively(folder, options, output);
 }

@@ -22,7 +22,6 @@ std::optional<HttpRequest> HttpRequest::Parse(const QByteArray& head)
     if (words.size() != 3 || words[2] != "HTTP/1.1" || !words[1].startsWith('/'))
         return {};
     HttpRequest request;
-    request.length = head.size();
     request.method = words[0];
     request.path = words[1].split('?').first();
     for (const QByteArray& line : lines)
@@ -43,4 +42,9 @@ QByteArray HttpRequest::Header(const QByteArray& name) const
 {
     const auto found = m_headers.find(name);
     return found == m_headers.end() ? QByteArray() : found->second;
+}
+
+bool HttpRequest::IsWebSocket() const
+{
+    return Header("upgrade").toLower() == "websocket";
 }

@@ -18,8 +18,8 @@ struct HttpRequest
 
     /// The header's value, empty where it is not there. The name in lower case.
     QByteArray Header(const QByteArray& name) const;
+    bool IsWebSocket() const;
 
-    int length = 0; // of the head, with its empty line
     QByteArray method;
     QByteArray path; // without its query
 

@@ -1,13 +1,14 @@
 #include "devkit/page/PageClient.h"
 
-#include "devkit/core/Host.h"
 #include "devkit/core/Json.h"
-#include "devkit/core/Session.h"
+
+#include <utility>
 
 namespace
 {
 
 constexpr int kHelloMs = 10'000;
+constexpr int kGoodbyeMs = 2'000;
 constexpr int kLongestHello = 1024;
 constexpr int kLongestMessage = 16 * 1024 * 1024;
 constexpr std::size_t kMostWaiting = 10'000;       // requests without an answer
@@ -18,31 +19,45 @@ constexpr int kTryAgainLater = 1013;
 
 } // namespace
 
-PageClient::PageClient(Host& host, QTcpSocket* socket, const HttpRequest& handshake, const QByteArray& token,
-                       bool mayQuit)
-    : m_host(host), m_socket(socket, handshake, kLongestHello, [this](const QByteArray& text) { OnText(text); }),
-      m_token(token), m_mayQuit(mayQuit)
+PageClient::PageClient(QWebSocket* socket, const QByteArray& token, PagePeer::Open open)
+    : m_socket(socket), m_token(token), m_open(std::move(open))
 {
+    m_socket->setParent(nullptr);
+    m_socket->setMaxAllowedIncomingMessageSize(kLongestHello);
+    m_socket->setMaxAllowedIncomingFrameSize(kLongestHello);
+    // Queued: a command may run the event loop, and with it end this client; the socket must not be at work then.
+    connect(m_socket.get(), &QWebSocket::textMessageReceived, this, &PageClient::OnText, Qt::QueuedConnection);
+    connect(m_socket.get(), &QWebSocket::binaryMessageReceived, this,
+            [this] { Drop(kPolicyViolation, QStringLiteral("Messages are text.")); });
     m_deadline.setSingleShot(true);
-    connect(&m_deadline, &QTimer::timeout, this,
-            [this] { Drop(kPolicyViolation, "The first message did not come in time."); });
+    connect(&m_deadline, &QTimer::timeout, this, [this] {
+        if (m_dropped)
+            m_socket->abort();
+        else
+            Drop(kPolicyViolation, QStringLiteral("The first message did not come in time."));
+    });
     m_deadline.start(kHelloMs);
 }
 
 PageClient::~PageClient()
 {
-    if (m_session)
-        m_session->Close();
+    if (m_peer)
+        m_peer->Close();
+    m_socket->disconnect();
 }
 
-void PageClient::OnText(const QByteArray& text)
+void PageClient::OnText(const QString& text)
 {
-    if (!m_rate.Take() || (m_session && m_session->Waiting() > kMostWaiting))
-        Drop(kPolicyViolation, "Too many requests.");
-    else if (m_session)
-        m_session->SubmitText(text);
+    if (m_dropped)
+        return;
+    if (!m_rate.Take() || (m_peer && m_peer->Waiting() > kMostWaiting))
+        Drop(kPolicyViolation, QStringLiteral("Too many requests."));
+    else if (m_peer && text.isEmpty())
+        m_socket->sendTextMessage(text);
+    else if (m_peer)
+        m_peer->Submit(text.toUtf8());
     else
-        Admit(Json::Parse(text).value.toMap());
+        Admit(Json::Parse(text.toUtf8()).value.toMap());
 }
 
 void PageClient::Admit(const QVariantMap& request)
@@ -50,30 +65,34 @@ void PageClient::Admit(const QVariantMap& request)
     const QByteArray token = request.value(QStringLiteral("token")).toString().toUtf8();
     if (request.value(QStringLiteral("op")) != QLatin1String("hello") || !Admission::IsSameToken(token, m_token))
     {
-        Drop(kPolicyViolation, "The token is not this start's.");
+        Drop(kPolicyViolation, QStringLiteral("The token is not this start's."));
         return;
     }
     m_deadline.stop();
-    m_socket.SetLongestText(kLongestMessage);
-    m_session = Session::Open(m_host, *this, m_mayQuit ? Session::Rights::All : Session::Rights::Page);
+    m_socket->setMaxAllowedIncomingMessageSize(kLongestMessage);
+    m_socket->setMaxAllowedIncomingFrameSize(kLongestMessage);
+    m_peer = m_open(*this);
     const QString id = QStringLiteral("id");
-    Receive({{id, request.value(id)}, {QStringLiteral("ok"), true}, {QStringLiteral("result"), Session::Greeting()}});
+    Receive({{id, request.value(id)}, {QStringLiteral("ok"), true}, {QStringLiteral("result"), m_peer->Greeting()}});
 }
 
 void PageClient::Receive(const QVariantMap& message)
 {
-    if (m_socket.Unread() > kMostUnread)
+    if (m_dropped)
+        return;
+    if (m_socket->bytesToWrite() > kMostUnread)
     {
-        Drop(kTryAgainLater, "The client does not read.");
+        Drop(kTryAgainLater, QStringLiteral("The client does not read."));
         return;
     }
-    m_socket.Send(TextOf(message));
+    m_socket->sendTextMessage(QString::fromUtf8(TextOf(message)));
 }
 
-void PageClient::Drop(int code, const char* reason)
+void PageClient::Drop(int code, const QString& reason)
 {
-    m_deadline.stop();
-    if (m_session)
-        m_session->Close();
-    m_socket.Close(code, reason);
+    m_dropped = true;
+    if (m_peer)
+        m_peer->Close();
+    m_socket->close(static_cast<QWebSocketProtocol::CloseCode>(code), reason);
+    m_deadline.start(kGoodbyeMs);
 }

@@ -2,35 +2,36 @@
 
 #include "devkit/core/Client.h"
 #include "devkit/page/Admission.h"
-#include "devkit/page/WebSocket.h"
+#include "devkit/page/PagePeer.h"
 
 #include <QTimer>
+#include <QWebSocket>
 
 #include <memory>
 
-class Host;
-class Session;
-
 /// One WebSocket of the page, or of a script that speaks to it: admitted by the token in its first message, then each
-/// message is a request, an answer or an event. One that floods the host or does not read is dropped. UI thread.
+/// message is a request, an answer or an event. An empty message is answered by an empty one at once, also while a
+/// request takes its time: whoever sends it learns that the UI thread runs. A client that floods the server or does not
+/// read is dropped. UI thread.
 class PageClient final : public QObject, public Client
 {
 public:
-    PageClient(Host& host, QTcpSocket* socket, const HttpRequest& handshake, const QByteArray& token, bool mayQuit);
+    PageClient(QWebSocket* socket, const QByteArray& token, PagePeer::Open open);
     ~PageClient() override;
 
     void Receive(const QVariantMap& message) override;
 
 private:
-    void OnText(const QByteArray& text);
+    void OnText(const QString& text);
     void Admit(const QVariantMap& request);
-    void Drop(int code, const char* reason);
+    /// `code` is one of RFC 6455's; nothing that comes afterwards is looked at.
+    void Drop(int code, const QString& reason);
 
-    Host& m_host;
-    WebSocket m_socket;
+    const std::unique_ptr<QWebSocket> m_socket;
     const QByteArray m_token;
-    const bool m_mayQuit;
+    const PagePeer::Open m_open;
     Admission::Rate m_rate;
     QTimer m_deadline;
-    std::shared_ptr<Session> m_session; // null until it is admitted
+    std::unique_ptr<PagePeer> m_peer; // null until it is admitted
+    bool m_dropped = false;
 };

@@ -52,11 +52,14 @@ void Refuse(QTcpSocket* socket, const QByteArray& status)
 
 } // namespace
 
-PageServer::PageServer(Host& host, bool mayQuit) : m_host(host), m_mayQuit(mayQuit), m_token(Admission::NewToken())
+PageServer::PageServer(PagePeer::Open open)
+    : m_open(std::move(open)), m_webSockets(QStringLiteral("veridan-host"), QWebSocketServer::NonSecureMode)
 {
     connect(
         &m_ipv4, &QTcpServer::newConnection, this, [this] { Accept(m_ipv4); });
-    connect(&m_ipv6, &QTcpServer::newConnection, this, [this] { Accept(m_ipv6); });
+    connect(
+        &m_ipv6, &QTcpServer::newConnection, this, [this] { Accept(m_ipv6); });
+    connect(&m_webSockets, &QWebSocketServer::newConnection, this, [this] { Admit(); });
 }
 
 PageServer::~PageServer() = default;
@@ -70,8 +73,27 @@ QString PageServer::Listen()
             "works without it.");
     if (!m_ipv4.listen(QHostAddress::LocalHost))
         return QStringLiteral("The page is not served: %1.").arg(m_ipv4.errorString());
+    m_token = Admission::NewToken();
     m_ipv6.listen(QHostAddress::LocalHostIPv6, m_ipv4.serverPort()); // a convenience: the address names IPv4
     return {};
+}
+
+bool PageServer::Share(qintptr socket, const QByteArray& token)
+{
+    Q_INIT_RESOURCE(page);
+    m_token = token;
+    return m_ipv4.setSocketDescriptor(socket);
+}
+
+void PageServer::SetAccepting(bool accepting)
+{
+    accepting ? m_ipv4.resumeAccepting() : m_ipv4.pauseAccepting();
+}
+
+void PageServer::DropClients()
+{
+    m_clients.clear();
+    m_onClients();
 }
 
 QString PageServer::Address() const
@@ -101,7 +123,7 @@ void PageServer::Accept(QTcpServer& server)
 
 void PageServer::OnReceived(QTcpSocket* socket)
 {
-    // Only looked at: what follows the head of a WebSocket's handshake is the WebSocket's.
+    // Only looked at: a WebSocket's handshake reads the request for itself.
     const QByteArray received = socket->peek(HttpRequest::kLongestHead);
     const int length = HttpRequest::LengthOfHead(received);
     if (length == 0 && received.size() < HttpRequest::kLongestHead)
@@ -119,7 +141,7 @@ void PageServer::OnReceived(QTcpSocket* socket)
 
 void PageServer::Answer(QTcpSocket* socket, const HttpRequest& request)
 {
-    const bool wantsSocket = request.path == "/socket" && WebSocket::IsHandshake(request);
+    const bool wantsSocket = request.path == "/socket" && request.IsWebSocket();
     if (!Admission::IsOwnHost(request, m_ipv4.serverPort()) || !Admission::IsOwnOrigin(request))
         Refuse(socket, "403 Forbidden");
     else if (request.method != "GET")
@@ -127,7 +149,7 @@ void PageServer::Answer(QTcpSocket* socket, const HttpRequest& request)
     else if (wantsSocket && m_clients.size() == kMostClients)
         Refuse(socket, "503 Service Unavailable");
     else if (wantsSocket)
-        Admit(socket, request);
+        m_webSockets.handleConnection(socket);
     else if (request.path == "/")
         Respond(socket, "200 OK",
                 "Content-Type: text/html; charset=utf-8\r\nContent-Security-Policy: " + Policy(request.Header("host")) +
@@ -137,18 +159,22 @@ void PageServer::Answer(QTcpSocket* socket, const HttpRequest& request)
         Refuse(socket, "404 Not Found");
 }
 
-void PageServer::Admit(QTcpSocket* socket, const HttpRequest& handshake)
+void PageServer::Admit()
 {
-    socket->disconnect();
-    auto client = std::make_unique<PageClient>(m_host, socket, handshake, m_token, m_mayQuit);
-    // Not within the call of the client that has ended.
-    connect(
-        socket, &QTcpSocket::disconnected, this,
-        [this, ended = client.get()] {
-            m_clients.erase(std::remove_if(m_clients.begin(), m_clients.end(),
-                                           [ended](const auto& known) { return known.get() == ended; }),
-                            m_clients.end());
-        },
-        Qt::QueuedConnection);
-    m_clients.push_back(std::move(client));
+    while (QWebSocket* socket = m_webSockets.nextPendingConnection())
+    {
+        auto client = std::make_unique<PageClient>(socket, m_token, m_open);
+        // Not within the call of the client that has ended.
+        connect(
+            socket, &QWebSocket::disconnected, this,
+            [this, ended = client.get()] {
+                m_clients.erase(std::remove_if(m_clients.begin(), m_clients.end(),
+                                               [ended](const auto& known) { return known.get() == ended; }),
+                                m_clients.end());
+                m_onClients();
+            },
+            Qt::QueuedConnection);
+        m_clients.push_back(std::move(client));
+        m_onClients();
+    }
 }

@@ -5,24 +5,35 @@
 
 #include <QObject>
 #include <QTcpServer>
+#include <QWebSocketServer>
 
+#include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
-
-class Host;
 
 /// Serves the page on the loopback interface, on one port of the system's choice: its one file over HTTP, and the
 /// protocol over WebSockets, to clients that know the token. UI thread only.
 class PageServer final : public QObject
 {
 public:
-    /// mayQuit: a page may end the host.
-    PageServer(Host& host, bool mayQuit);
+    explicit PageServer(PagePeer::Open open);
     ~PageServer() override;
     Q_DISABLE_COPY_MOVE(PageServer)
 
-    /// What went wrong; empty when the page is served.
+    /// Serves at a port and with a token of its own. What went wrong; empty when the page is served.
     QString Listen();
+    /// Serves where another process does, with its socket and its token. False: that is no socket.
+    bool Share(qintptr socket, const QByteArray& token);
+    /// While it does not accept, connections wait, or are another process's.
+    void SetAccepting(bool accepting);
+    void DropClients();
+
+    bool HasClients() const { return !m_clients.empty(); }
+    /// Called whenever HasClients() may have become another.
+    void SetOnClients(std::function<void()> onClients) { m_onClients = std::move(onClients); }
+    qintptr Socket() const { return m_ipv4.socketDescriptor(); }
+    QByteArray Token() const { return m_token; }
     /// The page's address with the token of this start, which is nobody's but the user's: it goes into no log.
     QString Address() const;
 
@@ -30,13 +41,14 @@ private:
     void Accept(QTcpServer& server);
     void OnReceived(QTcpSocket* socket);
     void Answer(QTcpSocket* socket, const HttpRequest& request);
-    void Admit(QTcpSocket* socket, const HttpRequest& handshake);
+    void Admit();
 
-    Host& m_host;
-    const bool m_mayQuit;
-    const QByteArray m_token;
+    const PagePeer::Open m_open;
+    QByteArray m_token;
+    std::function<void()> m_onClients = [] {};
     QTcpServer m_ipv4;
     QTcpServer m_ipv6;
+    QWebSocketServer m_webSockets;
     int m_arriving = 0; // connections whose request has not come yet
     std::vector<std::unique_ptr<PageClient>> m_clients;
 };

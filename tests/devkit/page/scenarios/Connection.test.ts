@@ -1,12 +1,10 @@
-import assert from "node:assert/strict";
-import { rmSync } from "node:fs";
 import { after, test } from "node:test";
 import { becomes, go, openPage } from "../support/Browser";
 import { Host } from "../support/Host";
 
 const hosts: Host[] = [];
-async function start(options: Parameters<typeof Host.start>[0] = {}): Promise<Host> {
-  const host = await Host.start(options);
+async function start(load = true): Promise<Host> {
+  const host = await Host.start({ load });
   hosts.push(host);
   return host;
 }
@@ -37,25 +35,8 @@ test("a connection that was lost comes back by itself with the state as it is", 
   await page.context().close();
 });
 
-test("after a kill the page says so, and the next start's address shows what was saved", async () => {
-  const host = await start();
-  const page = await openPage(host.address);
-  await page.getByRole("heading", { name: "You are protected" }).waitFor();
-  await host.set("user", "common.content.enabled", "bool", true);
-  await becomes(() => page.getByRole("switch", { name: "Web page filter" }).getAttribute("aria-checked"), "true");
-  await host.kill();
-  await page.getByRole("alert").getByText("The connection to the host is lost.").waitFor();
-  const next = await start({ folder: host.folder });
-  assert.notEqual(next.token, host.token);
-  await page.goto(next.address);
-  await becomes(() => page.getByRole("switch", { name: "Web page filter" }).getAttribute("aria-checked"), "true");
-  await next.end();
-  rmSync(next.folder, { recursive: true, force: true });
-  await page.context().close();
-});
-
 test("a host without a plug-in is shown as such, and the page loads it", async () => {
-  const host = await start({ load: false });
+  const host = await start(false);
   const page = await openPage(host.address);
   await page.getByText("The plug-in is not loaded").waitFor();
   await page.getByRole("button", { name: "Load the plug-in" }).click();

@@ -1,8 +1,9 @@
 import { signal } from "@preact/signals";
 import type { Arguments, HelloResult, HostEvents, Op, Result } from "./Protocol";
 
-/// "refused": the host knows another token; only a new address helps. "lost": tried again by itself.
-export type ConnectionState = "connecting" | "connected" | "lost" | "refused";
+/// "refused": the host knows another token; only a new address helps. "lost": tried again by itself. "hangs", "died": its
+/// watchdog says so, and starts it again on request.
+export type ConnectionState = "connecting" | "connected" | "lost" | "refused" | "hangs" | "died";
 
 type EventName = keyof HostEvents;
 type Listener<Name extends EventName> = (event: HostEvents[Name]) => void;
@@ -15,6 +16,8 @@ interface Pending {
 const policyViolation = 1008;
 const shortestPauseMs = 250;
 const longestPauseMs = 4000;
+/// What is silent from one beat to the next does not answer any more.
+const beatMs = 2000;
 
 /// The page's one connection to the host: requests that are answered, events that are told to listeners, and a
 /// connection that was lost coming back by itself.
@@ -28,9 +31,14 @@ class Connection {
   private lastId = 0;
   private pause = shortestPauseMs;
   private timer: ReturnType<typeof setTimeout> | undefined;
+  private silent = false;
   private readonly pending = new Map<number, Pending>();
   private readonly listeners = new Map<string, Set<(event: never) => void>>();
   private readonly starters: (() => Promise<void>)[] = [];
+
+  constructor() {
+    setInterval(() => this.beat(), beatMs);
+  }
 
   /// Carried out each time the host has been reached, in the order of registration, before the state is "connected".
   onConnect(starter: () => Promise<void>): void {
@@ -77,6 +85,7 @@ class Connection {
   private connect(): void {
     const socket = new WebSocket(`ws://${location.host}/socket`);
     this.socket = socket;
+    this.silent = false;
     socket.onopen = () => void this.start(socket);
     socket.onmessage = (message: MessageEvent<string>) => this.receive(message.data);
     socket.onclose = (event) => this.lose(event.code === policyViolation ? "refused" : "lost");
@@ -84,16 +93,30 @@ class Connection {
 
   private async start(socket: WebSocket): Promise<void> {
     try {
-      this.hello.value = await this.request("hello", { token: this.token });
-      for (const starter of this.starters) await starter();
+      const hello = await this.request("hello", { token: this.token });
       this.pause = shortestPauseMs;
+      if (hello.stopped) {
+        this.state.value = hello.stopped;
+        return;
+      }
+      this.hello.value = hello;
+      for (const starter of this.starters) await starter();
       this.state.value = "connected";
     } catch {
       socket.close();
     }
   }
 
+  /// An empty message is answered at once by a host that runs, whatever else it is asked for.
+  private beat(): void {
+    if (this.silent) return this.lose("lost");
+    this.silent = this.socket !== undefined;
+    if (this.socket?.readyState === WebSocket.OPEN) this.socket.send("");
+  }
+
   private receive(text: string): void {
+    this.silent = false;
+    if (text === "") return;
     const message = JSON.parse(text) as { id?: number; ok?: boolean; result?: unknown; error?: string; event?: string };
     if (message.event !== undefined) {
       for (const listener of this.listeners.get(message.event) ?? []) listener(message as never);

@@ -11,6 +11,8 @@ export interface HelloResult {
   protocol: number;
   platform: string;
   version: string;
+  /// The host's watchdog says it in the stead of a host that does not answer.
+  stopped?: "hangs" | "died";
 }
 
 export interface VariableRow {
@@ -99,6 +101,8 @@ export interface LoadResult {
 /// What the requests of the pages are answered with.
 interface Results {
   hello: HelloResult;
+  /// Of a watchdog only.
+  restart: null;
   load: LoadResult;
   unload: { peersOutstanding: number };
   record: RecordResult;
@@ -134,7 +138,7 @@ interface Results {
 
 export type Op = keyof Results;
 export type Result<Name extends Op> = Results[Name];
-export type Arguments<Name extends Op> = Name extends keyof Commands ? Commands[Name] : { token: string };
+export type Arguments<Name extends Op> = Name extends keyof Commands ? Commands[Name] : Name extends "hello" ? { token: string } : object;
 
 export interface HostEvents {
   variable: HistoryRow;

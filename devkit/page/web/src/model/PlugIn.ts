@@ -16,6 +16,13 @@ export async function loadPlugIn(): Promise<void> {
   if (!initialized) throw new Error(error ?? "The plug-in's start failed; its log says why.");
 }
 
+/// Asks the watchdog of a host that hangs or has died for another one, in which the plug-in is loaded then.
+export function startAgain(): void {
+  startsAgain = true;
+  connection.tell("restart", {});
+}
+let startsAgain = false;
+
 /// The plug-in publishes some settings only when it is asked to: after a change of any other process, too.
 const reloadSoonMs = 50;
 let soon: ReturnType<typeof setTimeout> | undefined;
@@ -34,4 +41,6 @@ connection.onConnect(async () => {
   await connection.request("watch", { topic: "host" });
   plugInRuns.value = (await connection.request("info", {})).initialized;
   if (plugInRuns.value) reload().catch(() => undefined);
+  else if (startsAgain) connection.tell("load", {});
+  startsAgain = false;
 });

@@ -10,29 +10,18 @@ export interface SettingsPage {
 
 const triggers = "@Veridan\\Settings\\Triggers:";
 const lists = "@ContentControl\\Triggers:";
+const page = (group: string, name: string, closed = `${triggers}settings_ui_closed`): SettingsPage => ({
+  request: `${group}request_show_${name}`,
+  shown: `${group}show_${name}`,
+  closed,
+});
 
 export const settingsPages = {
-  settings: {
-    request: `${triggers}request_show_settings_ui`,
-    shown: `${triggers}show_settings_ui`,
-    closed: `${triggers}settings_ui_closed`,
-  },
-  webFilter: {
-    request: `${triggers}request_show_wf_page`,
-    shown: `${triggers}show_wf_page`,
-    closed: `${triggers}settings_ui_closed`,
-  },
-  timeLimits: {
-    request: `${triggers}request_show_tl_page`,
-    shown: `${triggers}show_tl_page`,
-    closed: `${triggers}settings_ui_closed`,
-  },
-  websites: {
-    request: `${lists}request_show_website_list`,
-    shown: `${lists}show_website_list`,
-    closed: `${lists}close_website_list`,
-  },
-} as const satisfies Record<string, SettingsPage>;
+  settings: page(triggers, "settings_ui"),
+  webFilter: page(triggers, "wf_page"),
+  timeLimits: page(triggers, "tl_page"),
+  websites: page(lists, "website_list", `${lists}close_website_list`),
+} as const;
 
 /// A change is under way: its controls wait.
 export const changing = signal(false);

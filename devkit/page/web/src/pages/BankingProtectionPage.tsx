@@ -1,55 +1,34 @@
 import { bankingFlyer, endSession } from "../model/Banking";
-import { attempt } from "../model/Notices";
-import { changing } from "../model/Rights";
 import { isEnforced } from "../model/Settings";
 import { variable } from "../model/Variables";
+import { Button } from "../parts/Button";
+import { OptionSwitches, type Option } from "../parts/OptionSwitches";
 import { Card, Page } from "../parts/Page";
-import { Switch } from "../parts/Switch";
 import { text } from "../text/Text";
-import { saveOption } from "./BrowsingProtectionPage";
 
 const group = "windows.browsing_protection.banking_protection.";
 
-interface Option {
-  name: "enable" | "connections" | "clipboard";
-  id: string;
-  key: string;
-  /// The page says "keep" where the setting says "clear".
-  inverted?: true;
+function option(texts: readonly string[], id: string, key: string): Option {
+  const on = variable<boolean>(`@SafeBanking\\Data:${id}`).value === true;
+  return { texts, scope: "system", key: group + key, on, locked: isEnforced("system", group + key) };
 }
-
-const options: readonly Option[] = [
-  { name: "enable", id: "banking_feature_enable", key: `${group}activated` },
-  { name: "connections", id: "no_connection_cut", key: `${group}allow_all_internet_connections` },
-  { name: "clipboard", id: "no_clipboard_clear", key: `${group}clear_clipboard_after_banking_session`, inverted: true },
-];
 
 export function BankingProtectionPage() {
   const t = text.value.banking;
   const open = bankingFlyer.value !== "closed";
+  const options = [
+    option(t.options.enable, "banking_feature_enable", "activated"),
+    option(t.options.connections, "no_connection_cut", "allow_all_internet_connections"),
+    // The page says "keep" where the setting says "clear".
+    { ...option(t.options.clipboard, "no_clipboard_clear", "clear_clipboard_after_banking_session"), inverted: true },
+  ];
   return (
     <Page title={text.value.routes["banking-protection"]} lead={t.lead}>
       <Card title={t.session} class="line">
         <p>{open ? t.open : t.none}</p>
-        {open && (
-          <button type="button" class="button" onClick={() => attempt(endSession)}>
-            {t.end}
-          </button>
-        )}
+        {open && <Button onPress={endSession}>{t.end}</Button>}
       </Card>
-      <Card class="rows">
-        {options.map(({ name, id, key, inverted }) => (
-          <Switch
-            key={id}
-            label={t.options[name][0]!}
-            lead={t.options[name][1]}
-            on={variable<boolean>(`@SafeBanking\\Data:${id}`).value === true}
-            locked={isEnforced("system", key)}
-            busy={changing.value}
-            onMove={(on) => attempt(() => saveOption("system", key, inverted ? !on : on))}
-          />
-        ))}
-      </Card>
+      <OptionSwitches options={options} />
     </Page>
   );
 }

@@ -1,7 +1,8 @@
 import { clockText, joined, minutesInDay } from "../logic/DayBand";
 import { dayFacts, dayOutlook, extendedUntil, usedToday } from "../model/Day";
-import { attempt } from "../model/Notices";
 import { fire, variable } from "../model/Variables";
+import { Button } from "../parts/Button";
+import { Facts, type Fact } from "../parts/Facts";
 import { Icon } from "../parts/Icon";
 import { Card, Page } from "../parts/Page";
 import { duration, fill, text } from "../text/Text";
@@ -19,16 +20,7 @@ const percent = (minutes: number) => `${(Math.min(minutes, minutesInDay) / minut
 function reason(): string {
   const t = text.value.family.binding;
   const { binding, at } = dayOutlook.value;
-  switch (binding) {
-    case "curfew":
-      return fill(t.curfew, clockText(at ?? 0));
-    case "extension":
-      return fill(t.extension, clockText(at ?? 0));
-    case "bedtime":
-      return fill(t.bedtime, clockText(at ?? 0));
-    default:
-      return t[binding];
-  }
+  return fill(t[binding], clockText(at ?? 0));
 }
 
 function Band() {
@@ -53,9 +45,7 @@ function Band() {
         <i class="present" style={{ left: percent(now) }} />
       </div>
       <div class="scale" aria-hidden="true">
-        {[0, 6, 12, 18, 24].map((hour) => (
-          <span key={hour}>{clockText(hour * 60)}</span>
-        ))}
+        {[0, 6, 12, 18, 24].map((hour) => <span key={hour}>{clockText(hour * 60)}</span>)}
       </div>
     </div>
   );
@@ -68,6 +58,11 @@ function Today() {
   const { binding, minutesLeft } = dayOutlook.value;
   // The plug-in counts the allowance; bedtimes come on top of it, and so does what it has not looked at yet.
   const minutes = binding === "curfew" || binding === "bedtime" || typeof left !== "number" ? minutesLeft : left;
+  const facts: Fact[] = [
+    { name: t.family.allowance, value: allowance === undefined ? t.family.unlimited : duration(Math.round(allowance)) },
+    { name: t.family.used, value: duration(Math.round(usedToday.value)) },
+  ];
+  if (extendedUntil.value !== undefined) facts.push({ name: t.family.extension, value: clockText(extendedUntil.value) });
   return (
     <Card title={t.family.today} class="today">
       <p class="left-today">
@@ -82,18 +77,7 @@ function Today() {
       </p>
       <p>{reason()}</p>
       <Band />
-      <dl class="facts">
-        <dt>{t.family.allowance}</dt>
-        <dd>{allowance === undefined ? t.family.unlimited : duration(Math.round(allowance))}</dd>
-        <dt>{t.family.used}</dt>
-        <dd>{duration(Math.round(usedToday.value))}</dd>
-        {extendedUntil.value !== undefined && (
-          <>
-            <dt>{t.family.extension}</dt>
-            <dd>{clockText(extendedUntil.value)}</dd>
-          </>
-        )}
-      </dl>
+      <Facts facts={facts} />
     </Card>
   );
 }
@@ -118,22 +102,17 @@ function DayKind({ kind, title }: { kind: "weekday" | "weekend"; title: string }
 
 function Rules() {
   const t = text.value;
+  const rule = (name: string, on: boolean | undefined): Fact =>
+    on ? { name, value: t.on, tone: "good" } : { name, value: t.off, tone: "faint" };
   const rules = [
-    [t.family.ruleNames.content, contentEnabled.value],
-    [t.family.ruleNames.search, searchEnabled.value],
-    [t.family.ruleNames.quotas, time<boolean>("quotas_enabled").value],
-    [t.family.ruleNames.curfews, time<boolean>("curfews_enabled").value],
-  ] as const;
+    rule(t.family.ruleNames.content, contentEnabled.value),
+    rule(t.family.ruleNames.search, searchEnabled.value),
+    rule(t.family.ruleNames.quotas, time<boolean>("quotas_enabled").value),
+    rule(t.family.ruleNames.curfews, time<boolean>("curfews_enabled").value),
+  ];
   return (
     <Card title={t.family.rules}>
-      <dl class="facts">
-        {rules.map(([name, on]) => (
-          <>
-            <dt>{name}</dt>
-            <dd class={on ? "good" : "faint"}>{on ? t.on : t.off}</dd>
-          </>
-        ))}
-      </dl>
+      <Facts facts={rules} />
       <div class="columns">
         <DayKind kind="weekday" title={t.family.weekdays} />
         <DayKind kind="weekend" title={t.family.weekends} />
@@ -151,13 +130,7 @@ export function FamilyRulesPage() {
           <Icon name="warning" />
           <span>
             {t.family.adminWarning}{" "}
-            <button
-              type="button"
-              class="quiet"
-              onClick={() => attempt(() => fire("@FamilyRules\\AdminWarning:LinkClicked"))}
-            >
-              {t.family.adminLink}
-            </button>
+            <Button quiet onPress={() => fire("@FamilyRules\\AdminWarning:LinkClicked")}>{t.family.adminLink}</Button>
           </span>
         </p>
       )}

@@ -5,6 +5,7 @@ import { changing, settingsPages, withSettings } from "../model/Rights";
 import { keptBusy, lastError } from "../model/Saving";
 import { changeSetting, isEnforced } from "../model/Settings";
 import { setVariable, variable } from "../model/Variables";
+import { Facts, type Fact } from "../parts/Facts";
 import { Icon } from "../parts/Icon";
 import { Card, Page } from "../parts/Page";
 import { Switch } from "../parts/Switch";
@@ -18,32 +19,18 @@ interface Feature {
   scope: "system" | "user";
 }
 
+const group = "windows.browsing_protection.";
+const browsing = "@BrowsingProtection\\Data:browsing_protection_state";
+const banking = "@SafeBanking\\Data:banking_protection_state";
+const webFilter = "@ContentControl\\Data:current_user_web_page_filter_switch_state";
+const timeLimit = "@TimeLimit\\Data:time_limit_state";
+const safeSearch = "@SafeSearch\\Data:safe_search_state";
 const features: readonly Feature[] = [
-  {
-    name: "browsing",
-    state: "@BrowsingProtection\\Data:browsing_protection_state",
-    scope: "system",
-    key: "windows.browsing_protection.enabled",
-  },
-  {
-    name: "banking",
-    state: "@SafeBanking\\Data:banking_protection_state",
-    scope: "system",
-    key: "windows.browsing_protection.banking_protection.enabled",
-  },
-  {
-    name: "webFilter",
-    state: "@ContentControl\\Data:current_user_web_page_filter_switch_state",
-    scope: "user",
-    key: "common.content.enabled",
-  },
-  { name: "timeLimit", state: "@TimeLimit\\Data:time_limit_state", scope: "user", key: "common.time.enabled" },
-  {
-    name: "safeSearch",
-    state: "@SafeSearch\\Data:safe_search_state",
-    scope: "user",
-    key: "windows.browsing_protection.search_result_filter.enabled",
-  },
+  { name: "browsing", state: browsing, scope: "system", key: `${group}enabled` },
+  { name: "banking", state: banking, scope: "system", key: `${group}banking_protection.enabled` },
+  { name: "webFilter", state: webFilter, scope: "user", key: "common.content.enabled" },
+  { name: "timeLimit", state: timeLimit, scope: "user", key: "common.time.enabled" },
+  { name: "safeSearch", state: safeSearch, scope: "user", key: `${group}search_result_filter.enabled` },
 ];
 
 const status = (name: string) => variable<string>(`@ContentControl\\Status:${name}`);
@@ -88,9 +75,7 @@ function Status() {
   const good = known === "UsersProtected";
   return (
     <section class={`status ${known === undefined ? "" : good ? "good" : "bad"}`} role="status">
-      <span class="status-sign">
-        <Icon name={good ? "check" : "warning"} />
-      </span>
+      <span class="status-sign"><Icon name={good ? "check" : "warning"} /></span>
       <div>
         <h2>{known === undefined ? t.unknown : good ? t.protected : t.notProtected}</h2>
         <p>{t.reasons[subStatus.value as keyof typeof t.reasons] ?? ""}</p>
@@ -102,33 +87,24 @@ function Status() {
 export function MainPage() {
   const t = text.value;
   const minutes = minutesRemaining.value;
+  const left = typeof minutes === "number" ? duration(minutes) : t.main.unlimited;
+  const browser: Fact[] = [
+    extensionDisabled.value
+      ? { name: t.main.extension, value: t.main.extensionDisabled, tone: "bad" }
+      : { name: t.main.extension, value: t.main.extensionEnabled },
+    { name: t.main.defaultBrowser, value: browserType.value ?? "–" },
+  ];
   return (
     <Page title={t.routes.main}>
       <Status />
       <Card title={t.main.protection} class="rows">
-        {features.map((feature) => (
-          <FeatureSwitch key={feature.name} feature={feature} />
-        ))}
+        {features.map((feature) => <FeatureSwitch key={feature.name} feature={feature} />)}
       </Card>
       <div class="columns">
-        <Card title={t.main.browser}>
-          <dl class="facts">
-            <dt>{t.main.extension}</dt>
-            <dd class={extensionDisabled.value ? "bad" : ""}>
-              {extensionDisabled.value ? t.main.extensionDisabled : t.main.extensionEnabled}
-            </dd>
-            <dt>{t.main.defaultBrowser}</dt>
-            <dd>{browserType.value ?? "–"}</dd>
-          </dl>
-        </Card>
+        <Card title={t.main.browser}><Facts facts={browser} /></Card>
         <Card title={t.main.today}>
-          <dl class="facts">
-            <dt>{t.main.minutesLeft}</dt>
-            <dd>{typeof minutes === "number" ? duration(minutes) : t.main.unlimited}</dd>
-          </dl>
-          <a class="more" href={addressOf("family-rules")}>
-            {t.family.lead}
-          </a>
+          <Facts facts={[{ name: t.main.minutesLeft, value: left }]} />
+          <a class="more" href={addressOf("family-rules")}>{t.family.lead}</a>
         </Card>
       </div>
     </Page>

@@ -5,6 +5,7 @@ import { settingValue } from "../model/Settings";
 import { variable } from "../model/Variables";
 import { DayChart } from "../parts/DayChart";
 import { Card, Page } from "../parts/Page";
+import { Select } from "../parts/Select";
 import { numbers, text } from "../text/Text";
 
 const periods = ["json_7", "json_30", "json_365", "json"] as const;
@@ -59,16 +60,13 @@ export function StatisticsPage() {
         ))}
       </ul>
       <Card title={t.statistics.chart}>
-        <label class="tools">
-          {t.statistics.chartOf}
-          <select value={counter.value} onChange={(event) => (counter.value = event.currentTarget.value as CounterName)}>
-            {counterNames.map((name) => (
-              <option key={name} value={name}>
-                {t.statistics.counters[name]}
-              </option>
-            ))}
-          </select>
-        </label>
+        <Select
+          class="tools"
+          label={t.statistics.chartOf}
+          value={counter.value}
+          options={counterNames.map((name) => [name, t.statistics.counters[name]] as const)}
+          onChoose={(chosen) => (counter.value = chosen)}
+        />
         <DayChart title={t.statistics.counters[counter.value]} days={lastDays(counters, counter.value, today, days)} />
       </Card>
     </Page>

@@ -5,6 +5,7 @@ import {
   undoLimits, unlimitedHours,
 } from "../model/TimeLimits";
 import { variable } from "../model/Variables";
+import { Button } from "../parts/Button";
 import { Icon } from "../parts/Icon";
 import { Card, Page, SaveBar } from "../parts/Page";
 import { WeekGrid } from "../parts/WeekGrid";
@@ -24,9 +25,7 @@ function HoursPerDay() {
   const words = hours >= unlimitedHours ? t.unlimited : counted(t.hours, hours);
   return (
     <Card title={t.hoursPerDay}>
-      <p class="faint" id="hours-lead">
-        {t.hoursLead}
-      </p>
+      <p class="faint" id="hours-lead">{t.hoursLead}</p>
       <div class="slider">
         <input
           type="range"
@@ -60,18 +59,10 @@ export function TimeLimitsPage() {
       )}
       <Card title={t.time.grid}>
         <div class="tools">
-          <button type="button" class="button" onClick={undoLimits} disabled={!canUndo.value}>
-            {t.undo}
-          </button>
-          <button type="button" class="button" onClick={redoLimits} disabled={!canRedo.value}>
-            {t.redo}
-          </button>
-          <button type="button" class="button" onClick={() => paintAll(everyHour)}>
-            {t.time.allowAll}
-          </button>
-          <button type="button" class="button" onClick={() => paintAll(noHour)}>
-            {t.time.denyAll}
-          </button>
+          <Button disabled={!canUndo.value} onPress={undoLimits}>{t.undo}</Button>
+          <Button disabled={!canRedo.value} onPress={redoLimits}>{t.redo}</Button>
+          <Button onPress={() => paintAll(everyHour)}>{t.time.allowAll}</Button>
+          <Button onPress={() => paintAll(noHour)}>{t.time.denyAll}</Button>
         </div>
         <WeekGrid
           slots={limits.value.slots}

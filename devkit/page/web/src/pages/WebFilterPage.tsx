@@ -6,11 +6,13 @@ import { attempt } from "../model/Notices";
 import { isEnforced } from "../model/Settings";
 import { fire, variable } from "../model/Variables";
 import { changeFilter, discardFilter, filter, filterChanged, fragfinnOffered, saveFilter } from "../model/WebFilter";
+import { Button } from "../parts/Button";
 import { Choice } from "../parts/Choice";
 import { FilterWizard } from "../parts/FilterWizard";
 import { Icon } from "../parts/Icon";
 import { Card, Page, SaveBar } from "../parts/Page";
 import { Switch } from "../parts/Switch";
+import { FilterField } from "../parts/Tools";
 import { fill, text } from "../text/Text";
 
 const filterStatus = variable<string>("@ContentControl\\Status:current_user_web_page_filter_status");
@@ -53,26 +55,16 @@ function Group({ group, shown }: { group: CategoryGroup; shown: readonly Categor
   const t = text.value.filter;
   const all = categoryGroups[group];
   const allowed = all.filter((key) => filter.value.categories[key] !== false).length;
+  const change = allowed === 0 ? t.allowAll : t.blockAll;
   if (shown.length === 0) return null;
   return (
     <fieldset class="category-group">
       <legend>{t.groups[group]}</legend>
       <div class="group-head">
         <span class="faint">{fill(t.counted, allowed, all.length)}</span>
-        <button
-          type="button"
-          class="quiet"
-          aria-label={`${allowed === 0 ? t.allowAll : t.blockAll}: ${t.groups[group]}`}
-          onClick={() => setCategories(all, allowed === 0)}
-        >
-          {allowed === 0 ? t.allowAll : t.blockAll}
-        </button>
+        <Button quiet label={`${change}: ${t.groups[group]}`} onPress={() => setCategories(all, allowed === 0)}>{change}</Button>
       </div>
-      <ul>
-        {shown.map((category) => (
-          <CategoryRow key={category} category={category} />
-        ))}
-      </ul>
+      <ul>{shown.map((category) => <CategoryRow key={category} category={category} />)}</ul>
     </fieldset>
   );
 }
@@ -84,24 +76,12 @@ function Categories() {
   return (
     <Card title={t.filter.categories}>
       <div class="tools">
-        <input
-          type="search"
-          aria-label={t.filter.searchCategories}
-          placeholder={t.filter.searchCategories}
-          value={search.value}
-          onInput={(event) => (search.value = event.currentTarget.value)}
-        />
-        <button type="button" class="button" onClick={() => setCategories(allCategories, true)}>
-          {t.filter.allowAll}
-        </button>
-        <button type="button" class="button" onClick={() => setCategories(allCategories, false)}>
-          {t.filter.blockAll}
-        </button>
+        <FilterField label={t.filter.searchCategories} value={search.value} onFilter={(words) => (search.value = words)} />
+        <Button onPress={() => setCategories(allCategories, true)}>{t.filter.allowAll}</Button>
+        <Button onPress={() => setCategories(allCategories, false)}>{t.filter.blockAll}</Button>
       </div>
       <div class="category-groups">
-        {groupNames.map((group) => (
-          <Group key={group} group={group} shown={categoryGroups[group].filter(matches)} />
-        ))}
+        {groupNames.map((group) => <Group key={group} group={group} shown={categoryGroups[group].filter(matches)} />)}
       </div>
       {!allCategories.some(matches) && <p class="faint">{t.filter.noneFound}</p>}
     </Card>
@@ -121,15 +101,7 @@ function ChildrensMode() {
           onMove={(fragfinn) => changeFilter({ fragfinn })}
         />
       )}
-      <p>
-        <button
-          type="button"
-          class="button"
-          onClick={() => attempt(() => fire("@ContentControl\\Triggers:show_fragfinn_sites"))}
-        >
-          {t.fragfinnOpen}
-        </button>
-      </p>
+      <p><Button onPress={() => fire("@ContentControl\\Triggers:show_fragfinn_sites")}>{t.fragfinnOpen}</Button></p>
     </Card>
   );
 }
@@ -139,12 +111,8 @@ export function WebFilterPage() {
   return (
     <Page title={t.routes["web-page-filter"]} lead={t.filter.lead}>
       <Card class="line">
-        <p>
-          {t.filter.state} <strong>{filterStatus.value === "On" ? t.on : t.off}</strong>
-        </p>
-        <button type="button" class="button" onClick={() => (wizardOpen.value = true)}>
-          {t.filter.wizard}
-        </button>
+        <p>{t.filter.state} <strong>{filterStatus.value === "On" ? t.on : t.off}</strong></p>
+        <Button onPress={() => (wizardOpen.value = true)}>{t.filter.wizard}</Button>
       </Card>
       <Choice
         label={t.filter.modes.label}

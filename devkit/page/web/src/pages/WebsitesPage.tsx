@@ -8,10 +8,12 @@ import {
   addWebsite, clearWebsites, closeWebsites, deniedEnabled, editWebsite, removeWebsite, showWebsites, websites, working,
   type ListName, type WebsiteRow,
 } from "../model/Websites";
+import { Button } from "../parts/Button";
 import { Dialog } from "../parts/Dialog";
 import { Icon } from "../parts/Icon";
 import { Card, Page } from "../parts/Page";
 import { Rows } from "../parts/Rows";
+import { FilterField } from "../parts/Tools";
 import { fill, numbers, text } from "../text/Text";
 
 /// Why an address cannot go into a list; nothing where it can.
@@ -51,9 +53,7 @@ function AddressField({ label, typed, problem, id, onType }: AddressFieldProps) 
         onInput={(event) => onType(event.currentTarget.value)}
       />
       {note && (
-        <p id={`${id}note`} class={problem ? "problem" : "faint"} role={problem ? "alert" : undefined}>
-          {note}
-        </p>
+        <p id={`${id}note`} class={problem ? "problem" : "faint"} role={problem ? "alert" : undefined}>{note}</p>
       )}
     </div>
   );
@@ -87,9 +87,7 @@ function AddForm({ name }: { name: ListName }) {
           setProblem(undefined);
         }}
       />
-      <button class="button primary" disabled={working.value}>
-        {t.add}
-      </button>
+      <button class="button primary" disabled={working.value}>{t.add}</button>
     </form>
   );
 }
@@ -117,9 +115,7 @@ function EditDialog({ name, row, onClose }: { name: ListName; row: WebsiteRow; o
       >
         <AddressField label={t.websites.editLabel} id={`edit-${name}`} typed={typed} problem={problem} onType={setTyped} />
         <div class="buttons">
-          <button type="button" class="button" onClick={onClose}>
-            {t.cancel}
-          </button>
+          <Button onPress={onClose}>{t.cancel}</Button>
           <button class="button primary">{t.save}</button>
         </div>
       </form>
@@ -130,6 +126,7 @@ function EditDialog({ name, row, onClose }: { name: ListName; row: WebsiteRow; o
 function Row({ name, row, onEdit }: { name: ListName; row: WebsiteRow; onEdit(): void }) {
   const t = text.value;
   const shown = row.readable ?? row.stored;
+  const remove = () => removeWebsite(name, row.stored);
   return (
     <>
       <td>
@@ -144,18 +141,8 @@ function Row({ name, row, onEdit }: { name: ListName; row: WebsiteRow; onEdit():
           </span>
         ) : (
           <>
-            <button type="button" class="quiet" aria-label={`${t.edit} ${shown}`} onClick={onEdit} disabled={working.value}>
-              {t.edit}
-            </button>
-            <button
-              type="button"
-              class="quiet"
-              aria-label={`${t.remove} ${shown}`}
-              onClick={() => attempt(() => removeWebsite(name, row.stored))}
-              disabled={working.value}
-            >
-              {t.remove}
-            </button>
+            <Button quiet label={`${t.edit} ${shown}`} disabled={working.value} onPress={onEdit}>{t.edit}</Button>
+            <Button quiet label={`${t.remove} ${shown}`} disabled={working.value} onPress={remove}>{t.remove}</Button>
           </>
         )}
       </td>
@@ -168,36 +155,22 @@ function WebsiteList({ name }: { name: ListName }) {
   const [search, setSearch] = useState("");
   const [edited, setEdited] = useState<WebsiteRow | undefined>(undefined);
   const all = websites[name].value;
+  const hasOwn = all.some((row) => !row.byAdministrator);
   const wanted = search.trim().toLowerCase();
   const rows = wanted
     ? all.filter((row) => row.stored.toLowerCase().includes(wanted) || row.readable?.toLowerCase().includes(wanted))
     : all;
   return (
     <Card title={t.websites[name]} class="websites">
-      {name === "denied" && !deniedEnabled.value ? (
-        <p class="faint">{t.websites.deniedOff}</p>
-      ) : (
+      {name === "denied" && !deniedEnabled.value ? <p class="faint">{t.websites.deniedOff}</p> : (
         <AddForm name={name} />
       )}
       <div class="tools">
-        <input
-          type="search"
-          aria-label={t.websites.searchLabel}
-          placeholder={t.websites.searchLabel}
-          value={search}
-          onInput={(event) => setSearch(event.currentTarget.value)}
-        />
+        <FilterField label={t.websites.searchLabel} value={search} onFilter={setSearch} />
         <span class="faint count">
           {all.length === 1 ? t.websites.one : fill(t.websites.counted, numbers.value.format(all.length))}
         </span>
-        <button
-          type="button"
-          class="button"
-          disabled={working.value || !all.some((row) => !row.byAdministrator)}
-          onClick={() => attempt(() => clearWebsites(name))}
-        >
-          {t.websites.clear}
-        </button>
+        <Button disabled={working.value || !hasOwn} onPress={() => clearWebsites(name)}>{t.websites.clear}</Button>
       </div>
       <Rows
         label={t.websites[name]}

@@ -25,14 +25,8 @@ export function Choice<Value extends string>({ label, value, options, onChoose }
             onChange={() => onChoose(option as Value)}
           />
           <span>
-            <span class="option-title" id={`${id}${option}`}>
-              {title}
-            </span>
-            {lead && (
-              <span class="faint" id={`${id}${option}lead`}>
-                {lead}
-              </span>
-            )}
+            <span class="option-title" id={`${id}${option}`}>{title}</span>
+            {lead && <span class="faint" id={`${id}${option}lead`}>{lead}</span>}
           </span>
         </label>
       ))}

@@ -40,11 +40,7 @@ export function DayChart({ title, days }: { title: string; days: readonly DayCou
             >
               <title>{`${dateText(julianDate)}: ${numbers.value.format(count)}`}</title>
             </rect>
-            {i % every === 0 && (
-              <text x={i * step + step * 0.12} y={height + 18}>
-                {dateText(julianDate)}
-              </text>
-            )}
+            {i % every === 0 && <text x={i * step + step * 0.12} y={height + 18}>{dateText(julianDate)}</text>}
           </g>
         ))}
         <line x1="0" x2={width} y1={height} y2={height} class="base" />

@@ -4,6 +4,7 @@ import { attempt } from "../model/Notices";
 import { fire, variable } from "../model/Variables";
 import { changeFilter, filter } from "../model/WebFilter";
 import { text } from "../text/Text";
+import { Button } from "./Button";
 import { Choice } from "./Choice";
 import { Dialog } from "./Dialog";
 
@@ -39,19 +40,13 @@ export function FilterWizard({ onClose }: { onClose(): void }) {
       )}
       {second && <p>{child ? t.filter.wizardChildNext : t.filter.wizardBlocks}</p>}
       {second && !child && (
-        <ul class="chips">
-          {blockedForTeens.map((category) => (
-            <li key={category}>{t.categories[category]}</li>
-          ))}
-        </ul>
+        <ul class="chips">{blockedForTeens.map((category) => <li key={category}>{t.categories[category]}</li>)}</ul>
       )}
       <div class="buttons">
-        <button type="button" class="button" onClick={second ? () => setSecond(false) : onClose}>
-          {second ? t.filter.wizardBack : t.cancel}
-        </button>
-        <button type="button" class="button primary" onClick={second ? finish : () => setSecond(true)}>
+        <Button onPress={second ? () => setSecond(false) : onClose}>{second ? t.filter.wizardBack : t.cancel}</Button>
+        <Button primary onPress={second ? finish : () => setSecond(true)}>
           {second ? t.filter.wizardFinish : t.filter.wizardNext}
-        </button>
+        </Button>
       </div>
     </Dialog>
   );

@@ -3,14 +3,16 @@ import { useEffect, useRef } from "preact/hooks";
 import { connection } from "../connection/Connection";
 import { bankingFlyer } from "../model/Banking";
 import { attempt } from "../model/Notices";
-import { loadPlugIn, plugInRuns } from "../model/PlugIn";
+import { loadPlugIn, plugInRuns, startAgain } from "../model/PlugIn";
 import { addressOf, route, routes, type Route } from "../model/Route";
 import { blockShown } from "../model/TimeLock";
 import type { Panel } from "../panels/Panels";
 import { appearance, chooseLanguage, language, languages, text, type Language } from "../text/Text";
+import { Button } from "./Button";
 import { Icon } from "./Icon";
 import { InSight } from "./InSight";
 import { Live } from "./Live";
+import { Select } from "./Select";
 
 function SuitePages({ shown }: { shown: Route | undefined }) {
   const t = text.value;
@@ -37,9 +39,7 @@ function DeveloperPanels({ panels, shown }: { panels: readonly Panel[]; shown: P
       <ul>
         {panels.map((panel) => (
           <li key={panel.name}>
-            <a href={addressOf(panel.name)} aria-current={panel === shown ? "page" : undefined}>
-              {panel.title}
-            </a>
+            <a href={addressOf(panel.name)} aria-current={panel === shown ? "page" : undefined}>{panel.title}</a>
           </li>
         ))}
       </ul>
@@ -49,37 +49,18 @@ function DeveloperPanels({ panels, shown }: { panels: readonly Panel[]; shown: P
 
 function Preferences() {
   const t = text.value.frame;
+  const titles = Object.entries(languages) as [Language, string][];
+  const appearances = Object.entries(t.appearances) as [typeof appearance.value, string][];
+  const choose = (wanted: Language) => attempt(() => chooseLanguage(wanted));
   return (
     <div class="preferences">
-      <label>
-        {t.language}
-        <select
-          value={language.value}
-          onChange={(event) => {
-            const wanted = event.currentTarget.value as Language;
-            attempt(() => chooseLanguage(wanted));
-          }}
-        >
-          {Object.entries(languages).map(([name, title]) => (
-            <option key={name} value={name} lang={name}>
-              {title}
-            </option>
-          ))}
-        </select>
-      </label>
-      <label>
-        {t.appearance}
-        <select
-          value={appearance.value}
-          onChange={(event) => (appearance.value = event.currentTarget.value as typeof appearance.value)}
-        >
-          {Object.entries<string>(t.appearances).map(([name, title]) => (
-            <option key={name} value={name}>
-              {title}
-            </option>
-          ))}
-        </select>
-      </label>
+      <Select label={t.language} value={language.value} options={titles} inLanguage onChoose={choose} />
+      <Select
+        label={t.appearance}
+        value={appearance.value}
+        options={appearances}
+        onChoose={(wanted) => (appearance.value = wanted)}
+      />
     </div>
   );
 }
@@ -88,14 +69,13 @@ function ConnectionBanner() {
   const t = text.value.connection;
   const state = connection.state.value;
   if (state === "connected" && plugInRuns.value) return null;
+  const stopped = state === "hangs" || state === "died";
   return (
     <div class={state === "connecting" ? "banner" : "banner bad"} role={state === "connecting" ? "status" : "alert"}>
       <Icon name="warning" />
       <span>{state === "connected" ? t.noPlugIn : t[state]}</span>
-      {state === "connected" && (
-        <button type="button" class="button" onClick={() => attempt(loadPlugIn)}>
-          {t.load}
-        </button>
+      {(state === "connected" || stopped) && (
+        <Button onPress={stopped ? startAgain : loadPlugIn}>{stopped ? t.startAgain : t.load}</Button>
       )}
     </div>
   );
@@ -145,9 +125,7 @@ export function Frame({ pages, panels }: Props) {
           <Icon name="browsing-protection" />
           Veridan
         </p>
-        <div inert={locked}>
-          <SuitePages shown={page} />
-        </div>
+        <div inert={locked}><SuitePages shown={page} /></div>
         <DeveloperPanels panels={panels} shown={panel} />
         <Preferences />
       </header>

@@ -20,8 +20,6 @@ export type IconName = keyof typeof paths;
 /// A picture beside a text that says the same.
 export function Icon({ name }: { name: IconName }) {
   return (
-    <svg class="icon" viewBox="0 0 24 24" aria-hidden="true" focusable="false">
-      <path d={paths[name]} />
-    </svg>
+    <svg class="icon" viewBox="0 0 24 24" aria-hidden="true" focusable="false"><path d={paths[name]} /></svg>
   );
 }

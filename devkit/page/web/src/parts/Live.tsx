@@ -7,6 +7,7 @@ import {
   blockDescription, blockShown, cancelExtension, extendDialogOpen, extendTime, extensionMinutes, requestExtension,
 } from "../model/TimeLock";
 import { counted, fill, text } from "../text/Text";
+import { Button } from "./Button";
 import { Choice } from "./Choice";
 import { Dialog } from "./Dialog";
 import { Icon } from "./Icon";
@@ -17,12 +18,8 @@ function ElevationDialog({ prompt, client }: { prompt: number; client: string })
     <Dialog title={t.elevation} onCancel={() => answerPrompt(prompt, false)}>
       <p>{fill(t.elevationText, client)}</p>
       <div class="buttons">
-        <button type="button" class="button" onClick={() => answerPrompt(prompt, false)}>
-          {t.refuse}
-        </button>
-        <button type="button" class="button primary" onClick={() => answerPrompt(prompt, true)}>
-          {t.allow}
-        </button>
+        <Button onPress={() => answerPrompt(prompt, false)}>{t.refuse}</Button>
+        <Button primary onPress={() => answerPrompt(prompt, true)}>{t.allow}</Button>
       </div>
     </Dialog>
   );
@@ -34,11 +31,7 @@ function BlockDialog() {
     <Dialog title={t.lock} tone="block">
       <p>{blockDescription.value}</p>
       {blockShown.value > 1 && <p class="faint">{counted(t.shownAgain, blockShown.value - 1)}</p>}
-      <div class="buttons">
-        <button type="button" class="button primary" onClick={() => attempt(requestExtension)}>
-          {t.extend}
-        </button>
-      </div>
+      <div class="buttons"><Button primary onPress={requestExtension}>{t.extend}</Button></div>
     </Dialog>
   );
 }
@@ -56,12 +49,8 @@ function ExtendDialog() {
         onChoose={(chosen) => setIndex(Number(chosen))}
       />
       <div class="buttons">
-        <button type="button" class="button" onClick={cancel}>
-          {t.cancel}
-        </button>
-        <button type="button" class="button primary" onClick={() => attempt(() => extendTime(index))}>
-          {t.live.extend}
-        </button>
+        <Button onPress={cancel}>{t.cancel}</Button>
+        <Button primary onPress={() => extendTime(index)}>{t.live.extend}</Button>
       </div>
     </Dialog>
   );
@@ -78,12 +67,8 @@ function BankingFlyer() {
         {!collapsed && <p>{flyerText.value || t.flyerText}</p>}
       </div>
       <div class="buttons">
-        <button type="button" class="quiet" onClick={collapsed ? expandFlyer : () => attempt(collapseFlyer)}>
-          {collapsed ? t.show : t.hide}
-        </button>
-        <button type="button" class="button" onClick={() => attempt(endSession)}>
-          {t.end}
-        </button>
+        <Button quiet onPress={collapsed ? expandFlyer : collapseFlyer}>{collapsed ? t.show : t.hide}</Button>
+        <Button onPress={endSession}>{t.end}</Button>
       </div>
     </aside>
   );
@@ -102,14 +87,7 @@ function Toasts() {
               <p>{description}</p>
               <div class="buttons">
                 {buttons.map(({ caption }, i) => (
-                  <button
-                    key={i}
-                    type="button"
-                    class={i === 0 ? "button primary" : "button"}
-                    onClick={() => attempt(() => pressButton(id, i))}
-                  >
-                    {caption}
-                  </button>
+                  <Button key={i} primary={i === 0} onPress={() => pressButton(id, i)}>{caption}</Button>
                 ))}
               </div>
             </div>
@@ -121,21 +99,8 @@ function Toasts() {
           <div key={id} class={`toast ${kind}`} role={kind === "failed" ? "alert" : undefined}>
             <Icon name={kind === "done" ? "check" : "warning"} />
             <p>{message}</p>
-            {action && (
-              <button
-                type="button"
-                class="button"
-                onClick={() => {
-                  dismiss(id);
-                  action.run();
-                }}
-              >
-                {action.label}
-              </button>
-            )}
-            <button type="button" class="quiet" aria-label={t.live.dismiss} onClick={() => dismiss(id)}>
-              <Icon name="close" />
-            </button>
+            {action && <Button onPress={() => (dismiss(id), action.run())}>{action.label}</Button>}
+            <Button quiet label={t.live.dismiss} onPress={() => dismiss(id)}><Icon name="close" /></Button>
           </div>
         ))}
       </div>

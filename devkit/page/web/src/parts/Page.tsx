@@ -2,6 +2,7 @@ import type { ComponentChildren } from "preact";
 import { useId } from "preact/hooks";
 import { changing } from "../model/Rights";
 import { text } from "../text/Text";
+import { Button } from "./Button";
 
 export function Page({ title, lead, children }: { title: string; lead?: string; children: ComponentChildren }) {
   return (
@@ -38,12 +39,8 @@ export function SaveBar({ onSave, onDiscard }: { onSave(): void; onDiscard(): vo
   return (
     <div class="save-bar" role="group" aria-label={t.unsaved}>
       <span>{changing.value ? t.saving : t.unsaved}</span>
-      <button type="button" class="button" onClick={onDiscard} disabled={changing.value}>
-        {t.discard}
-      </button>
-      <button type="button" class="button primary" onClick={onSave} disabled={changing.value}>
-        {t.save}
-      </button>
+      <Button disabled={changing.value} onPress={onDiscard}>{t.discard}</Button>
+      <Button primary disabled={changing.value} onPress={onSave}>{t.save}</Button>
       {changing.value && <progress aria-label={t.saving} />}
     </div>
   );

@@ -64,11 +64,7 @@ export function Rows<Row>(props: Props<Row>) {
       <table class="table" aria-label={label} aria-rowcount={rows.length + 1}>
         <thead>
           <tr aria-rowindex={1}>
-            {heads.map((head) => (
-              <th key={head} scope="col">
-                {head}
-              </th>
-            ))}
+            {heads.map((head) => <th key={head} scope="col">{head}</th>)}
           </tr>
         </thead>
         <tbody>
@@ -84,13 +80,7 @@ export function Rows<Row>(props: Props<Row>) {
             </tr>
           ))}
           {end < rows.length && <Gap height={(rows.length - end) * rowHeight} columns={heads.length} />}
-          {rows.length === 0 && (
-            <tr>
-              <td class="faint none" colSpan={heads.length}>
-                {none}
-              </td>
-            </tr>
-          )}
+          {rows.length === 0 && <tr><td class="faint none" colSpan={heads.length}>{none}</td></tr>}
         </tbody>
       </table>
     </div>
@@ -99,8 +89,6 @@ export function Rows<Row>(props: Props<Row>) {
 
 function Gap({ height, columns }: { height: number; columns: number }) {
   return (
-    <tr aria-hidden="true" style={{ height: `${height}px` }}>
-      <td colSpan={columns} />
-    </tr>
+    <tr aria-hidden="true" style={{ height: `${height}px` }}><td colSpan={columns} /></tr>
   );
 }

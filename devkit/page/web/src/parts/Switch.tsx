@@ -21,14 +21,8 @@ export function Switch({ label, lead, on, locked = false, busy = false, onMove }
   return (
     <div class="switch-row" onClick={move}>
       <div class="switch-text">
-        <span class="switch-label" id={`${id}label`}>
-          {label}
-        </span>
-        {lead && (
-          <span class="faint" id={`${id}lead`}>
-            {lead}
-          </span>
-        )}
+        <span class="switch-label" id={`${id}label`}>{label}</span>
+        {lead && <span class="faint" id={`${id}lead`}>{lead}</span>}
         {locked && (
           <span class="tag" id={`${id}lock`}>
             <Icon name="lock" />

@@ -122,9 +122,7 @@ export function WeekGrid({ slots, locked, onPaint, onUndo, onRedo }: Props) {
       onPointerCancel={() => setStroke(undefined)}
     >
       <div role="row" class="contents">
-        <span role="columnheader" class="corner">
-          <span class="hidden">{t.now}</span>
-        </span>
+        <span role="columnheader" class="corner"><span class="hidden">{t.now}</span></span>
         {hours.map((hour) => (
           <span key={hour} role="columnheader" class="hour" style={{ "--hour": hour }}>
             <button
