@@ -35,8 +35,10 @@ private:
 /// What the watchdog hands to a host that goes on in the stead of another.
 QVariantMap Inherited()
 {
+    StandardInput input;
     QByteArray line;
-    StandardInput().ReadAll(line);
+    for (QByteArray piece = input.Read(); !piece.isEmpty(); piece = input.Read())
+        line += piece;
     return Json::Parse(line).value.toMap();
 }
 
@@ -64,7 +66,7 @@ Page::Page(Host& host, const Options& options)
 {
     if (!options.page)
         return;
-    const auto rights = options.pageMayQuit ? Session::Rights::All : Session::Rights::NoQuit;
+    const auto rights = options.pageMayQuit ? Session::Rights::All : Session::Rights::Page;
     m_server = std::make_unique<PageServer>(
         [&host, rights](Client& client) { return std::make_unique<HostPeer>(host, client, rights); });
     if (options.goesOn)
