@@ -55,7 +55,7 @@ Answer RunningRecording::Stop()
                                    : QVariant(QString::fromUtf8(std::exchange(m_text, {})));
     return {QVariantMap{{QStringLiteral("lines"), m_lines},
                         {hasFile ? QStringLiteral("file") : QStringLiteral("text"), where}},
-            m_error};
+            hasFile ? m_error : QString()};
 }
 
 /// What a fresh host lacks to be as this one is.

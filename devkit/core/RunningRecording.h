@@ -22,8 +22,8 @@ public:
     /// what the store holds cannot be read.
     QString Start(const QString& file);
 
-    /// {"lines", "text"}, or with a file {"lines", "file"}. An error where some of it could not be written, or where
-    /// there is no recording.
+    /// {"lines", "text"}, or with a file {"lines", "file"}. An error where the file could not be written to the end, or
+    /// where there is no recording. A text that became too long for the memory is cut.
     Answer Stop();
 
     bool IsOn() const { return m_recorder != nullptr; }

@@ -238,7 +238,7 @@ std::vector<Command> Session::OwnCommands()
          },
          Turn::Any},
         {"record",
-         "what changes something and what the plug-in does, into a file; without one the end of it answers the text",
+         "records requests and what the plug-in does: into a file, or into the answer at the end",
          {{"on", Kind::Bool, kOptional}, {"file", Kind::Name, kOptional, nullptr, ""}},
          [this](const Arguments& arguments) { return Record(arguments); }},
         {"quit",

@@ -43,7 +43,7 @@ export interface Commands {
   "metrics.fault": { code: number; count?: number; function?: string };
   /// ends the host
   quit: Record<string, never>;
-  /// what changes something and what the plug-in does, into a file; without one the end of it answers the text
+  /// records requests and what the plug-in does: into a file, or into the answer at the end
   record: { on?: boolean; file?: string };
   /// removes a value of the registry
   "registry.remove": { root: "machine" | "user"; key: string; value: string };
