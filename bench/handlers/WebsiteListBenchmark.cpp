@@ -53,7 +53,6 @@ public:
     {
         m_host.Put(kAllowedWebsites, {});
         m_host.Put(kDeniedWebsites, {});
-        m_host.ForgetHistory();
     }
 
 private:
@@ -74,8 +73,8 @@ void MakeRows(PageHost& host, const Sites& sites)
     for (const Settings::Site& site : sites)
         (site.allowed ? allowed : denied)
             .append(QVariantMap{{column, QString::fromStdString(site.Url)}, {readOnly, false}});
-    host.Put(kAllowedWebsites, allowed);
-    host.Put(kDeniedWebsites, denied);
+    host.Write(kAllowedWebsites, allowed);
+    host.Write(kDeniedWebsites, denied);
 }
 
 void PublishTables(benchmark::State& state)

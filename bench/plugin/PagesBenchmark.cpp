@@ -31,7 +31,7 @@ void PublishAllPages(benchmark::State& state)
         turns.Both([&] { plugIn.host.Fire(kLoadData); },
                    [&] {
                        for (const auto& [id, value] : writes)
-                           other.Put(id, value);
+                           other.Write(id, value);
                    });
     }
 }

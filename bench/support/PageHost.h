@@ -11,7 +11,7 @@
 class PageHub
 {
 protected:
-    VariableHub m_variables{[](const QString&) {}};
+    VariableHub m_variables{[](const QString&) {}, {1, 0}}; // whose history holds nothing for long
 };
 
 /// The development host's variables, and the page that uses them.
@@ -25,6 +25,8 @@ public:
         m_variables.Set(id.ToString(), value, Actor::Page);
     }
     void Fire(const char* trigger) { m_variables.Trigger(QLatin1String(trigger), {}, Actor::Page); }
+    /// As a plug-in does.
+    void Write(const VariableIdentifier& id, const QVariant& value) { m_peer->SetValue(id, value, 0); }
     QVariant Value(const VariableIdentifier& id) const { return m_variables.Value(id.ToString()); }
 
     /// Runs what the plug-in asked to be run once the event loop is ready.
@@ -39,10 +41,6 @@ public:
         });
     }
 
-    /// Forgets what the history keeps of values.
-    void ForgetHistory()
-    {
-        for (std::size_t i = 0; i < History::kMostChanges; ++i)
-            m_variables.Trigger(QStringLiteral("@Bench:forget"), {}, Actor::Page);
-    }
+private:
+    IDataPeer* const m_peer = GetDataPeer();
 };

@@ -52,7 +52,7 @@ const VariableChange& History::Add(VariableChange change)
     m_sizes.push_back(SizeOf(change.value) + SizeOf(change.name));
     m_bytes += m_sizes.back();
     m_changes.push_back(std::move(change));
-    while (m_changes.size() > 1 && (m_changes.size() > kMostChanges || m_bytes > kMostBytes))
+    while (m_changes.size() > 1 && (m_changes.size() > m_limits.changes || m_bytes > m_limits.bytes))
     {
         m_bytes -= m_sizes.front();
         m_sizes.pop_front();

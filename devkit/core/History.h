@@ -11,14 +11,20 @@
 class History
 {
 public:
-    static constexpr std::size_t kMostChanges = 100'000;
-    static constexpr qint64 kMostBytes = 64LL * 1024 * 1024;
+    struct Limits
+    {
+        std::size_t changes = 100'000;
+        qint64 bytes = 64LL * 1024 * 1024;
+    };
+
+    explicit History(Limits limits) : m_limits(limits) {}
 
     /// Gives the change its sequence number and keeps it.
     const VariableChange& Add(VariableChange change);
     const std::deque<VariableChange>& Changes() const { return m_changes; }
 
 private:
+    const Limits m_limits;
     std::deque<VariableChange> m_changes;
     std::deque<qint64> m_sizes;
     qint64 m_bytes = 0;

@@ -49,7 +49,7 @@ QVariantMap VariableHub::View::Describe() const
             {QStringLiteral("triggers"), triggers}};
 }
 
-VariableHub::VariableHub(Warn warn) : m_warn(std::move(warn)) {}
+VariableHub::VariableHub(Warn warn, History::Limits limits) : m_history(limits), m_warn(std::move(warn)) {}
 
 QVariant VariableHub::Value(const QString& name) const
 {

@@ -48,7 +48,7 @@ public:
         QVariantMap Describe() const;
     };
 
-    explicit VariableHub(Warn warn);
+    explicit VariableHub(Warn warn, History::Limits limits = {});
 
     QVariant Value(const QString& name) const;
     void Set(const QString& name, const QVariant& value, Actor by);

@@ -164,16 +164,18 @@ TEST_F(VariableHubTest, ObserverLearnsOfChangesBeforeTheSubscribersAndInTheirOrd
 
 TEST_F(VariableHubTest, HistoryKeepsWhatIsNewWithinItsLimits)
 {
-    const QString large(1'000'000, u'x');
+    VariableHub bounded(warn, {50, 100'000});
+    const QString large(1'000, u'x');
     for (int i = 0; i < 100; ++i)
-        hub.Set("@P:a", QVariantList{i, QVariantMap{{"text", large}}}, Actor::Page);
-    const auto& changes = hub.Changes();
-    EXPECT_LE(changes.size() * 2'000'000, static_cast<std::size_t>(History::kMostBytes));
+        bounded.Set("@P:a", QVariantList{i, QVariantMap{{"text", large}}}, Actor::Page);
+    const auto& changes = bounded.Changes();
+    EXPECT_LE(changes.size() * 2'000, 100'000U);
     EXPECT_GT(changes.size(), 20U);
+    EXPECT_LT(changes.size(), 50U);
     EXPECT_EQ(changes.back().sequence, 100U);
-    for (std::size_t i = 0; i < History::kMostChanges; ++i)
-        hub.Trigger("@P:b", {}, Actor::Page);
-    EXPECT_EQ(changes.size(), History::kMostChanges);
+    for (int i = 0; i < 50; ++i)
+        bounded.Trigger("@P:b", {}, Actor::Page);
+    EXPECT_EQ(changes.size(), 50U);
     EXPECT_EQ(changes.front().sequence, 101U);
 }
 
