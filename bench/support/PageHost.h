@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 
 #include <functional>
+#include <memory>
 
 /// What a page host is made on.
 class PageHub
@@ -14,7 +15,8 @@ protected:
     VariableHub m_variables{[](const QString&) {}, {1, 0}}; // whose history holds nothing for long
 };
 
-/// The development host's variables, and the page that uses them.
+/// The development host's variables, and the page that uses them. Keeps what the plug-in writes without a copy: what
+/// the plug-in does is measured, not what a host does with it.
 class PageHost : private PageHub, public PlugInManager
 {
 public:
@@ -26,7 +28,10 @@ public:
     }
     void Fire(const char* trigger) { m_variables.Trigger(QLatin1String(trigger), {}, Actor::Page); }
     /// As a plug-in does.
-    void Write(const VariableIdentifier& id, const QVariant& value) { m_peer->SetValue(id, value, 0); }
+    void Write(const VariableIdentifier& id, const QVariant& value)
+    {
+        m_variables.Set(id.ToString(), value, Actor::PlugIn);
+    }
     QVariant Value(const VariableIdentifier& id) const { return m_variables.Value(id.ToString()); }
 
     /// Runs what the plug-in asked to be run once the event loop is ready.
@@ -41,6 +46,20 @@ public:
         });
     }
 
+    IDataPeer* GetDataPeer() override { return Give(std::make_unique<Peer>(*this)); }
+
 private:
-    IDataPeer* const m_peer = GetDataPeer();
+    class Peer final : public DataPeer
+    {
+    public:
+        explicit Peer(PageHost& host) : DataPeer(host.m_variables), m_host(host) {}
+        bool SetValue(const VariableIdentifier& id, const QVariant& value, int) override
+        {
+            m_host.Write(id, value);
+            return true;
+        }
+
+    private:
+        PageHost& m_host;
+    };
 };
