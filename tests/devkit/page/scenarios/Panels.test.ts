@@ -69,7 +69,7 @@ test("what another process causes touches the row of the variable alone", async 
   });
   host.strata("--scope", "system", "set", "windows.browsing_protection.enabled", "false");
   await becomes(() => value("main_status"), '"UsersNotProtected"');
-  await row("main_status").locator(".flash").waitFor({ state: "attached" });
+  await row("main_status").locator(".flash").waitFor();
   const touched = await page.evaluate(() => [...new Set((window as unknown as { touched: string[] }).touched)]);
   assert.ok(touched.includes("main_status") && !touched.includes("the list") && !touched.includes("Status:"), String(touched));
 
@@ -107,7 +107,7 @@ test("a branch is closed, pinned, and shows that something changes below it", as
   await page.getByRole("button", { name: "Pin @ContentControl\\Status:" }).click();
   await first.getByRole("button", { name: "@ContentControl\\Status:", exact: true }).waitFor();
   await host.request("set", { name: status, value: "UsersProtected" });
-  await first.locator(".flash").waitFor({ state: "attached" });
+  await first.locator(".flash").waitFor();
   await page.getByRole("button", { name: "Pin @ContentControl\\Status:" }).first().click();
   await becomes(() => first.getByRole("button").first().textContent(), before);
 });
