@@ -4,8 +4,8 @@ import {
 } from "../model/Activity";
 import { useFeed } from "../model/Feed";
 import { flyers, pressButton } from "../model/Flyers";
-import { attempt } from "../model/Notices";
-import { Field } from "../parts/Field";
+import { Button } from "../parts/Button";
+import { Field, Form } from "../parts/Field";
 import { Card, Page } from "../parts/Page";
 import { Rows } from "../parts/Rows";
 
@@ -46,16 +46,15 @@ function Flyers() {
           <td>{state}</td>
           <td class="actions">
             {buttons.map(({ caption, action }, i) => (
-              <button
+              <Button
                 key={i}
-                type="button"
-                class="quiet"
-                title={action ?? "closes the flyer"}
+                quiet
+                label={`${caption}: ${action ?? "closes the flyer"}`}
                 disabled={state !== "shown"}
-                onClick={() => attempt(() => pressButton(id, i))}
+                onPress={() => pressButton(id, i)}
               >
                 {caption}
-              </button>
+              </Button>
             ))}
           </td>
         </>
@@ -75,16 +74,10 @@ interface LineFormProps {
 function LineForm({ label, action, run }: LineFormProps) {
   const [typed, setTyped] = useState("");
   return (
-    <form
-      class="inline"
-      onSubmit={(event) => {
-        event.preventDefault();
-        attempt(() => run(typed));
-      }}
-    >
+    <Form class="inline" onSubmit={() => run(typed)}>
       <Field label={label} value={typed} onType={setTyped} />
       <button class="button">{action}</button>
-    </form>
+    </Form>
   );
 }
 

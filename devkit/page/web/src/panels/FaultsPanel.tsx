@@ -1,10 +1,11 @@
 import { useState } from "preact/hooks";
-import type { FaultLibrary, FaultRow } from "../connection/Protocol";
+import type { FaultRow } from "../connection/Protocol";
 import { clearFaults, faults, functions, libraryOf, setFault, takeBack } from "../model/Faults";
-import { attempt } from "../model/Notices";
-import { Field, options, Select } from "../parts/Field";
+import { Button } from "../parts/Button";
+import { Field, Form, named } from "../parts/Field";
 import { Card, Page } from "../parts/Page";
 import { Rows } from "../parts/Rows";
+import { Select } from "../parts/Select";
 
 /// Codes that the suite's libraries answer with.
 const codes = [
@@ -16,7 +17,6 @@ const codes = [
   ["112", "the store failed"],
   ["170", "busy"],
 ] as const;
-const libraries: Readonly<Record<FaultLibrary, string>> = { store: "Store", flyer: "Flyers", metrics: "Metrics" };
 
 function NewFault() {
   const [name, setName] = useState("OrbStrata_SetBool");
@@ -32,25 +32,13 @@ function NewFault() {
     ...(library === "store" && key.trim() && { key: key.trim() }),
   };
   return (
-    <form
-      class="fields"
-      onSubmit={(event) => {
-        event.preventDefault();
-        attempt(() => setFault(fault));
-      }}
-    >
-      <Select label="Function" value={name} onChoose={setName}>
-        {(Object.keys(libraries) as FaultLibrary[]).map((each) => (
-          <optgroup key={each} label={libraries[each]}>
-            {options(functions.value[each])}
-          </optgroup>
-        ))}
-      </Select>
+    <Form onSubmit={() => setFault(fault)}>
+      <Select label="Function" value={name} options={named(Object.values(functions.value).flat())} onChoose={setName} />
       <Field label="Key" value={key} onType={setKey} placeholder="any" disabled={library !== "store"} />
       <Field label="Code" type="number" value={code} onType={setCode} suggestions={codes} required />
       <Field label="Calls (0: until it is cleared)" type="number" value={count} onType={setCount} min={0} required />
       <button class="button primary">Set fault</button>
-    </form>
+    </Form>
   );
 }
 
@@ -63,14 +51,9 @@ function Cells({ fault }: { fault: FaultRow }) {
       <td>{code}</td>
       <td>{count === 0 ? "until cleared" : count}</td>
       <td>
-        <button
-          type="button"
-          class="quiet"
-          aria-label={`Take back ${name} ${key}`}
-          onClick={() => attempt(() => takeBack(fault))}
-        >
+        <Button quiet label={`Take back ${name} ${key}`} onPress={() => takeBack(fault)}>
           Take back
-        </button>
+        </Button>
       </td>
     </>
   );
@@ -93,14 +76,9 @@ export function FaultsPanel() {
           rowHeight={34}
         />
         <div class="buttons">
-          <button
-            type="button"
-            class="button"
-            disabled={faults.value.length === 0}
-            onClick={() => attempt(clearFaults)}
-          >
+          <Button disabled={faults.value.length === 0} onPress={clearFaults}>
             Clear all
-          </button>
+          </Button>
         </div>
       </Card>
     </Page>

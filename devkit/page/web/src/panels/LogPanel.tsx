@@ -2,12 +2,17 @@ import { useState } from "preact/hooks";
 import { levels, type LogLine } from "../logic/LogLine";
 import { useFeed } from "../model/Feed";
 import { logFilter, logLevel, LogTail } from "../model/LogTail";
-import { Select } from "../parts/Field";
+import { Button } from "../parts/Button";
 import { Card, Page } from "../parts/Page";
 import { Rows } from "../parts/Rows";
+import { Select } from "../parts/Select";
 import { FilterField, Hold, Tools } from "../parts/Tools";
 
 const heads = ["Time", "Level", "Message"];
+const levelOptions = [
+  ["0", "All"],
+  ...levels.map((name, i) => [String(i + 1), i === 0 ? name : `${name} and graver`] as const),
+] as const;
 
 function Cells({ line: { time, level, message }, onSelect }: { line: LogLine; onSelect(): void }) {
   return (
@@ -16,9 +21,9 @@ function Cells({ line: { time, level, message }, onSelect }: { line: LogLine; on
       <td class={level > 0 && level <= 2 ? "grave" : undefined}>{time && levels[level - 1]}</td>
       <td>
         {message && (
-          <button type="button" class="quiet code" onClick={onSelect}>
-            {message}
-          </button>
+          <Button quiet onPress={onSelect}>
+            <span class="code">{message}</span>
+          </Button>
         )}
       </td>
     </>
@@ -36,15 +41,9 @@ export function LogPanel() {
         <Select
           label="Level"
           value={String(logLevel.value)}
+          options={levelOptions}
           onChoose={(level) => tail.filter(logFilter.value, Number(level))}
-        >
-          <option value={0}>All</option>
-          {levels.map((name, i) => (
-            <option key={name} value={i + 1}>
-              {i === 0 ? name : `${name} and graver`}
-            </option>
-          ))}
-        </Select>
+        />
         <span class="faint">
           {tail.rows.value.length} of {tail.count}
         </span>

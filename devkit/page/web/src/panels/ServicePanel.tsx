@@ -8,8 +8,9 @@ import {
 } from "../model/Service";
 import { settingValue } from "../model/Settings";
 import { knownSettings, scopes } from "../model/StoreTable";
-import { Field, options, Select } from "../parts/Field";
+import { Field, named } from "../parts/Field";
 import { Card, Page } from "../parts/Page";
+import { Select } from "../parts/Select";
 
 type Deeds = Readonly<Record<string, () => readonly Request[]>>;
 
@@ -113,9 +114,7 @@ function Policy() {
       title="Policy"
       deeds={{ Enforce: () => enforce(scope, key, true), "Enforce no longer": () => enforce(scope, key, false) }}
     >
-      <Select label="Scope" value={scope} onChoose={setScope}>
-        {options(scopes)}
-      </Select>
+      <Select label="Scope" value={scope} options={named(scopes)} onChoose={setScope} />
       <Field label="Setting" value={key} onType={setKey} suggestions={[...knownSettings().keys()].map((name) => [name])} />
     </Deed>
   );

@@ -7,11 +7,14 @@ import {
   enforceSetting, isEnforcedEntry, removeSetting, scopes, settingTypes, storedOnly, storeFilter, StoreTable,
   writeSetting, type Setting,
 } from "../model/StoreTable";
-import { Field, options, Select } from "../parts/Field";
+import { Button } from "../parts/Button";
+import { Facts } from "../parts/Facts";
+import { Field, Form, named } from "../parts/Field";
 import { Icon } from "../parts/Icon";
 import { JsonEditor } from "../parts/JsonEditor";
 import { Card, Page } from "../parts/Page";
 import { Rows } from "../parts/Rows";
+import { Select } from "../parts/Select";
 import { Switch } from "../parts/Switch";
 import { FilterField, Hold, Tools } from "../parts/Tools";
 
@@ -24,14 +27,9 @@ function Cells({ table, setting }: { table: StoreTable; setting: Setting }) {
     <>
       <td>
         <i key={changes} class={changes > 0 ? "flash" : undefined} />
-        <button
-          type="button"
-          class="quiet code"
-          aria-label={`${scope} ${key}`}
-          onClick={() => (table.selected.value = setting)}
-        >
-          {key}
-        </button>
+        <Button quiet label={`${scope} ${key}`} onPress={() => (table.selected.value = setting)}>
+          <span class="code">{key}</span>
+        </Button>
         <span class="faint stored">{known?.purpose}</span>
       </td>
       <td>{scope}</td>
@@ -58,18 +56,15 @@ function Editor({ setting }: { setting: Setting }) {
   return (
     <Card title={`${scope} ${key}`} class="selected">
       <p>{known?.purpose ?? "Not one of the feature's settings."}</p>
-      <dl class="facts">
-        <dt>In the store</dt>
-        <dd class="code">{entry?.found ? brief(entry.value) : "no value"}</dd>
-        <dt>Default</dt>
-        <dd class="code">{known ? brief(known.otherwise) : "none"}</dd>
-        <dt>Constraint word</dt>
-        <dd class="code">{entry?.constraints ?? 0}</dd>
-      </dl>
+      <Facts
+        facts={[
+          { name: "In the store", value: entry?.found ? brief(entry.value) : "no value" },
+          { name: "Default", value: known ? brief(known.otherwise) : "none" },
+          { name: "Constraint word", value: entry?.constraints ?? 0 },
+        ]}
+      />
       <div class="fields">
-        <Select label="Type" value={type} onChoose={setType}>
-          {options(settingTypes)}
-        </Select>
+        <Select label="Type" value={type} options={named(settingTypes)} onChoose={setType} />
       </div>
       <JsonEditor
         label="Value"
@@ -84,9 +79,9 @@ function Editor({ setting }: { setting: Setting }) {
         onMove={(on) => attempt(() => enforceSetting(setting, on))}
       />
       <div class="buttons">
-        <button type="button" class="button" disabled={!entry} onClick={() => attempt(() => removeSetting(setting))}>
+        <Button disabled={!entry} onPress={() => removeSetting(setting)}>
           Remove
-        </button>
+        </Button>
       </div>
     </Card>
   );
@@ -96,19 +91,11 @@ function OtherKey({ table }: { table: StoreTable }) {
   const [scope, setScope] = useState<string>("user");
   const [key, setKey] = useState("");
   return (
-    <form
-      class="inline"
-      onSubmit={(event) => {
-        event.preventDefault();
-        if (key.trim()) table.open(scope, key.trim());
-      }}
-    >
-      <Select label="Scope" value={scope} onChoose={setScope}>
-        {options(scopes)}
-      </Select>
+    <Form class="inline" onSubmit={() => key.trim() && table.open(scope, key.trim())}>
+      <Select label="Scope" value={scope} options={named(scopes)} onChoose={setScope} />
       <Field label="Key" value={key} onType={setKey} />
       <button class="button">Open</button>
-    </form>
+    </Form>
   );
 }
 

@@ -1,5 +1,27 @@
 import type { ComponentChildren } from "preact";
 import { useId } from "preact/hooks";
+import { attempt } from "../model/Notices";
+
+interface FormProps {
+  class?: "inline" | "fields";
+  /// What fails of it is told.
+  onSubmit(): unknown;
+  children: ComponentChildren;
+}
+
+export function Form({ class: look = "fields", onSubmit, children }: FormProps) {
+  return (
+    <form
+      class={look}
+      onSubmit={(event) => {
+        event.preventDefault();
+        attempt(async () => void (await onSubmit()));
+      }}
+    >
+      {children}
+    </form>
+  );
+}
 
 interface FieldProps {
   label: string;
@@ -14,53 +36,32 @@ interface FieldProps {
   disabled?: boolean;
 }
 
-/// A label and its input, beside each other in a form.
 export function Field({ label, type = "text", value, onType, suggestions, ...attributes }: FieldProps) {
-  const id = useId();
+  const list = useId();
   return (
-    <>
-      <label for={id}>{label}</label>
+    <label>
+      {label}
       <input
         {...attributes}
-        id={id}
         type={type}
         value={value}
         spellcheck={false}
         autoComplete="off"
-        list={suggestions && `${id}list`}
+        list={suggestions && list}
         onInput={(event) => onType(event.currentTarget.value)}
       />
       {suggestions && (
-        <datalist id={`${id}list`}>
+        <datalist id={list}>
           {suggestions.map(([each, meaning]) => (
             <option key={each} value={each} label={meaning} />
           ))}
         </datalist>
       )}
-    </>
+    </label>
   );
 }
 
-interface SelectProps {
-  label: string;
-  value: string;
-  onChoose(value: string): void;
-  /// Its options.
-  children: ComponentChildren;
-}
-
-export function Select({ label, value, onChoose, children }: SelectProps) {
-  const id = useId();
-  return (
-    <>
-      <label for={id}>{label}</label>
-      <select id={id} value={value} onChange={(event) => onChoose(event.currentTarget.value)}>
-        {children}
-      </select>
-    </>
-  );
-}
-
-export function options(names: readonly string[]): ComponentChildren {
-  return names.map((name) => <option key={name}>{name}</option>);
+/// Options that are called what they are.
+export function named(names: readonly string[]): (readonly [string, string])[] {
+  return names.map((name) => [name, name]);
 }

@@ -1,8 +1,8 @@
 import type { FaultRow } from "../connection/Protocol";
 import { clearFaults, faults } from "../model/Faults";
-import { attempt } from "../model/Notices";
 import { addressOf } from "../model/Route";
 import { blockShown } from "../model/TimeLock";
+import { Button } from "./Button";
 import { Icon } from "./Icon";
 
 function named(active: readonly FaultRow[]): string {
@@ -31,9 +31,9 @@ export function InSight({ onPanel }: { onPanel: boolean }) {
             <span class="code">{named(active)}</span>
           </span>
           <a href={addressOf("faults")}>Show</a>
-          <button type="button" class="quiet" onClick={() => attempt(clearFaults)}>
+          <Button quiet onPress={clearFaults}>
             Clear
-          </button>
+          </Button>
         </p>
       )}
     </div>
