@@ -98,6 +98,10 @@ QVariant Parameter::FromWord(const QString& word) const
         return word;
     case ArgumentKind::Strings:
         return QVariantList{word};
+    case ArgumentKind::Bool:
+        if (word == QLatin1String("on") || word == QLatin1String("off"))
+            return word == QLatin1String("on");
+        break;
     case ArgumentKind::Constraints:
         if (word == QLatin1String("enforced") || word == QLatin1String("none"))
             return word == QLatin1String("enforced") ? 1 : 0;

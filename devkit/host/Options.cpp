@@ -56,6 +56,8 @@ Options Options::FromCommandLine()
         problem = QStringLiteral("--no-page excludes --page and --open.");
     else if (parser.isSet(replay) && (parser.isSet(jsonLines) || parser.isSet(data) || parser.isSet(page)))
         problem = QStringLiteral("--replay excludes --jsonl, --data and --page.");
+    else if (parser.isSet(renew) && !parser.isSet(replay))
+        problem = QStringLiteral("--renew goes with --replay.");
     else if (!parser.positionalArguments().isEmpty())
         problem = QStringLiteral("There are no arguments but options; see --help.");
     return {parser.isSet(jsonLines),
