@@ -127,6 +127,23 @@ test("the administrator's websites stay when the list is cleared, and clearing i
   await becomes(() => addresses("Allowed websites"), ["books.example", "school.example"]);
 });
 
+test("twenty thousand websites are scrolled, searched and changed like twenty", async () => {
+  const all = Array.from({ length: 20_000 }, (_, i) => ({ url: `site-${i}.example`, label: "", allowed: true }));
+  await host.set("user", sites, "object", all);
+  const allowed = page.getByRole("region", { name: "Allowed websites" });
+  await allowed.getByText("20,001 websites").waitFor(); // with the administrator's one
+  assert.equal(await table("Allowed websites").getAttribute("aria-rowcount"), "20002");
+  await allowed.getByRole("group").evaluate((list) => (list.scrollTop = list.scrollHeight));
+  await table("Allowed websites").getByText("site-9999.example").waitFor();
+  assert.ok((await addresses("Allowed websites")).length < 50);
+  await allowed.getByRole("searchbox").fill("site-4711.");
+  await becomes(() => addresses("Allowed websites"), ["site-4711.example"]);
+  await page.getByRole("button", { name: "Remove site-4711.example" }).click();
+  await allowed.getByText("20,000 websites").waitFor();
+  assert.equal(((await host.setting("user", sites)) as unknown[]).length, 19_999);
+  await host.set("user", sites, "object", []);
+});
+
 test("hours are painted with the mouse and the keyboard, undone and saved", async () => {
   await go(page, "Time limits");
   await cell("Monday 13:00 to 14:00").dragTo(cell("Tuesday 14:00 to 15:00"));
@@ -178,6 +195,7 @@ test("statistics count in the language's plural forms, with a bar for each day",
   const day = (julianDate: number, websitesChecked: number) =>
     ({ julianDate, websitesChecked, bankingSessions: 0, harmfulBlocks: julianDate === today ? 1 : 0, wtsScans: 0, wtsBlocks: 0 });
   await host.set("user", "windows.browsing_protection.internal.statistics.daily_counters", "object", [day(today - 20, 2000), day(today, 1)]);
+  await host.request("settle");
   await host.request("strings", { language: "en", values: {} });
   await go(page, "Statistics");
   await page.getByText("2,001", { exact: true }).waitFor();
