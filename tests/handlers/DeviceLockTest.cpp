@@ -255,6 +255,19 @@ TEST_F(DeviceLockTest, ExtendsByTheChosenTime)
     }
 }
 
+TEST_F(DeviceLockTest, ALockThatIsBackAtOnceAfterAnExtensionIsANewOne)
+{
+    Start();
+    ServiceTriggers(-1);
+    m_host.PageSets(kIndex, 0);
+    m_host.PageFires(kExtend);
+    m_host.Forget();
+    Put(kUser, kTrigger, 0);
+    Deliver(); // and the event loop has not run yet
+    ServiceTriggers(-1);
+    EXPECT_THAT(m_host.Take("trigger"), ElementsAre("show_block_dialog", "grab_shortcuts"));
+}
+
 TEST_F(DeviceLockTest, ARepeatedExtensionPassesThroughZero)
 {
     Start();

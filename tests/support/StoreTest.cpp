@@ -131,9 +131,14 @@ void StoreTest::FailFlyers(const char* function, std::int32_t code)
     EXPECT_TRUE(m_flyerControl.NlFlyerControl_SetFault(function, code, 0)) << function;
 }
 
-void StoreTest::Settle()
+void StoreTest::Deliver()
 {
     ASSERT_TRUE(m_strata.OrbStrataControl_WaitForDelivery(10'000));
+}
+
+void StoreTest::Settle()
+{
+    Deliver();
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents();
 }

@@ -73,7 +73,8 @@ protected:
     void FailMetrics(std::int32_t code, std::uint32_t count) { m_metrics.OrbDpControl_SetFault(nullptr, code, count); }
     void FailFlyers(const char* function, std::int32_t code);
 
-    /// Waits until the changes made so far have reached the plug-in, on this thread, too.
+    /// Waits until the changes made so far have reached the plug-in on the store's thread; Settle(): on this one, too.
+    void Deliver();
     void Settle();
 
     /// The plug-in's value writes since the test began or since the last call.

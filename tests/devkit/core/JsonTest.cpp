@@ -25,6 +25,7 @@ TEST(JsonTest, IntegersAreExactToTheLastBit)
         EXPECT_EQ(Json::Write(parsed.value), text);
     }
     EXPECT_EQ(RoundTrip(Signed::min()).toLongLong(), Signed::min());
+    EXPECT_EQ(Json::Parse("-2147483648").value.userType(), QMetaType::Int);
     EXPECT_EQ(Json::Parse("18446744073709551616").value.userType(), QMetaType::Double);
 }
 

@@ -24,6 +24,7 @@ TEST(LineEditorTest, KeysEditTheLineAtTheCursor)
     EXPECT_EQ(TypedOnce(QByteArray("abx") + kLeft + kDelete + "c\r"), "abc");
     EXPECT_EQ(TypedOnce(QByteArray("ac") + kLeft + kLeft + kLeft + kRight + "b\r"), "abc");
     EXPECT_EQ(TypedOnce("set one two\x17three\r"), "set one three");
+    EXPECT_EQ(TypedOnce("set one two \x17three\r"), "set one three");
     EXPECT_EQ(TypedOnce("gone\x15kept\r"), "kept");
     EXPECT_EQ(TypedOnce("kept gone\x01\x1b[C\x1b[C\x1b[C\x1b[C\x0b\r"), "kept");
     EXPECT_EQ(TypedOnce("\x7f\x7f\x1b[Dx\x1b[15~\x1bq\r"), "x");

@@ -39,8 +39,10 @@ TEST_F(Notification, OtherHandlesHearRealChangesInOrderAndTheWriterDoesNot)
     OrbStrata_SetBool(writer, L"c", true);
     OrbStrataControl_Remove(writer, L"a");
     OrbStrataControl_Remove(writer, L"a");
-    EXPECT_THAT(heard.Take(),
-                ElementsAre("a changed", R"(b changed [{"x":1}])", "a changed", "a changed", "a removed"));
+    OrbStrata_SetConstraints(writer, L"a", 2);
+    OrbStrataControl_Remove(writer, L"a"); // which holds no value
+    EXPECT_THAT(heard.Take(), ElementsAre("a changed", R"(b changed [{"x":1}])", "a changed", "a changed", "a removed",
+                                          "a changed", "a removed"));
     EXPECT_THAT(own.Take(), IsEmpty());
     EXPECT_THAT(elsewhere.Take(), IsEmpty());
 }

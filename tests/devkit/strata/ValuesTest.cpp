@@ -51,7 +51,8 @@ TEST_F(Values, ScopesAreSeparateAndTheEmptySidIsTheCallersOwn)
     OrbStrataControl_SetWriteObserver(nullptr, nullptr);
     const Opened bySid(Kind::Product, std::wstring(ownSid.begin(), ownSid.end()).c_str());
     EXPECT_EQ(OrbStrata_GetInt32(bySid, L"key", 0, nullptr), 3);
-    EXPECT_EQ(Opened(Kind::Product, L"S-1-x").Result(), OrbStrataResult{ORB_STRATA_INVALID_ARGUMENT});
+    for (const wchar_t* wrong : {L"S-1-x", L"S-1-5--18", L"S-1-5-"})
+        EXPECT_EQ(Opened(Kind::Product, wrong).Result(), OrbStrataResult{ORB_STRATA_INVALID_ARGUMENT}) << wrong;
 }
 
 TEST_F(Values, ReadThatFailsGivesTheDefaultAndSaysWhy)
