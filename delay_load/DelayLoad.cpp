@@ -6,7 +6,7 @@
 #include "platform/Path.h"
 #include "platform/Registry.h"
 #include "platform/SharedLibrary.h"
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <algorithm>
 #include <mutex>

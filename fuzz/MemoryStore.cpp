@@ -14,7 +14,7 @@ Value NL_SUITE_CALL NotFound(OrbStrataHandle, const wchar_t*, Value otherwise, O
 }
 
 template <class Char>
-Char* NL_SUITE_CALL NoText(OrbStrataHandle, const wchar_t*, const Char*, OrbStrataResult* result)
+Char* NL_SUITE_CALL NoString(OrbStrataHandle, const wchar_t*, const Char*, OrbStrataResult* result)
 {
     *result = ORB_STRATA_NOT_FOUND;
     return nullptr;
@@ -66,8 +66,8 @@ void MemoryStore::ReplaceScalars()
     m_table->OrbStrata_GetBool = &NotFound<bool>;
     m_table->OrbStrata_GetInt32 = &NotFound<std::int32_t>;
     m_table->OrbStrata_GetInt64 = &NotFound<std::int64_t>;
-    m_table->OrbStrata_GetString = &NoText<wchar_t>;
-    m_table->OrbStrata_GetStringUtf8 = &NoText<char>;
+    m_table->OrbStrata_GetString = &NoString<wchar_t>;
+    m_table->OrbStrata_GetStringUtf8 = &NoString<char>;
     m_table->OrbStrata_GetConstraints = &NoConstraints;
     m_table->OrbStrata_SetBool = &Accept<bool>;
     m_table->OrbStrata_SetInt32 = &Accept<std::int32_t>;
@@ -92,13 +92,13 @@ OrbStrataHandle MemoryStore::Open(const wchar_t*, const wchar_t*, const wchar_t*
 OrbStrataObject* MemoryStore::ReadObject(OrbStrataHandle, const wchar_t* key, OrbStrataResult* result)
 {
     OrbStrataObject* const object =
-        Get().m_failReads ? nullptr : OrbStrata_CreateObjectFromString(Get().Text(key).c_str());
+        Get().m_failReads ? nullptr : OrbStrata_CreateObjectFromString(Get().String(key).c_str());
     *result = Get().m_failReads ? ORB_STRATA_STORE_FAILED : object ? ORB_STRATA_SUCCESS : ORB_STRATA_NOT_FOUND;
     return object;
 }
 
 OrbStrataResult MemoryStore::WriteObject(OrbStrataHandle, const wchar_t* key, const OrbStrataObject* object)
 {
-    Get().Text(key) = Strata::PrintObject(*object);
+    Get().String(key) = Strata::PrintObject(*object);
     return ORB_STRATA_SUCCESS;
 }

@@ -20,7 +20,7 @@ public:
     void Clear();
 
     /// The text of a structured value, which need not be one; empty: there is no value.
-    std::string& Text(const std::wstring& key) { return m_texts[key]; }
+    std::string& String(const std::wstring& key) { return m_texts[key]; }
 
     /// Whether every read of a structured value fails from now on.
     void FailReads(bool fail) { m_failReads = fail; }

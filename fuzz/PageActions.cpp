@@ -84,7 +84,7 @@ public:
     }
 
 private:
-    VdnSettings& Settings() { return m_mainGui->AdminHandle()->WritableSettings(); }
+    VdnSettings& Settings() { return m_mainGui->Elevated()->WritableSettings(); }
 
     /// The handler follows the list of denied addresses only for a user who may have one.
     void SendItem(const VariableIdentifier& id, const QVariant& item, void (WebsiteListHandler::*handle)())

@@ -2,7 +2,7 @@
 
 #include "devkit/core/Json.h"
 #include "devkit/strata/Object.h"
-#include "devkit/strata_cli/EntryText.h"
+#include "devkit/strata_cli/EntryString.h"
 #include "fuzz/Target.h"
 
 namespace
@@ -29,7 +29,7 @@ void ImportScope(std::string_view text)
     for (auto it = entries.begin(); it != entries.end(); ++it)
         if (const Result<StoreEntry> entry = StoreEntry::FromJson(it.value()); entry.Ok())
             read.emplace(it.key(), entry.value);
-    const Json::Parsed again = Json::Parse(EntryText::Export(read));
+    const Json::Parsed again = Json::Parse(EntryString::Export(read));
     const QVariantMap exported = again.value.toMap();
     Require(again.error.isEmpty() && exported.size() == static_cast<int>(read.size()), "what is exported can be read");
     for (const auto& [key, entry] : read)

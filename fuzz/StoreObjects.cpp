@@ -46,7 +46,7 @@ void Read(const std::string& text)
 {
     MemoryStore& store = MemoryStore::Get();
     store.Clear();
-    store.Text(kKey) = text;
+    store.String(kKey) = text;
     PropertySet<Item> held(nullptr, kKey);
     held.Load(store.Handle());
     RequireSameFromText(held, text);

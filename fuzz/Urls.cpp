@@ -3,7 +3,7 @@
 #include "fuzz/HostOracle.h"
 #include "fuzz/PunycodeDecoder.h"
 #include "fuzz/Target.h"
-#include "platform/Text.h"
+#include "platform/Utf.h"
 #include "url/Punycode.h"
 #include "url/UrlUtil.h"
 

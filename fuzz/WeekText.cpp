@@ -26,7 +26,7 @@ void RequireRuns(const Settings::Curfews& curfews)
     }
 }
 
-void ReadText(const std::string& text)
+void ReadString(const std::string& text)
 {
     VdnSettings tree;
     Settings::Curfews& curfews = tree.time.curfews;
@@ -56,7 +56,7 @@ void ReadRanges(Numbers numbers)
 }
 
 const Target kTarget("week_text", [](std::string_view input) {
-    ReadText(std::string(input));
+    ReadString(std::string(input));
     ReadRanges(Numbers(input));
 });
 

@@ -85,7 +85,7 @@ void BrowserExtensionsHandler::ReinstallExtensions()
         LOG(log, 4, L"%s: User declined UAC prompt");
         return;
     }
-    const auto settings = mainGui->AdminHandle();
+    const auto settings = mainGui->Elevated();
     if (!settings)
     {
         LOG(log, 2, L"%s: Unknown elevation error");

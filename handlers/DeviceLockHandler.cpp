@@ -254,7 +254,7 @@ QString DeviceLockHandler::DayAndTime(std::int64_t time) const
     const QDateTime local = LocalTime::At(StrataSettings::TimePoint(std::chrono::seconds(time)));
     const auto named = [this](const VariableIdentifier& id, const char* otherwise) {
         const QString name = String(id);
-        return name.isEmpty() ? UiText(otherwise) : name;
+        return name.isEmpty() ? UiString(otherwise) : name;
     };
     QString day;
     switch (LocalTime::Today().daysTo(local.date()))
@@ -269,7 +269,7 @@ QString DeviceLockHandler::DayAndTime(std::int64_t time) const
         day = QLocale().toString(local.date(), QLocale::ShortFormat);
         break;
     }
-    return day + local.toString(UiText(" hh:mm"));
+    return day + local.toString(UiString(" hh:mm"));
 }
 
 void DeviceLockHandler::SendBlockMetrics()

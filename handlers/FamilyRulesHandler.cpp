@@ -54,7 +54,7 @@ constexpr std::chrono::milliseconds kLongestWait = std::chrono::hours(1); // mid
 constexpr std::uint32_t kDetachedProcess = 8;
 constexpr Seconds kDay = std::chrono::hours(24);
 
-QString TimeText(Seconds sinceMidnight)
+QString TimeString(Seconds sinceMidnight)
 {
     const auto seconds = static_cast<int>((sinceMidnight % kDay).count());
     return QLocale().toString(QTime(0, 0).addSecs(seconds), QLocale::ShortFormat);
@@ -262,10 +262,10 @@ void FamilyRulesHandler::LoadBedtimes(const Settings::Curfews& curfews)
 {
     const Bedtime weekday(curfews.days[kTuesday].Get(), curfews.schoolNights);
     const Bedtime weekend(curfews.days[kSaturday].Get(), curfews.weekends);
-    m_variables.Set(kWeekdayBedtimeStart, TimeText(weekday.start));
-    m_variables.Set(kWeekdayBedtimeStop, TimeText(weekday.stop));
-    m_variables.Set(kWeekendBedtimeStart, TimeText(weekend.start));
-    m_variables.Set(kWeekendBedtimeStop, TimeText(weekend.stop));
+    m_variables.Set(kWeekdayBedtimeStart, TimeString(weekday.start));
+    m_variables.Set(kWeekdayBedtimeStop, TimeString(weekday.stop));
+    m_variables.Set(kWeekendBedtimeStart, TimeString(weekend.start));
+    m_variables.Set(kWeekendBedtimeStop, TimeString(weekend.stop));
 }
 
 void FamilyRulesHandler::OnRefreshQuotasRemaining()
@@ -281,7 +281,7 @@ void FamilyRulesHandler::OnRefreshQuotasRemaining()
         m_timer.start(kRefreshInterval);
     else
         m_nextDay.start(std::min(LocalTime::UntilMidnight(), kLongestWait));
-    m_variables.Set(kMinutesRemaining, minutes ? QVariant(*minutes) : QVariant(UiText("unlimited")));
+    m_variables.Set(kMinutesRemaining, minutes ? QVariant(*minutes) : QVariant(UiString("unlimited")));
 }
 
 void FamilyRulesHandler::OnLinkClicked()

@@ -4,7 +4,7 @@
 
 void Handler::OnNotify(VariableIdentifier identifier)
 {
-    LOG(m_notifyLog, 5, L"%s: %ls", LogText(identifier).c_str());
+    LOG(m_notifyLog, 5, L"%s: %ls", LogString(identifier).c_str());
     for (const auto& [first, last] : m_rules)
     {
         const auto* rule = std::find_if(first, last, [&](const NotifyRule& each) { return each.id == identifier; });

@@ -237,14 +237,14 @@ void MainGuiHandler::OnSettingsSave()
 {
     LOG(kNotifyLog, 5, L"%s: Trigger Settings save event");
     m_variables.Set(kSaveResult, 0);
-    m_variables.Set(kSaveResultReceiver, UiText("VDNSettingsMultiPageHost"));
+    m_variables.Set(kSaveResultReceiver, UiString("VDNSettingsMultiPageHost"));
     m_variables.Fire(kSaveResultNotifier);
 }
 
 void MainGuiHandler::OnNotifyRequestShow(VariableIdentifier identifier)
 {
     const FunctionLog log(L"MainGuiHandler::OnNotifyRequestShow");
-    LOG(log, 5, L"%s: %ls", LogText(identifier).c_str());
+    LOG(log, 5, L"%s: %ls", LogString(identifier).c_str());
 
     LoadMissing();
     if (!m_elevated.IsAnyOpen() && !m_variables.Get(kMainGuiVisible).toBool())
@@ -288,7 +288,7 @@ void MainGuiHandler::OnUrlToSave(const VariableIdentifier& id)
 void MainGuiHandler::SaveFeatureSwitch(const VariableIdentifier& id)
 {
     const FunctionLog log(L"MainGuiHandler::SaveFeatureSwitch");
-    LOG(log, 5, L"%s: %ls", LogText(id).c_str());
+    LOG(log, 5, L"%s: %ls", LogString(id).c_str());
 
     const QString move = m_variables.Get(id).toString();
     if (move != QLatin1String("MoveOn") && move != QLatin1String("MoveOff"))

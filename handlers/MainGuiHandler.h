@@ -38,7 +38,7 @@ public:
     bool SaveAllowedUrl(const QString& url);
 
     /// The elevated settings and their life, as ElevatedPages says.
-    virtual std::shared_ptr<ElevatedSettings> AdminHandle() { return m_elevated.Settings(); }
+    virtual std::shared_ptr<ElevatedSettings> Elevated() { return m_elevated.Settings(); }
     virtual bool ShowUAC(bool reopen) { return m_elevated.ShowUAC(reopen); }
     void SetUnusedUI(std::uint32_t bits) { m_elevated.Remove(bits); }
     void UninitialiseAdminHandle() { m_elevated.Release(); }

@@ -9,7 +9,7 @@ namespace
 
 QString OnOff(bool on)
 {
-    return on ? UiText("On") : UiText("Off");
+    return on ? UiString("On") : UiString("Off");
 }
 
 } // namespace
@@ -17,15 +17,15 @@ QString OnOff(bool on)
 void MainPage::ShowStatus(const VdnSettings& system, UserSettings* user)
 {
     const bool isProtected = system.browsingProtection.enabled.Get();
-    m_variables.Set(kStatusLevel, isProtected ? UiText("Ok") : UiText("Error"));
-    m_variables.Set(kMainStatus, isProtected ? UiText("UsersProtected") : UiText("UsersNotProtected"));
+    m_variables.Set(kStatusLevel, isProtected ? UiString("Ok") : UiString("Error"));
+    m_variables.Set(kMainStatus, isProtected ? UiString("UsersProtected") : UiString("UsersNotProtected"));
     if (!isProtected)
-        return m_variables.Set(kSubStatus, UiText("BpOff"));
+        return m_variables.Set(kSubStatus, UiString("BpOff"));
     if (!user)
         return;
     const VdnSettings& settings = user->Settings();
     const bool isFiltered = settings.categories.enabled.Get() || settings.time.enabled.Get();
-    m_variables.Set(kSubStatus, isFiltered ? UiText("WfOn") : UiText("WfOff"));
+    m_variables.Set(kSubStatus, isFiltered ? UiString("WfOn") : UiString("WfOff"));
 }
 
 void MainPage::ShowSystemWideData(const VdnSettings& system)

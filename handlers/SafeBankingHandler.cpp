@@ -35,7 +35,7 @@ bool g_descriptionPrepared = false;
 
 QString Link(const QString& text, const QString& url)
 {
-    return UiText("<a href=\"%1\">%2</a>").arg(url.toHtmlEscaped(), text.toHtmlEscaped());
+    return UiString("<a href=\"%1\">%2</a>").arg(url.toHtmlEscaped(), text.toHtmlEscaped());
 }
 
 } // namespace

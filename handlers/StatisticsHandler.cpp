@@ -46,13 +46,13 @@ constexpr Counter kCounters[] = {
 
 VariableIdentifier PeriodVariable(int period)
 {
-    const QString id = UiText(kJson);
+    const QString id = UiString(kJson);
     return period == kAllTime ? id : id + QLatin1Char('_') + QString::number(period);
 }
 
 VariableIdentifier ValueBarVariable()
 {
-    return UiText(kJson) + QLatin1String("_valuebar");
+    return UiString(kJson) + QLatin1String("_valuebar");
 }
 
 VariableIdentifier DescriptionVariable(const Counter& counter, std::uint32_t count)
@@ -138,7 +138,7 @@ void StatisticsHandler::UpdateStatistics()
     QString valueBar;
     for (const int period : kPeriods)
     {
-        const QString text = TextOf(period, statistics);
+        const QString text = StringOf(period, statistics);
         m_variables.Set(PeriodVariable(period), text);
         if (valueBar.isEmpty() && !text.isEmpty())
         {
@@ -148,7 +148,7 @@ void StatisticsHandler::UpdateStatistics()
     }
 }
 
-QString StatisticsHandler::TextOf(int period, const Settings::CommonStatistics& statistics) const
+QString StatisticsHandler::StringOf(int period, const Settings::CommonStatistics& statistics) const
 {
     Counts counts;
     const auto today = static_cast<std::int32_t>(LocalTime::Today().toJulianDay());

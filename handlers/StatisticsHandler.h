@@ -30,7 +30,7 @@ private:
     void StartTimer(int milliseconds);
 
     /// The period's JSON text, empty where all its counts are 0.
-    QString TextOf(int period, const Settings::CommonStatistics& statistics) const;
+    QString StringOf(int period, const Settings::CommonStatistics& statistics) const;
 
     const std::shared_ptr<UserSettings> m_userSettings;
     QDate m_lastUpdate;

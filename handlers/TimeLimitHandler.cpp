@@ -1,6 +1,6 @@
 #include "handlers/TimeLimitHandler.h"
 
-#include "handlers/SaveController.h"
+#include "handlers/ElevatedSettings.h"
 #include "handlers/SharedVariables.h"
 #include "logging/FunctionLog.h"
 
@@ -83,8 +83,8 @@ void TimeLimitHandler::Load()
 void TimeLimitHandler::Save()
 {
     const EntryLog log(L"TimeLimitHandler::Save");
-    const auto saveController = SaveController(log, m_mainGui, L"initalized");
-    if (!saveController)
+    const auto elevated = FindElevatedSettings(log, m_mainGui, L"initalized");
+    if (!elevated)
         return;
 
     const std::string timeSlots = m_variables.Get(kTimeSlots).toByteArray().toStdString();
@@ -101,8 +101,8 @@ void TimeLimitHandler::Save()
         LOG(log, 3, L"%s: incorrect number of hours: %ls", limit.toString().toStdWString().c_str());
         return;
     }
-    SaveDailyTimeLimits(saveController->WritableSettings().time, {hours, timeSlots});
-    saveController->Save();
+    SaveDailyTimeLimits(elevated->WritableSettings().time, {hours, timeSlots});
+    elevated->Save();
 }
 
 void TimeLimitHandler::SaveDailyTimeLimits(Settings::Time& time, const Page& page)

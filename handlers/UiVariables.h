@@ -45,7 +45,7 @@ public:
 
     QVariant Get(const VariableIdentifier& id) const { return m_dataPeer->GetValue(id); }
 
-    /// Texts become the host's, which may unload this library: they must own their characters (see UiText()).
+    /// Strings become the host's, which may unload this library: they must own their characters (see UiString()).
     void Set(const VariableIdentifier& id, const QVariant& value) { m_dataPeer->SetValue(id, value, 0); }
 
     /// Sets each variable of the table, in its order.
@@ -65,13 +65,13 @@ private:
 };
 
 /// A text for the host, which keeps it: it owns its characters, unlike a QStringLiteral.
-inline QString UiText(const char* ascii)
+inline QString UiString(const char* ascii)
 {
     return QString::fromLatin1(ascii);
 }
 
 /// An identifier's text as log formats take it.
-inline std::wstring LogText(const VariableIdentifier& id)
+inline std::wstring LogString(const VariableIdentifier& id)
 {
     return id.ToString().toStdWString();
 }

@@ -1,6 +1,6 @@
 #include "handlers/WebFilteringHandler.h"
 
-#include "handlers/SaveController.h"
+#include "handlers/ElevatedSettings.h"
 #include "handlers/SharedVariables.h"
 #include "logging/FunctionLog.h"
 
@@ -34,7 +34,7 @@ constexpr int kTeenModePage = 0;
 
 QString CategoriesEntry()
 {
-    return UiText("Categories");
+    return UiString("Categories");
 }
 
 QString KeyOf(const Settings::Category& category)
@@ -48,9 +48,9 @@ QVariant GroupEntry(const Settings::Category& category, const QVariantMap& entri
     switch (category.name.group)
     {
     case Settings::Disturbing:
-        return entries.value(UiText("disturbing"));
+        return entries.value(UiString("disturbing"));
     case Settings::Shopping:
-        return entries.value(UiText("shopping"));
+        return entries.value(UiString("shopping"));
     default:
         return {};
     }
@@ -128,7 +128,7 @@ QVariantMap WebFilteringHandler::LoadCategoriesFromStrata(const Settings::Catego
 QVariantList WebFilteringHandler::ConvertList(const std::set<Settings::Site>& sites)
 {
     const EntryLog log(L"WebFilteringHandler::ConvertList");
-    const QString column = UiText("0");
+    const QString column = UiString("0");
     QVariantList rows;
     for (const Settings::Site& site : sites)
     {
@@ -143,8 +143,8 @@ QVariantList WebFilteringHandler::ConvertList(const std::set<Settings::Site>& si
 void WebFilteringHandler::Save()
 {
     const EntryLog log(L"WebFilteringHandler::Save");
-    const auto saveController = SaveController(log, m_mainGui, L"initalized");
-    if (!saveController)
+    const auto elevated = FindElevatedSettings(log, m_mainGui, L"initalized");
+    if (!elevated)
         return;
 
     const QVariant categoriesFilter = m_variables.Get(kCategoriesFilter);
@@ -153,7 +153,7 @@ void WebFilteringHandler::Save()
         LOG(log, 3, L"%s: categories_filter is not set"); // nothing is shown yet that could be saved
         return;
     }
-    VdnSettings& settings = saveController->WritableSettings();
+    VdnSettings& settings = elevated->WritableSettings();
     const auto user = m_userSettings.lock();
     const VdnSettings& shown = user ? user->Settings() : settings;
     const auto take = [](StrataSettings::Property<bool>& property, const StrataSettings::Property<bool>& shownProperty,
@@ -167,7 +167,7 @@ void WebFilteringHandler::Save()
         SetCategoriesToStrata(settings.categories, m_variables.Get(kCategories).toMap(), &shown.categories);
     else
         take(settings.fragfinn.enabled, shown.fragfinn.enabled, m_variables.Get(kAllowFragfinn).toBool());
-    saveController->Save();
+    elevated->Save();
 }
 
 void WebFilteringHandler::SetCategoriesToStrata(Settings::Categories& categories, const QVariantMap& map,

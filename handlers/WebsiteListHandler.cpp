@@ -1,7 +1,7 @@
 #include "handlers/WebsiteListHandler.h"
 
+#include "handlers/ElevatedSettings.h"
 #include "handlers/MainGuiHandler.h"
-#include "handlers/SaveController.h"
 #include "handlers/SharedVariables.h"
 #include "logging/FunctionLog.h"
 #include "url/UrlUtil.h"
@@ -26,13 +26,13 @@ const VariableIdentifier kAdminEntry("@Veridan\\Websites\\Strings:admin_entry");
 } // namespace
 
 /// What every row of a table is made with, shared by all of them.
-struct WebsiteListHandler::RowTexts
+struct WebsiteListHandler::RowStrings
 {
-    explicit RowTexts(QString administrator) : adminEntry(std::move(administrator)) {}
+    explicit RowStrings(QString administrator) : adminEntry(std::move(administrator)) {}
 
-    const QString column = UiText("0");
-    const QString readOnly = UiText("readonly");
-    const QString tooltip = UiText("tooltip");
+    const QString column = UiString("0");
+    const QString readOnly = UiString("readonly");
+    const QString tooltip = UiString("tooltip");
     const QString adminEntry; // "URL (admin entry)" is an administrator's tooltip
 };
 
@@ -78,7 +78,7 @@ bool WebsiteListHandler::Initialize(IPlugInManager* manager)
     const bool deniedEnabled = user && user->Settings().internal.sites.enabled.Get();
     if (deniedEnabled)
         Follow(kDeniedRules);
-    m_variables.Set(kEnableTabList, QStringList{UiText("true"), UiText(deniedEnabled ? "true" : "false")});
+    m_variables.Set(kEnableTabList, QStringList{UiString("true"), UiString(deniedEnabled ? "true" : "false")});
     FollowSettings();
     return true;
 }
@@ -111,7 +111,7 @@ void WebsiteListHandler::Load(const std::wstring&)
 QVariantList WebsiteListHandler::ConvertWebFilterList(const Sites& own, const Sites& administrator, bool allowed) const
 {
     const EntryLog log(L"WebsiteListHandler::ConvertWebFilterList");
-    const RowTexts texts(m_variables.Get(kAdminEntry).toString());
+    const RowStrings texts(m_variables.Get(kAdminEntry).toString());
     QVariantList rows;
     for (const Settings::Site& site : own)
         if (site.allowed == allowed)
@@ -127,13 +127,13 @@ QVariantList WebsiteListHandler::ConvertWebFilterList(const Sites& own, const Si
     return rows;
 }
 
-QVariantMap WebsiteListHandler::ParseItemIntoMap(const QString& url, bool adminEntry, const RowTexts& texts)
+QVariantMap WebsiteListHandler::ParseItemIntoMap(const QString& url, bool adminEntry, const RowStrings& texts)
 {
     const FunctionLog log(L"WebsiteListHandler::ParseItemIntoMap");
     LOG(log, 5, L"%s: Adding %ls into map with column index", url.toStdWString().c_str());
     QVariantMap row{{texts.column, url}, {texts.readOnly, adminEntry}};
     if (adminEntry)
-        row.insert(texts.tooltip, UiText("%1 (%2)").arg(url, texts.adminEntry));
+        row.insert(texts.tooltip, UiString("%1 (%2)").arg(url, texts.adminEntry));
     return row;
 }
 
@@ -187,16 +187,16 @@ void WebsiteListHandler::Clear(const VariableIdentifier& table, bool allowed)
 
 bool WebsiteListHandler::RemoveAll(bool allowed)
 {
-    const auto saveController = GetSaveController();
-    if (!saveController)
+    const auto elevated = GetSaveController();
+    if (!elevated)
         return false;
-    const auto result = saveController->WritableSettings().internal.sites.list.ChangeStored([allowed](Sites& sites) {
+    const auto result = elevated->WritableSettings().internal.sites.list.ChangeStored([allowed](Sites& sites) {
         const std::size_t before = sites.size();
         for (auto site = sites.begin(); site != sites.end();)
             site = site->allowed == allowed ? sites.erase(site) : std::next(site);
         return sites.size() != before;
     });
-    return saveController->Save() && result == SetResult::Stored;
+    return elevated->Save() && result == SetResult::Stored;
 }
 
 void WebsiteListHandler::HandleAllowedActionItem()
@@ -218,11 +218,11 @@ void WebsiteListHandler::HandleActionItem(const FunctionLog& log, const Variable
         LOG(log, 5, L"%s: Action item empty");
         return;
     }
-    if (const auto added = action.find(UiText("new")); added != action.end())
+    if (const auto added = action.find(UiString("new")); added != action.end())
         AddNewItem(added->toString(), allowed);
-    else if (const auto edited = action.find(UiText("edit")); edited != action.end())
+    else if (const auto edited = action.find(UiString("edit")); edited != action.end())
         EditOldItem(*edited, allowed);
-    else if (const auto removed = action.find(UiText("remove")); removed != action.end())
+    else if (const auto removed = action.find(UiString("remove")); removed != action.end())
         RemoveItem(removed->toString());
     else if (allowed)
         LOG(log, 2, L"%s: Unsupported allowed action");
@@ -256,11 +256,11 @@ void WebsiteListHandler::Add(const std::string& address, bool allowed)
 {
     const FunctionLog log(L"WebsiteListHandler::AddNewItem");
     LOG(log, 5, L"%s: Adding url, punycoded format: %hs", address.c_str());
-    const auto saveController = GetSaveController();
-    if (!saveController)
+    const auto elevated = GetSaveController();
+    if (!elevated)
         return;
-    saveController->WritableSettings().internal.sites.Add(Settings::Site(address, allowed, std::string()));
-    saveController->Save();
+    elevated->WritableSettings().internal.sites.Add(Settings::Site(address, allowed, std::string()));
+    elevated->Save();
 }
 
 /// Removing and adding are one change of the list: it is saved once, so that no failure comes between, and not begun
@@ -271,13 +271,13 @@ void WebsiteListHandler::EditOldItem(const QVariant& edit, bool allowed)
     if (!GetSaveController())
         return;
     const QVariantMap change = edit.toMap();
-    const QString original = change.value(UiText("old")).toString();
+    const QString original = change.value(UiString("old")).toString();
     if (original.isEmpty())
     {
         LOG(log, 2, L"%s: Edited item's original is empty");
         return;
     }
-    const std::string address = NewAddress(change.value(UiText("new")).toString());
+    const std::string address = NewAddress(change.value(UiString("new")).toString());
     if (address.empty())
         return;
     Remove(original);
@@ -286,27 +286,27 @@ void WebsiteListHandler::EditOldItem(const QVariant& edit, bool allowed)
 
 void WebsiteListHandler::RemoveItem(const QString& url)
 {
-    if (const auto saveController = Remove(url))
-        saveController->Save();
+    if (const auto elevated = Remove(url))
+        elevated->Save();
 }
 
 std::shared_ptr<ElevatedSettings> WebsiteListHandler::Remove(const QString& url) const
 {
     const FunctionLog log(L"WebsiteListHandler::RemoveItem");
     LOG(log, 5, L"%s: %ls", url.toStdWString().c_str());
-    const auto saveController = GetSaveController();
-    if (!saveController)
+    const auto elevated = GetSaveController();
+    if (!elevated)
         return nullptr;
     if (url.isEmpty())
     {
         LOG(log, 2, L"%s: New item empty");
         return nullptr;
     }
-    saveController->WritableSettings().internal.sites.Remove(url.toStdString());
-    return saveController;
+    elevated->WritableSettings().internal.sites.Remove(url.toStdString());
+    return elevated;
 }
 
 std::shared_ptr<ElevatedSettings> WebsiteListHandler::GetSaveController() const
 {
-    return SaveController(FunctionLog(L"WebsiteListHandler::GetSaveController"), m_mainGui, L"initialized");
+    return FindElevatedSettings(FunctionLog(L"WebsiteListHandler::GetSaveController"), m_mainGui, L"initialized");
 }

@@ -47,10 +47,10 @@ private:
     static const NotifyRule kNotifyRules[];
     static const NotifyRule kDeniedRules[];
 
-    struct RowTexts;
+    struct RowStrings;
 
     /// {"0": URL, "readonly": bool, "tooltip": text}, the last for an administrator's entry.
-    static QVariantMap ParseItemIntoMap(const QString& url, bool adminEntry, const RowTexts& texts);
+    static QVariantMap ParseItemIntoMap(const QString& url, bool adminEntry, const RowStrings& texts);
 
     /// Takes the site out of the list; null when nothing was, else what is to be saved.
     std::shared_ptr<ElevatedSettings> Remove(const QString& url) const;

@@ -108,8 +108,8 @@ void FileAccess::Write(const void* data, std::uint32_t bytes)
     const NamedMutex::Wait result = m_mutex.Lock(kMutexTimeoutMs);
     if (!IsHeldAfter(result))
     {
-        WriteDebug(Platform::FormatText(L"nl_orb_log!FileAccess::Write(): Failed to acquire file mutex, error=%lu\n",
-                                        static_cast<std::uint32_t>(result)));
+        WriteDebug(Platform::FormatString(L"nl_orb_log!FileAccess::Write(): Failed to acquire file mutex, error=%lu\n",
+                                          static_cast<std::uint32_t>(result)));
         return;
     }
     const NamedMutex::Unlocker unlocker(m_mutex);
@@ -229,7 +229,7 @@ void FileAccess::OpenFileMutex(const std::wstring& name, bool perUser)
     if (NamedMutex::IsAccessDenied(error))
         error = m_mutex.Open(name);
     if (error != 0)
-        WriteDebug(Platform::FormatText(L"Failed to open mutex '%s': Win32 error: %lu", name.c_str(), error));
+        WriteDebug(Platform::FormatString(L"Failed to open mutex '%s': Win32 error: %lu", name.c_str(), error));
 }
 
 std::wstring FileAccess::NumberedName(const std::wstring& path, std::uint32_t number)

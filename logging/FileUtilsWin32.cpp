@@ -23,7 +23,7 @@ bool FileUtilsWin32::FileRename(const std::wstring& from, const std::wstring& to
 {
     if (Platform::Move(from, to))
         return true;
-    const std::wstring text = Platform::FormatText(
+    const std::wstring text = Platform::FormatString(
         L"nl_orb_log!FileUtilsWin32::FileRename(): MoveFileEx '%s' -> '%s' failed with Win32 error: %lu\n",
         from.c_str(), to.c_str(), Platform::LastError());
     Platform::Get<Platform::DebugOutput>().Write(text.c_str());

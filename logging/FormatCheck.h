@@ -36,8 +36,8 @@ constexpr bool Suits(Platform::FormatArgument wanted)
     else if constexpr (std::is_pointer_v<T>)
     {
         using Target = std::remove_cv_t<std::remove_pointer_t<T>>;
-        return (wanted == FormatArgument::WideText && std::is_same_v<Target, wchar_t>) ||
-               (wanted == FormatArgument::NarrowText && std::is_same_v<Target, char>) ||
+        return (wanted == FormatArgument::WideString && std::is_same_v<Target, wchar_t>) ||
+               (wanted == FormatArgument::NarrowString && std::is_same_v<Target, char>) ||
                (wanted == FormatArgument::Pointer && !std::is_function_v<Target>);
     }
     else
@@ -84,7 +84,7 @@ template <class... Arguments>
 constexpr bool Matches(const wchar_t* format, Types<Arguments...>)
 {
     Reader reader(format);
-    return reader.Next() == Platform::FormatArgument::WideText // the function's name
+    return reader.Next() == Platform::FormatArgument::WideString // the function's name
            && (Suits<Arguments>(reader.Next()) && ...) && reader.IsThrough();
 }
 

@@ -10,7 +10,7 @@ namespace NlOrbLogging
 ///     template <class T>
 ///     inline constexpr auto LoadName = L"StrataSettings::Property<" + TypeName<T> + L">::Load";
 ///
-/// where TypeName<T> is another such text, made by LogName(L"bool"). The pointer that Text() gives is as lasting as
+/// where TypeName<T> is another such text, made by LogName(L"bool"). The pointer that String() gives is as lasting as
 /// the object.
 template <std::size_t Length>
 class LogName
@@ -19,7 +19,7 @@ public:
     constexpr LogName() = default;
     constexpr explicit LogName(const wchar_t (&text)[Length + 1]) { Put(0, text, Length); }
 
-    constexpr const wchar_t* Text() const { return m_text; }
+    constexpr const wchar_t* String() const { return m_text; }
 
     constexpr void Put(std::size_t at, const wchar_t* text, std::size_t count)
     {
@@ -38,8 +38,8 @@ template <std::size_t Left, std::size_t Right>
 constexpr auto operator+(const LogName<Left>& left, const LogName<Right>& right)
 {
     LogName<Left + Right> joined;
-    joined.Put(0, left.Text(), Left);
-    joined.Put(Left, right.Text(), Right);
+    joined.Put(0, left.String(), Left);
+    joined.Put(Left, right.String(), Right);
     return joined;
 }
 

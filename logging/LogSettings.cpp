@@ -52,8 +52,8 @@ LogSettings::LogSettings(std::wstring component, std::wstring module)
 std::uint32_t LogSettings::ReadDword(const wchar_t* value, std::uint32_t fallback) const
 {
     const std::wstring keys[] = {
-        Platform::FormatText(L"%s\\%s\\%s", kLoggingKey, m_component.c_str(), m_module.c_str()),
-        Platform::FormatText(L"%s\\%s", kLoggingKey, m_component.c_str()),
+        Platform::FormatString(L"%s\\%s\\%s", kLoggingKey, m_component.c_str(), m_module.c_str()),
+        Platform::FormatString(L"%s\\%s", kLoggingKey, m_component.c_str()),
         kLoggingKey,
     };
     for (const std::wstring& key : keys)

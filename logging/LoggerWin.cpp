@@ -3,13 +3,13 @@
 #include "logging/FileUtilsWin32.h"
 #include "logging/LogLine.h"
 #include "logging/LogSettings.h"
-#include "logging/TextBuffer.h"
+#include "logging/StringBuffer.h"
 #include "platform/Clock.h"
 #include "platform/DebugOutput.h"
 #include "platform/Format.h"
 #include "platform/LastError.h"
 #include "platform/Sessions.h"
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <chrono>
 #include <string_view>
@@ -47,7 +47,7 @@ void Undisturbing(Operation operation) noexcept
 template <class Char, class Take>
 bool FormatMessage(const Char* format, va_list arguments, Take take)
 {
-    TextBuffer<Char, kFirstBuffer> buffer;
+    StringBuffer<Char, kFirstBuffer> buffer;
     for (std::size_t size = kFirstBuffer; size < kBufferLimit; size *= 2)
     {
         if (!buffer.Reserve(size))
@@ -213,7 +213,7 @@ void LoggerWin::FormatLine(int level, const wchar_t* message, std::size_t length
     auto& clock = Platform::Get<Platform::Clock>();
     const Platform::CalendarTime time = (m_flags & UtcTimestamps) != 0 ? clock.UtcTime() : clock.LocalTime();
     constexpr std::size_t kBesideMessage = kLongestPrefix + 2; // beside the message
-    TextBuffer<char16_t, kBesideMessage + 2 * kFirstBuffer> line;
+    StringBuffer<char16_t, kBesideMessage + 2 * kFirstBuffer> line;
     if (!line.Reserve(kBesideMessage + 2 * length))
         return;
     const std::size_t prefix = PrintPrefix(line.Data(), time, LevelTag(level));

@@ -14,7 +14,7 @@ int FormatTo(wchar_t* buffer, std::size_t size, const wchar_t* format, ...)
     return length;
 }
 
-std::wstring FormatText(const wchar_t* format, ...)
+std::wstring FormatString(const wchar_t* format, ...)
 {
     std::array<wchar_t, 4096> buffer;
     va_list arguments;

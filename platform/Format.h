@@ -21,6 +21,6 @@ int Format(char* buffer, std::size_t size, const char* format, va_list arguments
 int FormatTo(wchar_t* buffer, std::size_t size, const wchar_t* format, ...);
 
 /// A text of up to 4095 characters; a longer one is empty.
-std::wstring FormatText(const wchar_t* format, ...);
+std::wstring FormatString(const wchar_t* format, ...);
 
 } // namespace Platform

@@ -9,8 +9,8 @@ enum class FormatArgument
     None, ///< It is none of those that Format() knows.
     Int32,
     Int64,
-    WideText,
-    NarrowText,
+    WideString,
+    NarrowString,
     Pointer
 };
 
@@ -30,11 +30,11 @@ struct FormatConversion
 
     constexpr FormatArgument Argument(bool wideFormat) const
     {
-        const bool isText = type == L's' || type == L'S';
-        if (isText && !plus && !zero && !isLongLong && !isNative)
+        const bool isString = type == L's' || type == L'S';
+        if (isString && !plus && !zero && !isLongLong && !isNative)
         {
             const bool wide = isLong || (!isShort && (type == L's') == wideFormat);
-            return wide ? FormatArgument::WideText : FormatArgument::NarrowText;
+            return wide ? FormatArgument::WideString : FormatArgument::NarrowString;
         }
         const bool isUnsigned = type == L'u' || type == L'x' || type == L'X';
         if (type == L'd' || (isUnsigned && !plus))

@@ -14,7 +14,7 @@ inline std::atomic<Service*> g_replacement{nullptr};
 
 /// An object that is made on first use, owns no memory and is never destroyed, so that late calls find it.
 template <class Object>
-Object& Undying()
+Object& NoDestructor()
 {
     alignas(Object) static unsigned char s_storage[sizeof(Object)];
     static auto* const s_object = ::new (s_storage) Object;

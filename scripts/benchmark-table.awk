@@ -1,5 +1,5 @@
 # Makes one table of Google Benchmark's JSON files, of the counters that bench/support/InTurns.h leaves: medians of the
-# subject and of its floor, in seconds or in bytes. Ends with 1 where there is nothing to show.
+# subject and of its baseline, in seconds or in bytes. Ends with 1 where there is nothing to show.
 
 # "load sites/100000/iterations:9/manual_time" is: load sites 100,000
 function title(name,    argument)
@@ -26,9 +26,9 @@ function show(value, bytes,    i, count, units, step)
     return sprintf(value >= 100 ? "%.0f %s" : value >= 10 ? "%.1f %s" : "%.2f %s", value, units[i])
 }
 
-function row(what, measured, p99, floor, ratio, wanted, remark)
+function row(what, measured, p99, baseline, ratio, wanted, remark)
 {
-    line = sprintf("%-52s %10s %10s %10s %7s  %-15s %s", what, measured, p99, floor, ratio, wanted, remark)
+    line = sprintf("%-52s %10s %10s %10s %7s  %-15s %s", what, measured, p99, baseline, ratio, wanted, remark)
     sub(/ +$/, "", line)
     print line
 }
@@ -49,7 +49,7 @@ function finish(    bytes, measured, ratio, wanted)
     }
     bytes = "bytes" in figures
     measured = bytes ? figures["bytes"] : figures["seconds"]
-    ratio = "floor" in figures && figures["floor"] > 0 ? measured / figures["floor"] : 0
+    ratio = "baseline" in figures && figures["baseline"] > 0 ? measured / figures["baseline"] : 0
     if (figures["wanted_ratio"] > 0)
         wanted = held_to(sprintf("<= %.1fx", figures["wanted_ratio"]), ratio <= figures["wanted_ratio"])
     if (figures["wanted"] > 0)
@@ -57,9 +57,9 @@ function finish(    bytes, measured, ratio, wanted)
     if (figures["wanted_p99"] > 0)
         wanted = held_to("p99 < " show(figures["wanted_p99"], bytes), figures["p99"] < figures["wanted_p99"])
     if (shown++ == 0)
-        row("what", "median", "p99", "floor", "ratio", "wanted", "the floor is")
+        row("what", "median", "p99", "baseline", "ratio", "wanted", "the baseline is")
     row(figures["name"], show(measured, bytes), "p99" in figures ? show(figures["p99"], bytes) : "",
-        "floor" in figures ? show(figures["floor"], bytes) : "", ratio > 0 ? sprintf("%.2fx", ratio) : "", wanted,
+        "baseline" in figures ? show(figures["baseline"], bytes) : "", ratio > 0 ? sprintf("%.2fx", ratio) : "", wanted,
         figures["label"])
 }
 

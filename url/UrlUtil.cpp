@@ -1,7 +1,7 @@
 #include "url/UrlUtil.h"
 
 #include "logging/FunctionLog.h"
-#include "platform/Text.h"
+#include "platform/Utf.h"
 #include "url/Idna.h"
 
 #include <algorithm>
@@ -53,15 +53,15 @@ std::string GetPunycodeUrl(const std::wstring& url)
 {
     const Range host = HostOf(url);
     const std::wstring_view text = url;
-    const std::wstring_view hostText = text.substr(host.begin, host.end - host.begin);
-    if (IsAscii(hostText))
+    const std::wstring_view hostString = text.substr(host.begin, host.end - host.begin);
+    if (IsAscii(hostString))
         return Platform::ToUtf8(url);
     if (!IsWellFormed(url))
     {
         LOG(kLog, 2, L"%s: Conversion from unicode to wide string failed");
         return Platform::ToUtf8(url);
     }
-    const auto ascii = HostToAscii(hostText);
+    const auto ascii = HostToAscii(hostString);
     if (!ascii)
     {
         LOG(kLog, 2, L"%s: Punycode encoding failed");

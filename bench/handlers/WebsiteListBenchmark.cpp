@@ -120,7 +120,7 @@ void PublishedMemoryFlat(benchmark::State& state)
     turns.CountBytes();
     for (auto _ : state)
     {
-        turns.AddFloor(MemoryOfRow(few, kFew));
+        turns.AddBaseline(MemoryOfRow(few, kFew));
         turns.AddSubject(MemoryOfRow(many, state.range(0)));
     }
 }

@@ -1,4 +1,4 @@
-#include "bench/logging/Floor.h"
+#include "bench/logging/Baseline.h"
 #include "bench/support/InTurns.h"
 #include "logging/FunctionLog.h"
 #include "tests/support/PlatformFakes.h"
@@ -41,11 +41,11 @@ private:
 
 constexpr std::uint32_t kNoRotation = 4000000;
 constexpr std::uint32_t kRotation = 100;
-constexpr const char* kFloorIs = "lock, seek to the end, one write, unlock";
+constexpr const char* kBaselineIs = "lock, seek to the end, one write, unlock";
 
-std::wstring FloorPath(const QString& folder)
+std::wstring BaselinePath(const QString& folder)
 {
-    return QDir(folder).filePath(QStringLiteral("floor.log")).toStdWString();
+    return QDir(folder).filePath(QStringLiteral("baseline.log")).toStdWString();
 }
 
 void WriteLines(int count)
@@ -55,11 +55,11 @@ void WriteLines(int count)
 }
 
 /// As many lines of as many bytes as WriteLines() writes.
-void WriteFloorLines(Floor& floor, int count)
+void WriteBaselineLines(Baseline& baseline, int count)
 {
     static const std::string s_line(200, 'x');
     for (int number = 0; number < count; ++number)
-        floor.Write(s_line);
+        baseline.Write(s_line);
 }
 
 void FilteredCall(benchmark::State& state)
@@ -98,8 +98,8 @@ void LinesOfThreads(benchmark::State& state, std::uint32_t maximumKB)
     const std::int64_t threads = state.range(0);
     const QTemporaryDir folder;
     const LogSetup log(folder.path(), maximumKB);
-    Floor floor(FloorPath(folder.path()));
-    InTurns turns(state, kFloorIs);
+    Baseline baseline(BaselinePath(folder.path()));
+    InTurns turns(state, kBaselineIs);
     turns.SetUnits(threads * kLines, threads * kLines);
     for (auto _ : state)
     {
@@ -110,7 +110,7 @@ void LinesOfThreads(benchmark::State& state, std::uint32_t maximumKB)
             },
             [&] {
                 InThreads(
-                    threads, [&floor] { WriteFloorLines(floor, kLines); });
+                    threads, [&baseline] { WriteBaselineLines(baseline, kLines); });
             });
     }
 }
@@ -118,13 +118,13 @@ void LinesOfThreads(benchmark::State& state, std::uint32_t maximumKB)
 constexpr std::int64_t kLinesOfProcess = 50'000;
 constexpr int kProcesses = 4;
 
-/// This program again, as one of several processes: "--lines FOLDER MAXIMUM-KB" or "--floor FOLDER".
+/// This program again, as one of several processes: "--lines FOLDER MAXIMUM-KB" or "--baseline FOLDER".
 int RunAsChild(const QStringList& arguments)
 {
-    if (arguments[1] == QStringLiteral("--floor"))
+    if (arguments[1] == QStringLiteral("--baseline"))
     {
-        Floor floor(FloorPath(arguments[2]));
-        WriteFloorLines(floor, kLinesOfProcess);
+        Baseline baseline(BaselinePath(arguments[2]));
+        WriteBaselineLines(baseline, kLinesOfProcess);
         return 0;
     }
     const LogSetup setup(arguments[2], arguments[3].toUInt());
@@ -149,11 +149,11 @@ void LinesOfProcesses(benchmark::State& state, std::uint32_t maximumKB)
 {
     const QTemporaryDir folder;
     const QStringList line{QStringLiteral("--lines"), folder.path(), QString::number(maximumKB)};
-    const QStringList floorLine{QStringLiteral("--floor"), folder.path()};
-    InTurns turns(state, kFloorIs);
+    const QStringList baselineLine{QStringLiteral("--baseline"), folder.path()};
+    InTurns turns(state, kBaselineIs);
     turns.SetUnits(kProcesses * kLinesOfProcess, kProcesses * kLinesOfProcess);
     for (auto _ : state)
-        turns.Both([&] { RunProcesses(line); }, [&] { RunProcesses(floorLine); });
+        turns.Both([&] { RunProcesses(line); }, [&] { RunProcesses(baselineLine); });
 }
 
 BENCHMARK(FilteredCall)->Name("log: a filtered call")->Iterations(50)->UseManualTime();

@@ -123,7 +123,7 @@ void ChangeOfAnotherProcess(benchmark::State& state)
     for (int i = 0; i < kChanges; ++i)
     {
         const std::int64_t start = writer.readLine().toLongLong();
-        turns.AddFloor(Seconds(start, inCallback[static_cast<std::size_t>(i)]));
+        turns.AddBaseline(Seconds(start, inCallback[static_cast<std::size_t>(i)]));
         turns.AddSubject(Seconds(start, onPage[static_cast<std::size_t>(i)]));
     }
 }

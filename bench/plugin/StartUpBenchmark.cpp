@@ -45,14 +45,14 @@ Sample TakeSample(const char* what)
     return {figures[0].toDouble(), figures[1].toDouble()};
 }
 
-void StartUp(benchmark::State& state, const char* floor, const char* floorIs)
+void StartUp(benchmark::State& state, const char* baseline, const char* baselineIs)
 {
     const OwnStore store;
     store.Seed();
-    InTurns turns(state, floorIs, {1.5});
+    InTurns turns(state, baselineIs, {1.5});
     for (auto _ : state)
     {
-        turns.AddFloor(TakeSample(floor).seconds);
+        turns.AddBaseline(TakeSample(baseline).seconds);
         turns.AddSubject(TakeSample(kPlugIn).seconds);
     }
 }
@@ -75,7 +75,7 @@ void AddedMemory(benchmark::State& state)
     turns.CountBytes();
     for (auto _ : state)
     {
-        turns.AddFloor(TakeSample(kBare).bytes);
+        turns.AddBaseline(TakeSample(kBare).bytes);
         turns.AddSubject(TakeSample(kPlugIn).bytes);
     }
 }

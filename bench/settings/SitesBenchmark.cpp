@@ -215,7 +215,7 @@ void MemoryFlat(benchmark::State& state)
     turns.CountBytes();
     for (auto _ : state)
     {
-        turns.AddFloor(MemoryOfSite(few, kFew));
+        turns.AddBaseline(MemoryOfSite(few, kFew));
         turns.AddSubject(MemoryOfSite(many, state.range(0)));
     }
 }

@@ -19,9 +19,9 @@ double Quantile(std::vector<double>& samples, double share)
 
 } // namespace
 
-InTurns::InTurns(benchmark::State& state, const char* floor, const Wanted& wanted) : m_state(state), m_wanted(wanted)
+InTurns::InTurns(benchmark::State& state, const char* baseline, const Wanted& wanted) : m_state(state), m_wanted(wanted)
 {
-    m_state.SetLabel(floor);
+    m_state.SetLabel(baseline);
 }
 
 InTurns::~InTurns()
@@ -31,8 +31,8 @@ InTurns::~InTurns()
     m_state.counters[m_bytes ? "bytes" : "seconds"] = Quantile(m_subject, 0.5);
     if (m_subject.size() >= kEnoughFor99)
         m_state.counters["p99"] = Quantile(m_subject, 0.99);
-    if (!m_floor.empty())
-        m_state.counters["floor"] = Quantile(m_floor, 0.5);
+    if (!m_baseline.empty())
+        m_state.counters["baseline"] = Quantile(m_baseline, 0.5);
     m_state.counters["wanted_ratio"] = m_wanted.ratio;
     m_state.counters["wanted"] = m_wanted.most;
     m_state.counters["wanted_p99"] = m_wanted.most99;

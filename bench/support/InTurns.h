@@ -9,27 +9,28 @@
 /// What a figure is held to. 0: nothing is asked for.
 struct Wanted
 {
-    double ratio = 0;  ///< at most so many times the floor
+    double ratio = 0;  ///< at most so many times the baseline
     double most = 0;   ///< at most so much at the median
     double most99 = 0; ///< at most so much for 99 of 100
 };
 
-/// Samples of a subject and of its floor, the least that could do, taken in turns: a clock that wanders, or a neighbour
-/// on the machine, meets both alike. The medians become counters of the benchmark, from which the table is made.
+/// Samples of a subject and of its baseline, the least that could do, taken in turns: a clock that wanders, or a
+/// neighbour on the machine, meets both alike. The medians become counters of the benchmark, from which the table is
+/// made.
 class InTurns
 {
 public:
-    /// `floor` says what the floor does, empty where there is none.
-    InTurns(benchmark::State& state, const char* floor, const Wanted& wanted = {});
+    /// `baseline` says what the baseline does, empty where there is none.
+    InTurns(benchmark::State& state, const char* baseline, const Wanted& wanted = {});
     ~InTurns();
     InTurns(const InTurns&) = delete;
     InTurns& operator=(const InTurns&) = delete;
 
     /// A sample is the time of a run divided by so many units that it works off; 1 unless told.
-    void SetUnits(std::int64_t subject, std::int64_t floor)
+    void SetUnits(std::int64_t subject, std::int64_t baseline)
     {
         m_units = static_cast<double>(subject);
-        m_floorUnits = static_cast<double>(floor);
+        m_baselineUnits = static_cast<double>(baseline);
     }
 
     /// From now on each sample is the second one of two runs, so that it does not pay for what the other side left
@@ -37,18 +38,18 @@ public:
     void RunTwice() { m_twice = true; }
 
     /// One sample of each. They take turns in going first.
-    template <class Subject, class Floor>
-    void Both(Subject&& subject, Floor&& floor)
+    template <class Subject, class Baseline>
+    void Both(Subject&& subject, Baseline&& baseline)
     {
-        const bool floorFirst = m_subject.size() % 2 == 0;
-        if (floorFirst)
-            AddFloor(Time(floor) / m_floorUnits);
+        const bool baselineFirst = m_subject.size() % 2 == 0;
+        if (baselineFirst)
+            AddBaseline(Time(baseline) / m_baselineUnits);
         AddSubject(Time(subject) / m_units);
-        if (!floorFirst)
-            AddFloor(Time(floor) / m_floorUnits);
+        if (!baselineFirst)
+            AddBaseline(Time(baseline) / m_baselineUnits);
     }
 
-    /// One sample of a subject that has no floor.
+    /// One sample of a subject that has no baseline.
     template <class Subject>
     void Alone(Subject&& subject)
     {
@@ -57,7 +58,7 @@ public:
 
     /// Samples that were taken otherwise: seconds, or bytes after CountBytes().
     void AddSubject(double sample);
-    void AddFloor(double sample) { m_floor.push_back(sample); }
+    void AddBaseline(double sample) { m_baseline.push_back(sample); }
     void CountBytes() { m_bytes = true; }
 
 private:
@@ -74,9 +75,9 @@ private:
     benchmark::State& m_state;
     const Wanted m_wanted;
     double m_units = 1;
-    double m_floorUnits = 1;
+    double m_baselineUnits = 1;
     bool m_twice = false;
     bool m_bytes = false;
     std::vector<double> m_subject;
-    std::vector<double> m_floor;
+    std::vector<double> m_baseline;
 };

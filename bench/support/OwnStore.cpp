@@ -1,6 +1,6 @@
 #include "bench/support/OwnStore.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <QCoreApplication>
 #include <QFile>

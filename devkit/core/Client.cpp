@@ -2,7 +2,7 @@
 
 #include "devkit/core/Json.h"
 
-QByteArray Client::TextOf(const QVariantMap& message)
+QByteArray Client::StringOf(const QVariantMap& message)
 {
     const QString id = QStringLiteral("id");
     const QByteArray text = Json::Write(message);

@@ -16,5 +16,5 @@ public:
 
 protected:
     /// The message as it goes over a wire; in place of an answer that is too long, a refusal.
-    static QByteArray TextOf(const QVariantMap& message);
+    static QByteArray StringOf(const QVariantMap& message);
 };

@@ -4,11 +4,11 @@
 #include "devkit/core/DataFolder.h"
 #include "devkit/core/Elevation.h"
 #include "devkit/core/Feeds.h"
-#include "devkit/core/NamedEvents.h"
+#include "devkit/core/MadeEvents.h"
 #include "devkit/core/PlugInEnvironment.h"
 #include "devkit/core/PlugInLoader.h"
 #include "devkit/core/PlugInManager.h"
-#include "devkit/core/Registry.h"
+#include "devkit/core/RegistryValues.h"
 #include "devkit/core/RunningRecording.h"
 #include "devkit/core/Sessions.h"
 #include "devkit/core/StoreAccess.h"
@@ -51,7 +51,7 @@ public:
 
     const DataFolder& folder;
     const QString userSid;
-    Registry registry;
+    RegistryValues registry;
     PlugInEnvironment environment;
     Sessions sessions;
     StoreAccess store;
@@ -60,7 +60,7 @@ public:
     VariableHub hub;
     PlugInManager manager;
     UrlRecorder urls;
-    NamedEvents events;
+    MadeEvents events;
     PlugInLoader plugIn;
     Feeds feeds;
     RunningRecording recording;

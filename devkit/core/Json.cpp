@@ -156,7 +156,7 @@ private:
         return IsTooLong() ? std::string() : text.toStdString();
     }
 
-    qint64 m_left = Json::kLongestText;
+    qint64 m_left = Json::kLongestString;
 };
 
 Tree Writer::Convert(const QVariant& value)

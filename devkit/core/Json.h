@@ -15,7 +15,7 @@ namespace Json
 /// Containers inside containers; deeper text is refused.
 constexpr int kMaximumDepth = 512;
 /// Longer text is not written.
-constexpr qint64 kLongestText = 256LL * 1024 * 1024;
+constexpr qint64 kLongestString = 256LL * 1024 * 1024;
 
 struct Parsed
 {
@@ -29,7 +29,7 @@ Parsed Parse(const QByteArray& text);
 
 /// Compact UTF-8 text on one line, with DEL and the C1 control characters as escapes. What JSON does not know is
 /// written as the string that QVariant has for it, else null; a lone surrogate as "?". Empty: the text would be
-/// longer than kLongestText.
+/// longer than kLongestString.
 QByteArray Write(const QVariant& value);
 
 } // namespace Json

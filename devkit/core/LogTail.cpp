@@ -14,7 +14,7 @@ constexpr int kNoLevel = 0;
 constexpr const char* kLineEnd = "\r\n";
 
 /// The text from a byte of the file on, which is UTF-16LE.
-QString ReadText(QFile& file, qint64 start)
+QString ReadString(QFile& file, qint64 start)
 {
     file.seek(start);
     const QByteArray bytes = file.readAll();
@@ -27,7 +27,7 @@ QString ReadText(QFile& file, qint64 start)
 QStringList ReadLines(QFile& file, qint64 size)
 {
     const qint64 start = std::max<qint64>(file.size() - size, 0) & ~qint64{1};
-    QString text = ReadText(file, start);
+    QString text = ReadString(file, start);
     if (text.startsWith(QChar::ByteOrderMark))
         text.remove(0, 1);
     QStringList lines = text.split(QLatin1String(kLineEnd));
@@ -97,7 +97,7 @@ QStringList ReadLogFrom(const QString& fileName, qint64& end)
     }
     if (file.size() < end)
         end = 0;
-    const QString text = ReadText(file, end);
+    const QString text = ReadString(file, end);
     const int whole = text.lastIndexOf(QLatin1String(kLineEnd));
     if (whole < 0)
         return {};

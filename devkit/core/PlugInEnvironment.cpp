@@ -32,21 +32,21 @@ QString DelayLoadKey()
 
 } // namespace
 
-PlugInEnvironment::PlugInEnvironment(Registry& registry, const DataFolder& folder, const QString& libraryFolder)
+PlugInEnvironment::PlugInEnvironment(RegistryValues& registry, const DataFolder& folder, const QString& libraryFolder)
 {
     const QString logRoot = QDir::toNativeSeparators(folder.LogRoot());
     QDir().mkpath(folder.LogRoot());
-    for (const Registry::Root root : {Registry::Root::Machine, Registry::Root::User})
+    for (const RegistryValues::Root root : {RegistryValues::Root::Machine, RegistryValues::Root::User})
         m_incomplete |= !registry.Set(root, LoggingKey(), QStringLiteral("RootPath"), logRoot);
     for (const Library& library : kLibraries)
     {
         const QString file = QLatin1String(library.file);
         const QString path = QDir::toNativeSeparators(libraryFolder + QLatin1Char('/') + file);
-        m_incomplete |= !registry.Set(Registry::Root::Machine, DelayLoadKey(), file, path);
+        m_incomplete |= !registry.Set(RegistryValues::Root::Machine, DelayLoadKey(), file, path);
     }
 }
 
-PlugInEnvironment::MissingLibraries::MissingLibraries(Registry& registry, const QStringList& names)
+PlugInEnvironment::MissingLibraries::MissingLibraries(RegistryValues& registry, const QStringList& names)
     : m_registry(registry)
 {
     for (const Library& library : kLibraries)
@@ -54,9 +54,10 @@ PlugInEnvironment::MissingLibraries::MissingLibraries(Registry& registry, const 
         if (names.contains(QLatin1String(library.name)))
         {
             const QString file = QLatin1String(library.file);
-            const QVariant path = registry.Get(Registry::Root::Machine, DelayLoadKey(), file);
+            const QVariant path = registry.Get(RegistryValues::Root::Machine, DelayLoadKey(), file);
             m_paths.insert(file, path);
-            registry.Set(Registry::Root::Machine, DelayLoadKey(), file, path.toString() + QLatin1String(".missing"));
+            registry.Set(RegistryValues::Root::Machine, DelayLoadKey(), file,
+                         path.toString() + QLatin1String(".missing"));
         }
     }
 }
@@ -64,5 +65,5 @@ PlugInEnvironment::MissingLibraries::MissingLibraries(Registry& registry, const 
 PlugInEnvironment::MissingLibraries::~MissingLibraries()
 {
     for (auto it = m_paths.begin(); it != m_paths.end(); ++it)
-        m_registry.Set(Registry::Root::Machine, DelayLoadKey(), it.key(), it.value());
+        m_registry.Set(RegistryValues::Root::Machine, DelayLoadKey(), it.key(), it.value());
 }

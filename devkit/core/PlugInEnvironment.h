@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devkit/core/Registry.h"
+#include "devkit/core/RegistryValues.h"
 
 #include <QStringList>
 
@@ -11,7 +11,7 @@ class PlugInEnvironment
 {
 public:
     /// Writes the log root and the paths of the libraries, which lie in `libraryFolder`.
-    PlugInEnvironment(Registry& registry, const DataFolder& folder, const QString& libraryFolder);
+    PlugInEnvironment(RegistryValues& registry, const DataFolder& folder, const QString& libraryFolder);
 
     /// The registry could not be written; the plug-in then uses its defaults.
     bool IsIncomplete() const { return m_incomplete; }
@@ -20,13 +20,13 @@ public:
     class MissingLibraries
     {
     public:
-        MissingLibraries(Registry& registry, const QStringList& names);
+        MissingLibraries(RegistryValues& registry, const QStringList& names);
         ~MissingLibraries();
         MissingLibraries(const MissingLibraries&) = delete;
         MissingLibraries& operator=(const MissingLibraries&) = delete;
 
     private:
-        Registry& m_registry;
+        RegistryValues& m_registry;
         QVariantMap m_paths; // what was there, by library
     };
 

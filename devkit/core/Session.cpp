@@ -67,7 +67,7 @@ void Session::Submit(const QVariantMap& request)
     Continue();
 }
 
-void Session::SubmitText(const QByteArray& text)
+void Session::SubmitString(const QByteArray& text)
 {
     const Json::Parsed parsed = Json::Parse(text);
     if (parsed.value.userType() == QMetaType::QVariantMap)

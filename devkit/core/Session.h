@@ -43,7 +43,7 @@ public:
 
     void Submit(const QVariantMap& request);
     /// A request as JSON text; what is none is refused in its turn.
-    void SubmitText(const QByteArray& text);
+    void SubmitString(const QByteArray& text);
     /// Answers, in its turn, something that was meant as a request and is none.
     void Refuse(const QString& why);
     /// A command that only waits ends now, and a later one at once.

@@ -169,7 +169,7 @@ QVariantMap StoreEntry::Describe() const
             {QStringLiteral("constraints"), constraints}};
 }
 
-QString StoreEntry::ConstraintsText(quint32 constraints)
+QString StoreEntry::ConstraintsString(quint32 constraints)
 {
     QStringList parts;
     if ((constraints & ORB_STRATA_CONSTRAINT_ENFORCED) != 0)

@@ -38,7 +38,7 @@ struct StoreEntry
     /// {"found", "type", "value", "constraints"}, as the protocol has it.
     QVariantMap Describe() const;
     /// "enforced, constraints 3": what people read of the constraint word; empty for 0.
-    static QString ConstraintsText(quint32 constraints);
+    static QString ConstraintsString(quint32 constraints);
 };
 
 /// Entries as the store's functions take them; they must outlive the call.

@@ -22,9 +22,10 @@ Answer Log(const Host& host, const Arguments& arguments)
     return {ReadLogTail(host.folder.LogFile(), arguments.Number("lines", 50), level), {}};
 }
 
-Registry::Root RootOf(const Arguments& arguments)
+RegistryValues::Root RootOf(const Arguments& arguments)
 {
-    return arguments.String("root") == QLatin1String("machine") ? Registry::Root::Machine : Registry::Root::User;
+    return arguments.String("root") == QLatin1String("machine") ? RegistryValues::Root::Machine
+                                                                : RegistryValues::Root::User;
 }
 
 Answer ToAnswer(bool written)

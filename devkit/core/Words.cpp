@@ -28,7 +28,7 @@ const Parameter* Option(const Command& command, const QString& name)
 
 } // namespace
 
-Words::Line Words::Line::FromText(const QString& text)
+Words::Line Words::Line::FromString(const QString& text)
 {
     Line line{text.trimmed(), {}, {}};
     for (int at = 0; at < line.text.size();)

@@ -15,7 +15,7 @@ struct Line
     QStringList words;
     std::vector<int> starts; // empty for words that came apart, as a program's arguments do
 
-    static Line FromText(const QString& text);
+    static Line FromString(const QString& text);
     static Line FromWords(const QStringList& words) { return {{}, words, {}}; }
 };
 

@@ -21,7 +21,7 @@ struct PlainLibrary
 /// `Library` knows its injector, which calls no fault applies to, and how to make a text that its caller frees:
 ///     static FaultInjector& Faults();
 ///     static bool IsExempt(first argument);
-///     static void MakeText(char*&), MakeText(wchar_t*&)
+///     static void MakeString(char*&), MakeString(wchar_t*&)
 template <class Library, std::size_t Number, auto Function>
 struct Edge;
 
@@ -54,7 +54,7 @@ private:
         else if constexpr (std::is_same_v<Result, char*> || std::is_same_v<Result, wchar_t*>)
         {
             if (failure.code != 0)
-                Library::MakeText(value);
+                Library::MakeString(value);
         }
         else
             (TakeDefault(arguments, value), ...);

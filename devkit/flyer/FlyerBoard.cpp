@@ -6,7 +6,7 @@ namespace Flyers
 namespace
 {
 
-std::wstring TextOf(const wchar_t* text)
+std::wstring StringOf(const wchar_t* text)
 {
     return text ? std::wstring(text) : std::wstring();
 }
@@ -22,7 +22,7 @@ FlyerBoard& FlyerBoard::Instance()
 Flyer& FlyerBoard::Add(const wchar_t* title, const wchar_t* description)
 {
     const auto id = static_cast<int32_t>(m_flyers.size() + 1);
-    return m_flyers.emplace_back(Flyer{id, TextOf(title), TextOf(description), {}, NL_FLYER_CREATED});
+    return m_flyers.emplace_back(Flyer{id, StringOf(title), StringOf(description), {}, NL_FLYER_CREATED});
 }
 
 Flyer* FlyerBoard::Find(NlFlyerHandle handle)

@@ -24,7 +24,7 @@ public:
     HostPeer(Host& host, Client& client, Session::Rights rights) : m_session(Session::Open(host, client, rights)) {}
 
     QVariantMap Greeting() const override { return Session::Greeting(); }
-    void Submit(const QByteArray& text) override { m_session->SubmitText(text); }
+    void Submit(const QByteArray& text) override { m_session->SubmitString(text); }
     void Close() override { m_session->Close(); }
     std::size_t Waiting() const override { return m_session->Waiting(); }
 

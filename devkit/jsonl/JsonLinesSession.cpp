@@ -59,12 +59,12 @@ void JsonLinesSession::Submit(const LineSplitter::Line& line)
     if (line.tooLong)
         m_session->Refuse(QStringLiteral("it is longer than %1 bytes").arg(kLongestLine));
     else
-        m_session->SubmitText(line.text);
+        m_session->SubmitString(line.text);
 }
 
 void JsonLinesSession::Receive(const QVariantMap& message)
 {
-    if (!m_output.Write(TextOf(message) + '\n') && !m_host.IsQuitting())
+    if (!m_output.Write(StringOf(message) + '\n') && !m_host.IsQuitting())
     {
         const QString error = m_output.Error();
         if (!error.isEmpty())

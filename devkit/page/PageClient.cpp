@@ -85,7 +85,7 @@ void PageClient::Receive(const QVariantMap& message)
         Drop(kTryAgainLater, QStringLiteral("The client does not read."));
         return;
     }
-    m_socket->sendTextMessage(QString::fromUtf8(TextOf(message)));
+    m_socket->sendTextMessage(QString::fromUtf8(StringOf(message)));
 }
 
 void PageClient::Drop(int code, const QString& reason)

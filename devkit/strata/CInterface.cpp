@@ -22,17 +22,17 @@ void* CopyBytes(const void* text, std::size_t size)
 
 } // namespace
 
-char* CopyText(const char* text)
+char* CopyString(const char* text)
 {
     return text ? static_cast<char*>(CopyBytes(text, std::strlen(text) + 1)) : nullptr;
 }
 
-wchar_t* CopyText(const wchar_t* text)
+wchar_t* CopyString(const wchar_t* text)
 {
     return !text ? nullptr : static_cast<wchar_t*>(CopyBytes(text, (std::wcslen(text) + 1) * sizeof(wchar_t)));
 }
 
-OrbStrataResult MakeTextEntry(OrbStrataType type, const char* text, Entry& entry)
+OrbStrataResult MakeStringEntry(OrbStrataType type, const char* text, Entry& entry)
 {
     entry.type = type;
     if (!text || !IsUtf8(text))

@@ -8,8 +8,8 @@ namespace Strata
 {
 
 /// A copy that the caller hands back with OrbStrata_FreeString; null for null.
-char* CopyText(const char* text);
-wchar_t* CopyText(const wchar_t* text);
+char* CopyString(const char* text);
+wchar_t* CopyString(const wchar_t* text);
 
 /// Fills an optional out-parameter.
 inline void Tell(OrbStrataResult* target, OrbStrataResult result)
@@ -19,7 +19,7 @@ inline void Tell(OrbStrataResult* target, OrbStrataResult result)
 }
 
 /// The entry that holds `text` as its value; ORB_STRATA_INVALID_ARGUMENT for text that is ill-formed or null.
-OrbStrataResult MakeTextEntry(OrbStrataType type, const char* text, Entry& entry);
+OrbStrataResult MakeStringEntry(OrbStrataType type, const char* text, Entry& entry);
 
 /// Writes one key.
 OrbStrataResult ApplyEdit(OrbStrataHandle handle, const wchar_t* key, Edit::Kind kind, Entry entry);

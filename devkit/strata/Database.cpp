@@ -20,7 +20,7 @@ void Statement::Prepare()
         return;
     }
     sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v3(m_connection, m_sql.Text(), -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+    sqlite3_prepare_v3(m_connection, m_sql.String(), -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
     m_statement.reset(statement);
 }
 
@@ -50,7 +50,7 @@ int64_t Statement::Integer(int column) const
     return sqlite3_column_int64(m_statement.get(), column);
 }
 
-std::string Statement::Text(int column) const
+std::string Statement::String(int column) const
 {
     const void* text = sqlite3_column_text(m_statement.get(), column);
     const auto size = static_cast<std::size_t>(sqlite3_column_bytes(m_statement.get(), column));
@@ -62,7 +62,7 @@ bool Statement::IsInteger(int column) const
     return sqlite3_column_type(m_statement.get(), column) == SQLITE_INTEGER;
 }
 
-bool Statement::IsText(int column) const
+bool Statement::IsString(int column) const
 {
     return sqlite3_column_type(m_statement.get(), column) == SQLITE_TEXT;
 }
@@ -208,7 +208,7 @@ bool Database::BeginsAsDatabase()
 
 bool Database::Execute(Sql sql)
 {
-    return sqlite3_exec(m_connection.get(), sql.Text(), nullptr, nullptr, nullptr) == SQLITE_OK;
+    return sqlite3_exec(m_connection.get(), sql.String(), nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 int64_t Database::Number(Sql sql, int64_t otherwise)

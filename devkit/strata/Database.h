@@ -20,14 +20,14 @@ public:
     template <std::size_t Size>
     constexpr Sql(const char (&literal)[Size]) : m_text(literal)
     {}
-    constexpr const char* Text() const { return m_text; }
+    constexpr const char* String() const { return m_text; }
 
 private:
     const char* m_text;
 };
 
-/// A statement, prepared when it is first bound. Texts are bound without a copy: they must live until the statement has
-/// been reset. It must not outlive its connection.
+/// A statement, prepared when it is first bound. Strings are bound without a copy: they must live until the statement
+/// has been reset. It must not outlive its connection.
 class Statement
 {
 public:
@@ -51,9 +51,9 @@ public:
     bool Failed() const { return m_failed; }
 
     int64_t Integer(int column) const;
-    std::string Text(int column) const;
+    std::string String(int column) const;
     bool IsInteger(int column) const;
-    bool IsText(int column) const;
+    bool IsString(int column) const;
     bool IsNull(int column) const;
 
 private:

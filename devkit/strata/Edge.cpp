@@ -16,8 +16,8 @@ struct Library : SuiteFaults::PlainLibrary
 
     static bool IsExempt(OrbStrataHandle handle) { return Store::Instance().IsProduct(handle); }
 
-    static void MakeText(char*& text) { text = CopyText("not to be used"); }
-    static void MakeText(wchar_t*& text) { text = CopyText(L"not to be used"); }
+    static void MakeString(char*& text) { text = CopyString("not to be used"); }
+    static void MakeString(wchar_t*& text) { text = CopyString(L"not to be used"); }
 };
 
 enum Number : std::size_t

@@ -28,7 +28,7 @@ inline OrbStrataEntry ViewOf(const wchar_t* key, const Entry& entry)
     return {key, entry.type, entry.number, entry.text ? entry.text->c_str() : nullptr, entry.constraints};
 }
 
-constexpr bool HasText(OrbStrataType type)
+constexpr bool HasString(OrbStrataType type)
 {
     return type >= ORB_STRATA_TYPE_STRING && type <= ORB_STRATA_TYPE_OBJECT;
 }
@@ -36,7 +36,7 @@ constexpr bool HasText(OrbStrataType type)
 inline bool operator==(const Entry& one, const Entry& other)
 {
     return one.type == other.type && one.constraints == other.constraints &&
-           (HasText(one.type) ? *one.text == *other.text : one.number == other.number);
+           (HasString(one.type) ? *one.text == *other.text : one.number == other.number);
 }
 
 inline bool operator!=(const Entry& one, const Entry& other)

@@ -3,8 +3,8 @@
 #include "platform/KnownFolders.h"
 #include "platform/Path.h"
 #include "platform/Sessions.h"
-#include "platform/SidText.h"
-#include "platform/Text.h"
+#include "platform/SidString.h"
+#include "platform/Utf.h"
 
 #include <cstdint>
 #include <vector>
@@ -16,7 +16,7 @@ std::string UserSid()
 {
     std::vector<std::uint8_t> sid;
     const bool known = Platform::System<Platform::Sessions>().ProcessUser(sid) == 0;
-    return known ? Platform::ToUtf8(Platform::SidText(sid)) : std::string();
+    return known ? Platform::ToUtf8(Platform::SidString(sid)) : std::string();
 }
 
 std::string DefaultStoreFile()

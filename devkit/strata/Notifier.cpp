@@ -1,6 +1,6 @@
 #include "devkit/strata/Notifier.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <utility>
 

@@ -5,7 +5,7 @@
 #include "devkit/strata/Object.h"
 #include "devkit/strata/Utf8.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <cstdlib>
 #include <cwchar>
@@ -51,10 +51,10 @@ OrbStrataResult WriteNumber(OrbStrataHandle handle, const wchar_t* key, OrbStrat
     return ApplyEdit(handle, key, Edit::Kind::Value, Entry{type, value, nullptr, 0});
 }
 
-OrbStrataResult WriteText(OrbStrataHandle handle, const wchar_t* key, OrbStrataType type, const char* value)
+OrbStrataResult WriteString(OrbStrataHandle handle, const wchar_t* key, OrbStrataType type, const char* value)
 {
     Entry entry;
-    const auto answer = MakeTextEntry(type, value, entry);
+    const auto answer = MakeStringEntry(type, value, entry);
     return answer != kSuccess ? answer : ApplyEdit(handle, key, Edit::Kind::Value, std::move(entry));
 }
 
@@ -116,13 +116,13 @@ wchar_t* OrbStrata_GetString(OrbStrataHandle handle, const wchar_t* key, const w
     Entry entry;
     const auto answer = Read(handle, key, ORB_STRATA_TYPE_STRING, entry);
     Tell(result, answer);
-    return CopyText(answer == kSuccess ? Platform::FromUtf8(*entry.text).c_str() : defaultValue);
+    return CopyString(answer == kSuccess ? Platform::FromUtf8(*entry.text).c_str() : defaultValue);
 }
 
 OrbStrataResult OrbStrata_SetString(OrbStrataHandle handle, const wchar_t* key, const wchar_t* value)
 {
     const auto text = ToUtf8Strict(value);
-    return WriteText(handle, key, ORB_STRATA_TYPE_STRING, text ? text->c_str() : nullptr);
+    return WriteString(handle, key, ORB_STRATA_TYPE_STRING, text ? text->c_str() : nullptr);
 }
 
 char* OrbStrata_GetStringUtf8(OrbStrataHandle handle, const wchar_t* key, const char* defaultValue,
@@ -131,12 +131,12 @@ char* OrbStrata_GetStringUtf8(OrbStrataHandle handle, const wchar_t* key, const 
     Entry entry;
     const auto answer = Read(handle, key, ORB_STRATA_TYPE_UTF8, entry);
     Tell(result, answer);
-    return CopyText(answer == kSuccess ? entry.text->c_str() : defaultValue);
+    return CopyString(answer == kSuccess ? entry.text->c_str() : defaultValue);
 }
 
 OrbStrataResult OrbStrata_SetStringUtf8(OrbStrataHandle handle, const wchar_t* key, const char* value)
 {
-    return WriteText(handle, key, ORB_STRATA_TYPE_UTF8, value);
+    return WriteString(handle, key, ORB_STRATA_TYPE_UTF8, value);
 }
 
 void OrbStrata_FreeString(void* text)

@@ -3,7 +3,7 @@
 #include "devkit/strata/CInterface.h"
 #include "devkit/strata/Utf8.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <limits>
 #include <utility>
@@ -44,8 +44,8 @@ OrbStrataResult Checked(const OrbStrataEntry& view, Edit& edit)
     edit.key = std::move(*key);
     edit.entry.type = view.type;
     edit.entry.constraints = view.constraints;
-    if (HasText(view.type))
-        return MakeTextEntry(view.type, view.text, edit.entry);
+    if (HasString(view.type))
+        return MakeStringEntry(view.type, view.text, edit.entry);
     edit.entry.number = view.type == ORB_STRATA_TYPE_NONE ? 0 : view.number;
     return kSuccess;
 }
@@ -75,7 +75,7 @@ void OrbStrataControl_SetStoreFile(const char* path)
 
 char* OrbStrataControl_LastError(void)
 {
-    return CopyText(Store::Instance().LastError().c_str());
+    return CopyString(Store::Instance().LastError().c_str());
 }
 
 OrbStrataHandle OrbStrataControl_OpenProductHandle(const wchar_t* sid, OrbStrataResult* result)

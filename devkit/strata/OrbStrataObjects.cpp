@@ -5,7 +5,7 @@
 #include "devkit/strata/Object.h"
 #include "devkit/strata/Utf8.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <utility>
 
@@ -135,7 +135,7 @@ char* OrbStrata_ObjectGetStringUtf8(const OrbStrataObject* object, const wchar_t
     const std::string* value = nullptr;
     const auto answer = FindField(object, field, value);
     Tell(result, answer);
-    return CopyText(answer == kSuccess ? value->c_str() : defaultValue);
+    return CopyString(answer == kSuccess ? value->c_str() : defaultValue);
 }
 
 OrbStrataResult OrbStrata_ObjectSetStringUtf8(OrbStrataObject* object, const wchar_t* field, const char* value)

@@ -93,7 +93,7 @@ bool Session::ReadChanges()
     for (Change& change : changes)
     {
         const auto at = entries.find({change.scope, change.key});
-        if (HasText(change.entry.type) && !change.entry.text && at != entries.end())
+        if (HasString(change.entry.type) && !change.entry.text && at != entries.end())
             change.entry = at->second.value_or(Entry());
         Announce(change);
     }

@@ -5,7 +5,7 @@
 #include "devkit/strata/Environment.h"
 #include "devkit/strata/Utf8.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <utility>
 

@@ -18,7 +18,7 @@ constexpr int64_t kKeptChanges = 8192;
 // Forgetting is done in bulk, once in so many writes.
 constexpr int64_t kForgetEvery = 1024;
 // Longer texts are not kept twice: who needs one reads the entry.
-constexpr std::size_t kLongestNotedText = 4096;
+constexpr std::size_t kLongestNotedString = 4096;
 
 /// Runs a statement whose last three parameters are an entry's type, constraint word and value.
 template <class... Values>
@@ -26,10 +26,10 @@ bool RunWith(Statement& statement, const Entry& entry, const Values&... values)
 {
     const auto type = static_cast<int64_t>(entry.type);
     const auto constraints = static_cast<int64_t>(entry.constraints);
-    if (entry.type == ORB_STRATA_TYPE_NONE || (HasText(entry.type) && !entry.text))
+    if (entry.type == ORB_STRATA_TYPE_NONE || (HasString(entry.type) && !entry.text))
         return statement.Bind(values..., type, constraints, nullptr).Run();
-    return HasText(entry.type) ? statement.Bind(values..., type, constraints, *entry.text).Run()
-                               : statement.Bind(values..., type, constraints, entry.number).Run();
+    return HasString(entry.type) ? statement.Bind(values..., type, constraints, *entry.text).Run()
+                                 : statement.Bind(values..., type, constraints, entry.number).Run();
 }
 
 } // namespace
@@ -52,7 +52,7 @@ bool StoreConnection::Find(const std::string& scope, const std::string& key, std
     entry.reset();
     bool sound = true;
     if (m_entry.Bind(scope, key).Step())
-        sound = ReadEntry(m_entry, 0, Texts::All, entry.emplace());
+        sound = ReadEntry(m_entry, 0, Strings::All, entry.emplace());
     sound = sound && !m_entry.Failed();
     m_entry.Reset();
     return sound;
@@ -64,7 +64,7 @@ std::string StoreConnection::Error() const
                      : m_database->Error();
 }
 
-bool StoreConnection::ReadEntry(const Statement& row, int column, Texts texts, Entry& entry)
+bool StoreConnection::ReadEntry(const Statement& row, int column, Strings texts, Entry& entry)
 {
     const int64_t type = row.Integer(column);
     const int64_t constraints = row.Integer(column + 1);
@@ -73,11 +73,11 @@ bool StoreConnection::ReadEntry(const Statement& row, int column, Texts texts, E
                  constraints <= std::numeric_limits<uint32_t>::max();
     entry.type = sound ? static_cast<OrbStrataType>(type) : ORB_STRATA_TYPE_NONE;
     entry.constraints = static_cast<uint32_t>(constraints);
-    if (HasText(entry.type))
+    if (HasString(entry.type))
     {
-        if (row.IsText(column + 2))
-            entry.text = std::make_shared<const std::string>(row.Text(column + 2));
-        sound = sound && (entry.text || (texts == Texts::ShortOnes && row.IsNull(column + 2)));
+        if (row.IsString(column + 2))
+            entry.text = std::make_shared<const std::string>(row.String(column + 2));
+        sound = sound && (entry.text || (texts == Strings::ShortOnes && row.IsNull(column + 2)));
     }
     else if (entry.type != ORB_STRATA_TYPE_NONE)
     {
@@ -121,8 +121,8 @@ bool StoreReader::Load(const std::string& scope, Entries& entries)
     m_scope.Bind(scope);
     while (sound && m_scope.Step())
     {
-        const std::string key = m_scope.Text(0);
-        sound = CheckKey(key) && ReadEntry(m_scope, 1, Texts::All, entries[key]);
+        const std::string key = m_scope.String(0);
+        sound = CheckKey(key) && ReadEntry(m_scope, 1, Strings::All, entries[key]);
     }
     sound = sound && !m_scope.Failed();
     m_scope.Reset();
@@ -137,11 +137,11 @@ bool StoreReader::ChangesAfter(int64_t revision, std::vector<Change>& changes)
     {
         Change& change = changes.emplace_back();
         change.revision = m_changes.Integer(0);
-        change.scope = m_changes.Text(1);
-        change.key = m_changes.Text(2);
+        change.scope = m_changes.String(1);
+        change.key = m_changes.String(2);
         change.kind = static_cast<int32_t>(m_changes.Integer(3));
         change.valueWrite = m_changes.Integer(4) != 0;
-        sound = CheckKey(change.key) && ReadEntry(m_changes, 5, Texts::ShortOnes, change.entry);
+        sound = CheckKey(change.key) && ReadEntry(m_changes, 5, Strings::ShortOnes, change.entry);
     }
     sound = sound && !m_changes.Failed();
     m_changes.Reset();
@@ -194,7 +194,7 @@ bool StoreWriter::Erase(const std::string& scope, const std::string& key)
 bool StoreWriter::Note(const Change& change)
 {
     Entry noted = change.entry;
-    if (noted.text && noted.text->size() > kLongestNotedText)
+    if (noted.text && noted.text->size() > kLongestNotedString)
         noted.text = nullptr;
     return RunWith(m_note, noted, change.revision, change.scope, change.key, int64_t{change.kind},
                    int64_t{change.valueWrite}) &&

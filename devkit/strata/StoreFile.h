@@ -34,14 +34,14 @@ public:
 protected:
     explicit StoreConnection(std::unique_ptr<Database> database);
     Database& Connection() { return *m_database; }
-    enum class Texts
+    enum class Strings
     {
         All,
         ShortOnes ///< a long one may be missing
     };
     /// The entry in a row's columns type, constraints, value from `column` on; false for one that this store cannot
     /// have written.
-    bool ReadEntry(const Statement& row, int column, Texts texts, Entry& entry);
+    bool ReadEntry(const Statement& row, int column, Strings texts, Entry& entry);
     bool CheckKey(const std::string& key);
 
 private:

@@ -1,6 +1,6 @@
 #include "devkit/strata/Utf8.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <algorithm>
 

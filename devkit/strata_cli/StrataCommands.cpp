@@ -6,7 +6,7 @@
 #include "devkit/core/Words.h"
 #include "devkit/process/StandardStreams.h"
 #include "devkit/process/Termination.h"
-#include "devkit/strata_cli/EntryText.h"
+#include "devkit/strata_cli/EntryString.h"
 #include "devkit/strata_cli/Files.h"
 
 #include <QCoreApplication>
@@ -155,7 +155,7 @@ Answer StrataCommands::Get(const Arguments& arguments)
         return Answer::Failure(entry);
     if (!entry.value.HasValue())
         return Answer::Failure(QStringLiteral("There is no value under \"%1\".").arg(key), FailureKind::NotFound);
-    return Print((m_json ? EntryText::AsJson(entry.value) : EntryText::Plain(entry.value)) + '\n');
+    return Print((m_json ? EntryString::AsJson(entry.value) : EntryString::Plain(entry.value)) + '\n');
 }
 
 Answer StrataCommands::Complete(QVariantMap& request) const
@@ -194,10 +194,10 @@ Answer StrataCommands::List(const Arguments& arguments)
     if (!entries.Ok())
         return Answer::Failure(entries);
     if (m_json)
-        return Print(EntryText::Export(entries.value));
+        return Print(EntryString::Export(entries.value));
     QByteArray lines;
     for (const auto& [key, entry] : entries.value)
-        lines += EntryText::AsLine(key, entry);
+        lines += EntryString::AsLine(key, entry);
     return Print(lines);
 }
 
@@ -206,10 +206,10 @@ Answer StrataCommands::Watch(const Arguments& arguments)
     const Termination termination([this] { m_output.Cancel(); });
     std::atomic<bool> failed{false};
     const auto tell = [this, &failed](const QString& key, bool removed, const StoreEntry& entry) {
-        QByteArray line = removed ? Printable(key).toUtf8() + " removed\n" : EntryText::AsLine(key, entry);
+        QByteArray line = removed ? Printable(key).toUtf8() + " removed\n" : EntryString::AsLine(key, entry);
         if (m_json)
             line = R"({"key":)" + Json::Write(key) + R"(,"change":)" +
-                   (removed ? QByteArray("\"removed\"}\n") : "\"changed\"," + EntryText::AsJson(entry).mid(1) + '\n');
+                   (removed ? QByteArray("\"removed\"}\n") : "\"changed\"," + EntryString::AsJson(entry).mid(1) + '\n');
         if (!failed && !m_output.Write(line))
         {
             failed = true;
@@ -231,7 +231,7 @@ Answer StrataCommands::Export(const Arguments& arguments)
     const auto entries = m_store.List(arguments.String("scope"), {});
     if (!entries.Ok())
         return Answer::Failure(entries);
-    return Print(EntryText::Export(entries.value), arguments.Value("file", QStringLiteral("-")).toString());
+    return Print(EntryString::Export(entries.value), arguments.Value("file", QStringLiteral("-")).toString());
 }
 
 Answer StrataCommands::Write(const QString& scope, const QVariantMap& entries, bool absent)

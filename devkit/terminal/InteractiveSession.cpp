@@ -70,7 +70,7 @@ void InteractiveSession::Warn(const QString& sentence)
 
 void InteractiveSession::OnLine(const QString& line)
 {
-    const QStringList words = Words::Line::FromText(line).words.mid(0, 2);
+    const QStringList words = Words::Line::FromString(line).words.mid(0, 2);
     const QString op = words.join(QLatin1Char('.'));
     if (op.startsWith(QLatin1String("elevation.answer"))) // what the line before may be waiting for
         m_commands.Run(m_session->Commands(), line);
@@ -164,7 +164,7 @@ void InteractiveSession::OnChange(const QVariantMap& change)
         return;
     }
     constexpr int kTitleColumns = 28;
-    const auto text = [](const QVariant& shown) { return Printable(TypedCommands::ShortText(shown)); };
+    const auto text = [](const QVariant& shown) { return Printable(TypedCommands::ShortString(shown)); };
     const QString time = style.Faint(QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz")));
     const QString title = Printable(name).leftJustified(kTitleColumns);
     const QString by = byPlugIn ? QStringLiteral("fired by the plug-in") : QStringLiteral("fired by the page");

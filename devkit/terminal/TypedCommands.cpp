@@ -36,7 +36,7 @@ QVariantMap Fire(const char* trigger)
     return Request("trigger", {{QStringLiteral("name"), QLatin1String(trigger)}});
 }
 
-QString Text(const QVariantMap& request, const char* argument)
+QString String(const QVariantMap& request, const char* argument)
 {
     return request.value(QLatin1String(argument)).toString();
 }
@@ -49,7 +49,7 @@ TypedCommands::TypedCommands(Host& host, Console& console, const QVariantMap& va
 
 void TypedCommands::Run(const CommandTable& commands, const QString& text)
 {
-    const Words::Line line = Words::Line::FromText(text);
+    const Words::Line line = Words::Line::FromString(text);
     const QString first = line.words.value(0);
     const QString last = line.words.value(2).toLower();
     const bool onOff = line.words.size() == 3 && (last == QLatin1String("on") || last == QLatin1String("off"));
@@ -158,20 +158,20 @@ void TypedCommands::Help(const CommandTable& commands)
 
 void TypedCommands::ShowAnswer(const QVariantMap& request, const Answer& answer)
 {
-    const QString op = Text(request, "op");
+    const QString op = String(request, "op");
     const QVariant& result = answer.value;
     if (!answer.Ok())
         Complain(answer.error);
     else if (op == QLatin1String("get"))
-        Say(QStringLiteral("%1 = %2").arg(Text(request, "name"), ShortText(result)));
+        Say(QStringLiteral("%1 = %2").arg(String(request, "name"), ShortString(result)));
     else if (op == QLatin1String("variables"))
         ShowVariables(request, result.toMap());
     else if (op == QLatin1String("store.get"))
         ShowEntry(request, result.toMap());
     else if (op == QLatin1String("store.set"))
         Say(QStringLiteral("Stored %1 = %2  (%3, scope %4)")
-                .arg(Text(request, "key"), ShortText(request.value(QStringLiteral("value"))), Text(request, "type"),
-                     Text(request, "scope")));
+                .arg(String(request, "key"), ShortString(request.value(QStringLiteral("value"))),
+                     String(request, "type"), String(request, "scope")));
     else if (result.userType() == QMetaType::QVariantList || result.userType() == QMetaType::QStringList)
         for (const QVariant& row : result.toList())
             Say(row.userType() == QMetaType::QString ? row.toString() : QString::fromUtf8(Json::Write(row)));
@@ -179,21 +179,21 @@ void TypedCommands::ShowAnswer(const QVariantMap& request, const Answer& answer)
         for (const QString& name : result.toMap().keys())
             Say(name + QLatin1String(": ") + QString::fromUtf8(Json::Write(result.toMap().value(name))));
     else if (result.isValid())
-        Say(ShortText(result));
+        Say(ShortString(result));
 }
 
 void TypedCommands::ShowEntry(const QVariantMap& request, const QVariantMap& entry)
 {
-    const QString key = Text(request, "key");
-    const QString scope = Text(request, "scope");
+    const QString key = String(request, "key");
+    const QString scope = String(request, "scope");
     if (!entry.value(QStringLiteral("found")).toBool())
     {
         Say(QStringLiteral("%1 is not in the store (scope %2).").arg(key, scope));
         return;
     }
-    const QString constraints = StoreEntry::ConstraintsText(entry.value(QStringLiteral("constraints")).toUInt());
+    const QString constraints = StoreEntry::ConstraintsString(entry.value(QStringLiteral("constraints")).toUInt());
     Say(QStringLiteral("%1 = %2  (%3, scope %4%5)")
-            .arg(key, ShortText(entry.value(QStringLiteral("value"))), entry.value(QStringLiteral("type")).toString(),
+            .arg(key, ShortString(entry.value(QStringLiteral("value"))), entry.value(QStringLiteral("type")).toString(),
                  scope, constraints.isEmpty() ? QString() : QLatin1String(", ") + constraints));
 }
 
@@ -203,17 +203,17 @@ void TypedCommands::ShowVariables(const QVariantMap& request, const QVariantMap&
     QString table;
     for (auto it = variables.begin(); it != variables.end(); ++it)
     {
-        const QString value = ShortText(it.value().toMap().value(QStringLiteral("value")));
+        const QString value = ShortString(it.value().toMap().value(QStringLiteral("value")));
         table +=
             QStringLiteral("  ") + it.key().leftJustified(kNameColumns) + QLatin1Char(' ') + value + QLatin1Char('\n');
     }
     if (table.isEmpty())
-        Complain(QStringLiteral("No variable begins with \"%1\".").arg(Text(request, "prefix")));
+        Complain(QStringLiteral("No variable begins with \"%1\".").arg(String(request, "prefix")));
     else
         m_console.Print(Printable(table));
 }
 
-QString TypedCommands::ShortText(const QVariant& value)
+QString TypedCommands::ShortString(const QVariant& value)
 {
     constexpr int kLongest = 60;
     if (!value.isValid())

@@ -28,7 +28,7 @@ public:
     void ShowPage();
 
     /// A value as a person reads it: a string as it is, anything else as JSON; cut where it is long.
-    static QString ShortText(const QVariant& value);
+    static QString ShortString(const QVariant& value);
 
 private:
     void Help(const CommandTable& commands);

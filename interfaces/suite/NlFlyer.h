@@ -1,6 +1,6 @@
 #pragma once
 
-/* Notification flyers (library nl_flyer_api_32). Every call returns 0 on success, else an error number. Texts are
+/* Notification flyers (library nl_flyer_api_32). Every call returns 0 on success, else an error number. Strings are
  * copied. UI thread only. */
 
 #include "suite/SuiteAbi.h"

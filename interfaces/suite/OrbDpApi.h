@@ -1,7 +1,7 @@
 #pragma once
 
 /* Metrics (library nl_orb_datapipeline_api_32). Events are recorded for the component `code`; the result is 0 on
- * success, else an error number. Texts are copied. Any thread. */
+ * success, else an error number. Strings are copied. Any thread. */
 
 #include "suite/SuiteAbi.h"
 

@@ -5,8 +5,9 @@
  * A store holds scopes, one for the machine ("S-1-5-18") and one for each user's SID; an empty SID is the calling user.
  * A scope maps keys (dotted lower-case names) to typed values and, beside each, a word of constraint bits.
  *
- * Every function may be called from any thread. Texts that a function returns belong to the caller, who hands them back
- * with OrbStrata_FreeString, also after a failure; null is accepted. No function blocks on a notification callback. */
+ * Every function may be called from any thread. Strings that a function returns belong to the caller, who hands them
+ * back with OrbStrata_FreeString, also after a failure; null is accepted. No function blocks on a notification
+ * callback. */
 
 #include "suite/SuiteAbi.h"
 
@@ -40,10 +41,10 @@ enum
 };
 
 /* Tells of a change that was not made through the subscribing handle. Called on a thread of the store's, never from
- * inside another store call, once for each change in the order of their commits. `objectText` is the text form of a
+ * inside another store call, once for each change in the order of their commits. `objectString` is the text form of a
  * structured value (see OrbStrata_CreateObjectFromString), else null; texts are valid during the call only. */
 typedef void(NL_SUITE_CALL* OrbStrataCallback)(void* context, const wchar_t* key, int32_t changeType,
-                                               const char* objectText);
+                                               const char* objectString);
 
 /* Handles. `store` is "safe"; `clientId` names the program for the store's diagnostics. A result other than 0 means no
  * handle. A normal handle may write only below "windows.browsing_protection.internal."; an elevated one, which the user

@@ -30,7 +30,7 @@ public:
 template <>
 Clipboard& System<Clipboard>()
 {
-    return Detail::Undying<ApplicationClipboard>();
+    return Detail::NoDestructor<ApplicationClipboard>();
 }
 
 } // namespace Platform

@@ -128,7 +128,7 @@ public:
 template <>
 Clock& System<Clock>()
 {
-    return Detail::Undying<PosixClock>();
+    return Detail::NoDestructor<PosixClock>();
 }
 
 } // namespace Platform

@@ -1,6 +1,6 @@
 #include "platform/DebugOutput.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -29,7 +29,7 @@ private:
 template <>
 DebugOutput& System<DebugOutput>()
 {
-    return Detail::Undying<StandardError>();
+    return Detail::NoDestructor<StandardError>();
 }
 
 } // namespace Platform

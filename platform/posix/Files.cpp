@@ -1,6 +1,6 @@
 #include "platform/Files.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

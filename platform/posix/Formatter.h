@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/FormatConversion.h"
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <algorithm>
 #include <cstdarg>
@@ -67,11 +67,11 @@ private:
             else
                 PutNumber(conversion, va_arg(m_arguments, std::uint64_t), false);
             return next;
-        case FormatArgument::WideText:
-            PutText(conversion, va_arg(m_arguments, const wchar_t*), L"(null)");
+        case FormatArgument::WideString:
+            PutString(conversion, va_arg(m_arguments, const wchar_t*), L"(null)");
             return next;
-        case FormatArgument::NarrowText:
-            PutText(conversion, va_arg(m_arguments, const char*), "(null)");
+        case FormatArgument::NarrowString:
+            PutString(conversion, va_arg(m_arguments, const char*), "(null)");
             return next;
         case FormatArgument::Pointer:
             conversion.type = L'X';
@@ -86,7 +86,7 @@ private:
     }
 
     template <class Source>
-    void PutText(const FormatConversion& conversion, const Source* text, const Source* null)
+    void PutString(const FormatConversion& conversion, const Source* text, const Source* null)
     {
         if (!text)
             text = null;

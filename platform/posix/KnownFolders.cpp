@@ -1,6 +1,6 @@
 #include "platform/KnownFolders.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <cstdlib>
 

@@ -1,6 +1,6 @@
 #include "platform/NamedEvents.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 #include "platform/posix/KernelObject.h"
 #include "platform/posix/SharedPage.h"
 
@@ -67,7 +67,7 @@ public:
 template <>
 NamedEvents& System<NamedEvents>()
 {
-    return Detail::Undying<PosixNamedEvents>();
+    return Detail::NoDestructor<PosixNamedEvents>();
 }
 
 } // namespace Platform

@@ -1,6 +1,6 @@
 #include "platform/NamedMutex.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 #include "platform/posix/SharedPage.h"
 
 #include <pthread.h>

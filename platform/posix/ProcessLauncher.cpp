@@ -1,6 +1,6 @@
 #include "platform/ProcessLauncher.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 #include "platform/posix/CommandLine.h"
 #include "platform/posix/KernelObject.h"
 
@@ -77,7 +77,7 @@ public:
 template <>
 ProcessLauncher& System<ProcessLauncher>()
 {
-    return Detail::Undying<PosixProcessLauncher>();
+    return Detail::NoDestructor<PosixProcessLauncher>();
 }
 
 } // namespace Platform

@@ -69,7 +69,7 @@ private:
 template <>
 Registry& System<Registry>()
 {
-    return Detail::Undying<IniRegistry>();
+    return Detail::NoDestructor<IniRegistry>();
 }
 
 } // namespace Platform

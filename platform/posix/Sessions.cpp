@@ -1,6 +1,6 @@
 #include "platform/Sessions.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <pwd.h>
 #include <unistd.h>
@@ -107,7 +107,7 @@ public:
 template <>
 Sessions& System<Sessions>()
 {
-    return Detail::Undying<PosixSessions>();
+    return Detail::NoDestructor<PosixSessions>();
 }
 
 } // namespace Platform

@@ -1,7 +1,7 @@
 #include "platform/SharedLibrary.h"
 
 #include "platform/Path.h"
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <dlfcn.h>
 

@@ -29,7 +29,7 @@ public:
 template <>
 Token& System<Token>()
 {
-    return Detail::Undying<PosixToken>();
+    return Detail::NoDestructor<PosixToken>();
 }
 
 } // namespace Platform

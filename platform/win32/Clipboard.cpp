@@ -21,7 +21,7 @@ public:
 template <>
 Clipboard& System<Clipboard>()
 {
-    return Detail::Undying<WindowsClipboard>();
+    return Detail::NoDestructor<WindowsClipboard>();
 }
 
 } // namespace Platform

@@ -67,7 +67,7 @@ public:
 template <>
 Clock& System<Clock>()
 {
-    return Detail::Undying<WindowsClock>();
+    return Detail::NoDestructor<WindowsClock>();
 }
 
 } // namespace Platform

@@ -19,7 +19,7 @@ public:
 template <>
 DebugOutput& System<DebugOutput>()
 {
-    return Detail::Undying<Debugger>();
+    return Detail::NoDestructor<Debugger>();
 }
 
 } // namespace Platform

@@ -21,7 +21,7 @@ public:
 template <>
 NamedEvents& System<NamedEvents>()
 {
-    return Detail::Undying<WindowsNamedEvents>();
+    return Detail::NoDestructor<WindowsNamedEvents>();
 }
 
 } // namespace Platform

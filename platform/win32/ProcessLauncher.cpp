@@ -39,7 +39,7 @@ public:
 template <>
 ProcessLauncher& System<ProcessLauncher>()
 {
-    return Detail::Undying<WindowsProcessLauncher>();
+    return Detail::NoDestructor<WindowsProcessLauncher>();
 }
 
 } // namespace Platform

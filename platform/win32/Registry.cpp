@@ -64,7 +64,7 @@ public:
 template <>
 Registry& System<Registry>()
 {
-    return Detail::Undying<WindowsRegistry>();
+    return Detail::NoDestructor<WindowsRegistry>();
 }
 
 } // namespace Platform

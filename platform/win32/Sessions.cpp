@@ -93,7 +93,7 @@ public:
 template <>
 Sessions& System<Sessions>()
 {
-    return Detail::Undying<WindowsSessions>();
+    return Detail::NoDestructor<WindowsSessions>();
 }
 
 } // namespace Platform

@@ -111,7 +111,7 @@ public:
 template <>
 Token& System<Token>()
 {
-    return Detail::Undying<WindowsToken>();
+    return Detail::NoDestructor<WindowsToken>();
 }
 
 } // namespace Platform

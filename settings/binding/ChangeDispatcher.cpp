@@ -41,7 +41,7 @@ ChangeDispatcher::Registration ChangeDispatcher::Subscribe(std::wstring key, Cha
 void ChangeDispatcher::OnPropertyChanged(const PropertyBase& property)
 {
     const std::lock_guard lock(m_mutex);
-    const std::wstring& key = property.GetKey().Text();
+    const std::wstring& key = property.GetKey().String();
     if (std::find(m_waiting.begin(), m_waiting.end(), key) != m_waiting.end())
         return;
     m_waiting.push_back(key);

@@ -66,7 +66,7 @@ public:
 
     [[nodiscard]] Registration Subscribe(const StrataSettings::PropertyBase& property, ChangeCallback callback)
     {
-        return Subscribe(property.GetKey().Text(), std::move(callback));
+        return Subscribe(property.GetKey().String(), std::move(callback));
     }
 
     /// Adds the groups that the tree has to those that the controller serves.

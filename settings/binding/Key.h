@@ -14,7 +14,7 @@ public:
     Key(const wchar_t* text) : m_text(text) {}
     Key(std::wstring text) : m_text(std::move(text)) {}
 
-    const std::wstring& Text() const noexcept { return m_text; }
+    const std::wstring& String() const noexcept { return m_text; }
     const wchar_t* c_str() const noexcept { return m_text.c_str(); }
 
     bool operator==(std::wstring_view text) const noexcept { return m_text == text; }

@@ -16,9 +16,9 @@ public:
     explicit Listener(Scope& scope) : OrbStrataSettingsListener(kSubscribe), m_scope(scope) {}
     ~Listener() override { Unsubscribe(); }
 
-    void OnSettingChanged(const std::wstring& key, std::int32_t type, const char* objectText) override
+    void OnSettingChanged(const std::wstring& key, std::int32_t type, const char* objectString) override
     {
-        if (!m_scope.Take(key, objectText))
+        if (!m_scope.Take(key, objectString))
             LOG(kChanged, 2, L"%s: Could not find '%ls', type %d", key.c_str(), type);
     }
 
@@ -33,9 +33,9 @@ private:
     static constexpr auto kSubscribeName = kName + L"Subscribe";
     static constexpr auto kChangedName = kName + L"OnSettingChanged";
     static constexpr auto kRemovedName = kName + L"OnSettingRemoved";
-    static constexpr FunctionLog kSubscribe{kSubscribeName.Text()};
-    static constexpr FunctionLog kChanged{kChangedName.Text()};
-    static constexpr FunctionLog kRemoved{kRemovedName.Text()};
+    static constexpr FunctionLog kSubscribe{kSubscribeName.String()};
+    static constexpr FunctionLog kChanged{kChangedName.String()};
+    static constexpr FunctionLog kRemoved{kRemovedName.String()};
 
     Scope& m_scope;
 };

@@ -65,7 +65,7 @@ void Model::CopyFrom(const Model& other)
 void Model::Register(PropertyBase& property)
 {
     m_nodes.emplace_back(&property);
-    const_cast<Model&>(Root()).m_keys.emplace(property.GetKey().Text(), &property);
+    const_cast<Model&>(Root()).m_keys.emplace(property.GetKey().String(), &property);
 }
 
 const Model& Model::Root() const noexcept

@@ -81,7 +81,7 @@ public:
         Take(*static_cast<const T*>(value), ModificationState::InStep);
     }
 
-    void Refresh(OrbStrataHandle handle, const char* objectText) override
+    void Refresh(OrbStrataHandle handle, const char* objectString) override
     {
         const std::lock_guard lock(m_mutex);
         const OrbStrataResult result = LoadLocked(handle);
@@ -91,7 +91,7 @@ public:
             TakeConstraints(0);
         }
         else if (m_reading == Reading::Failed && m_state != ModificationState::Changed)
-            TakeText(objectText);
+            TakeString(objectString);
     }
 
     void CopyFrom(const PropertyBase& other) override
@@ -120,7 +120,7 @@ protected:
     }
 
     /// Takes a structured value's text form; plain values have none. Under the mutex.
-    virtual void TakeText(const char*) {}
+    virtual void TakeString(const char*) {}
 
     void TakeDefault() override
     {
@@ -146,7 +146,7 @@ protected:
 private:
     static constexpr auto kLoadName = L"StrataSettings::Property<" + TypeName<T>::kValue + L">::Load";
     static constexpr auto kSaveName = L"StrataSettings::Property<" + TypeName<T>::kValue + L">::Save";
-    static constexpr LogNames kLogNames{FunctionLog(kLoadName.Text()), FunctionLog(kSaveName.Text())};
+    static constexpr LogNames kLogNames{FunctionLog(kLoadName.String()), FunctionLog(kSaveName.String())};
 
     const T m_default;
 

@@ -73,10 +73,10 @@ protected:
     virtual OrbStrataResult Write(OrbStrataHandle handle) = 0;
 
 public:
-    /// As Load(), but where the store holds nothing by now the default comes back, unconstrained. `objectText`, where
+    /// As Load(), but where the store holds nothing by now the default comes back, unconstrained. `objectString`, where
     /// it is not null, is a structured value's text and serves when the store cannot be read at this moment. Unlike a
     /// pushed value this can never bring back a value that a save of this property has replaced in the meantime.
-    virtual void Refresh(OrbStrataHandle handle, const char* objectText) = 0;
+    virtual void Refresh(OrbStrataHandle handle, const char* objectString) = 0;
 
     /// Takes value, constraints and state of a property of the same type.
     virtual void CopyFrom(const PropertyBase& other) = 0;

@@ -58,11 +58,11 @@ protected:
         return result;
     }
 
-    void TakeText(const char* objectText) override
+    void TakeString(const char* objectString) override
     {
-        if (!objectText)
+        if (!objectString)
             return;
-        const StrataObject object(OrbStrata_CreateObjectFromString(objectText));
+        const StrataObject object(OrbStrata_CreateObjectFromString(objectString));
         if (!object.Raw() || !OrbStrata_ObjectIsArray(object.Raw()))
             return;
         const auto content = StoreCodec<std::set<Item>>::FromArray(object);

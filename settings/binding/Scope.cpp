@@ -148,12 +148,12 @@ void Scope::ReadMissing(Attempt attempt)
     }
 }
 
-bool Scope::Take(std::wstring_view key, const char* objectText)
+bool Scope::Take(std::wstring_view key, const char* objectString)
 {
     PropertyBase* const property = m_settings.Find(key);
     if (!property)
         return false;
-    property->Refresh(m_effectiveHandle, objectText);
+    property->Refresh(m_effectiveHandle, objectString);
     if (property->TakeNews() && m_observer)
         m_observer->OnPropertyChanged(*property);
     if (property->IsMissing() && m_observer)

@@ -64,7 +64,7 @@ public:
     bool IsMissing() const;
 
     /// Reads a property anew after a notification, with the text that came with it. False when the key is unknown.
-    bool Take(std::wstring_view key, const char* objectText);
+    bool Take(std::wstring_view key, const char* objectString);
 
     const std::string& Sid() const noexcept { return m_sid; }
     bool IsElevated() const noexcept { return m_elevated; }

@@ -61,8 +61,8 @@ private:
     static constexpr auto kResetHandleName = kName + L"ResetHandle";
     static constexpr auto kLoadName = kName + L"Load";
     static constexpr auto kSaveName = kName + L"Save";
-    static constexpr LogNames kLogNames{FunctionLog(kConstructName.Text()), FunctionLog(kResetHandleName.Text()),
-                                        FunctionLog(kLoadName.Text()), FunctionLog(kSaveName.Text())};
+    static constexpr LogNames kLogNames{FunctionLog(kConstructName.String()), FunctionLog(kResetHandleName.String()),
+                                        FunctionLog(kLoadName.String()), FunctionLog(kSaveName.String())};
 };
 
 } // namespace StrataSettings

@@ -10,13 +10,13 @@ namespace
 {
 
 void NL_SUITE_CALL OnStoreNotification(void* context, const wchar_t* key, std::int32_t changeType,
-                                       const char* objectText)
+                                       const char* objectString)
 {
     auto* listener = static_cast<OrbStrataSettingsListener*>(context);
     if (changeType == ORB_STRATA_REMOVED)
         listener->OnSettingRemoved(key);
     else
-        listener->OnSettingChanged(key, changeType, objectText);
+        listener->OnSettingChanged(key, changeType, objectString);
 }
 
 } // namespace

@@ -36,7 +36,7 @@ public:
     /// Returns when no callback runs or will run. Called before the handle is closed.
     void Unsubscribe();
 
-    virtual void OnSettingChanged(const std::wstring& key, std::int32_t type, const char* objectText) = 0;
+    virtual void OnSettingChanged(const std::wstring& key, std::int32_t type, const char* objectString) = 0;
     virtual void OnSettingRemoved(const std::wstring& key) = 0;
 
 protected:

@@ -1,6 +1,6 @@
 #include "settings/binding/StoreCodec.h"
 
-#include "settings/binding/StoreText.h"
+#include "settings/binding/StoreString.h"
 
 #include <limits>
 
@@ -21,11 +21,11 @@ OrbStrataResult ReadNumber(Get get, OrbStrataHandle handle, const wchar_t* key, 
 }
 
 template <class Char, class Get>
-OrbStrataResult ReadText(Get get, OrbStrataHandle handle, const wchar_t* key, std::basic_string<Char>& value)
+OrbStrataResult ReadString(Get get, OrbStrataHandle handle, const wchar_t* key, std::basic_string<Char>& value)
 {
     static constexpr Char kEmpty[1] = {};
     OrbStrataResult result = ORB_STRATA_INVALID_HANDLE;
-    const StoreText<Char> text(get(handle, key, kEmpty, &result));
+    const StoreString<Char> text(get(handle, key, kEmpty, &result));
     if (result != ORB_STRATA_SUCCESS)
         return result;
     if (!text)
@@ -71,7 +71,7 @@ OrbStrataResult StoreCodec<std::int64_t>::Write(OrbStrataHandle handle, const wc
 
 OrbStrataResult StoreCodec<std::string>::Read(OrbStrataHandle handle, const wchar_t* key, std::string& value)
 {
-    return ReadText(OrbStrata_GetStringUtf8, handle, key, value);
+    return ReadString(OrbStrata_GetStringUtf8, handle, key, value);
 }
 
 OrbStrataResult StoreCodec<std::string>::Write(OrbStrataHandle handle, const wchar_t* key, const std::string& value)
@@ -81,7 +81,7 @@ OrbStrataResult StoreCodec<std::string>::Write(OrbStrataHandle handle, const wch
 
 OrbStrataResult StoreCodec<std::wstring>::Read(OrbStrataHandle handle, const wchar_t* key, std::wstring& value)
 {
-    return ReadText(OrbStrata_GetString, handle, key, value);
+    return ReadString(OrbStrata_GetString, handle, key, value);
 }
 
 OrbStrataResult StoreCodec<std::wstring>::Write(OrbStrataHandle handle, const wchar_t* key, const std::wstring& value)

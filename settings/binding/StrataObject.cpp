@@ -1,7 +1,7 @@
 #include "settings/binding/StrataObject.h"
 
 #include "logging/FunctionLog.h"
-#include "settings/binding/StoreText.h"
+#include "settings/binding/StoreString.h"
 
 namespace StrataSettings
 {
@@ -42,7 +42,7 @@ bool StrataObject::Get(const wchar_t* field, std::int64_t& value) const
 bool StrataObject::Get(const wchar_t* field, std::string& value) const
 {
     OrbStrataResult result = ORB_STRATA_INVALID_HANDLE;
-    const StoreText<char> read(OrbStrata_ObjectGetStringUtf8(m_object, field, "", &result));
+    const StoreString<char> read(OrbStrata_ObjectGetStringUtf8(m_object, field, "", &result));
     if (result != ORB_STRATA_SUCCESS || !read)
     {
         LOG(kGetLog, 5, L"%s: Failed to get string for key %ls, error: %du", field, static_cast<int>(result));

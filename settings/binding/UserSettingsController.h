@@ -166,11 +166,11 @@ private:
     static constexpr auto kLoadName = kName + L"Load";
     static constexpr auto kDelayedSaveName = kName + L"DelayedSaveProcessing";
     static constexpr auto kRemoveUnusedName = kName + L"RemoveUnused";
-    static constexpr FunctionLog kCreate{kCreateName.Text()};
-    static constexpr FunctionLog kEmplace{kEmplaceName.Text()};
-    static constexpr FunctionLog kLoad{kLoadName.Text()};
-    static constexpr FunctionLog kDelayedSaveProcessing{kDelayedSaveName.Text()};
-    static constexpr FunctionLog kRemoveUnused{kRemoveUnusedName.Text()};
+    static constexpr FunctionLog kCreate{kCreateName.String()};
+    static constexpr FunctionLog kEmplace{kEmplaceName.String()};
+    static constexpr FunctionLog kLoad{kLoadName.String()};
+    static constexpr FunctionLog kDelayedSaveProcessing{kDelayedSaveName.String()};
+    static constexpr FunctionLog kRemoveUnused{kRemoveUnusedName.String()};
 
     const std::shared_ptr<SystemController> m_system;
     const std::string m_currentSid;

@@ -3,7 +3,7 @@
 #include "delay_load/OrbDpApi.h"
 #include "delay_load/OrbStrataApi.h"
 #include "platform/SharedLibrary.h"
-#include "platform/Text.h"
+#include "platform/Utf.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/PlatformFakes.h"
 

@@ -74,7 +74,7 @@ std::vector<std::uint8_t> UserSid()
     return {1, 5, 0, 0, 0, 0, 0, 5, 21, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 3, 0, 0, 0, 0xE9, 3, 0, 0};
 }
 
-std::map<std::string, std::string> TextsOf(const RecordingHost& host)
+std::map<std::string, std::string> StringsOf(const RecordingHost& host)
 {
     const QMap<QString, QVariant> values = host.Values();
     std::map<std::string, std::string> texts;
@@ -279,7 +279,7 @@ void Day::ChangeSettings()
     m_host->PageSets(kVisible, false);
 }
 
-Day::Texts Day::WrongOnThePages()
+Day::Strings Day::WrongOnThePages()
 {
     OpenSettings();
     Refresh(*m_host);
@@ -287,34 +287,34 @@ Day::Texts Day::WrongOnThePages()
     return StaleOnThePages();
 }
 
-Day::Texts Day::StaleOnThePages()
+Day::Strings Day::StaleOnThePages()
 {
     RecordingHost freshHost;
     ContentControl fresh;
     EXPECT_TRUE(fresh.Initialize(&freshHost));
     Refresh(freshHost);
 
-    Texts shown = TextsOf(*m_host);
-    Texts wrong;
-    for (const auto& [variable, text] : TextsOf(freshHost))
+    Strings shown = StringsOf(*m_host);
+    Strings wrong;
+    for (const auto& [variable, text] : StringsOf(freshHost))
         if (shown[variable] != text)
             wrong[variable] = shown[variable] + " instead of " + text;
     wrong.erase("@Veridan\\TimeLock\\Data:block_description"); // tells of the last lock
     return wrong;
 }
 
-Day::Texts Day::ShownSwitches() const
+Day::Strings Day::ShownSwitches() const
 {
-    Texts shown;
+    Strings shown;
     for (const Switch& each : kSwitches)
-        shown[each.variable] = m_host->Text(each.variable);
+        shown[each.variable] = m_host->String(each.variable);
     return shown;
 }
 
-Day::Texts Day::StoredSwitches()
+Day::Strings Day::StoredSwitches()
 {
     Entries stored = Contents(kUser);
-    Texts expected;
+    Strings expected;
     for (const Switch& each : kSwitches)
         expected[each.variable] = stored[each.key].number ? "On" : "Off";
     return expected;

@@ -21,7 +21,7 @@ inline constexpr const wchar_t* kBankingSession = L"windows.browsing_protection.
 class Day : public StoreTest
 {
 protected:
-    using Texts = std::map<std::string, std::string>;
+    using Strings = std::map<std::string, std::string>;
 
     Day();
     ~Day() override;
@@ -38,12 +38,12 @@ protected:
     void End();
 
     /// What is not shown as it would be if the plug-in had just been started: now, and when the pages are opened anew.
-    Texts StaleOnThePages();
-    Texts WrongOnThePages();
+    Strings StaleOnThePages();
+    Strings WrongOnThePages();
 
     /// What the main page's switches show, and what the store holds for them.
-    Texts ShownSwitches() const;
-    Texts StoredSwitches();
+    Strings ShownSwitches() const;
+    Strings StoredSwitches();
 
     RecordingHost& Host() { return *m_host; }
 

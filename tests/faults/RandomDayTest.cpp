@@ -209,9 +209,9 @@ TEST_P(RandomDayTest, LeavesNothingStaleOnceNothingFailsAnyMore)
 
     const StoreTest::Stored trigger = Find(kUser, kTrigger);
     EXPECT_EQ(trigger.number < 0, m_locked);
-    const Texts stale = StaleOnThePages();
+    const Strings stale = StaleOnThePages();
     for (const char* id : kFollowed)
-        if (Host().Text(id).rfind("Move", 0) != 0) // a move that nobody may answer
+        if (Host().String(id).rfind("Move", 0) != 0) // a move that nobody may answer
             EXPECT_EQ(0u, stale.count(id)) << id << ": " << stale.at(id);
     EXPECT_THAT(WrongOnThePages(), IsEmpty());
     if (HasFailure())

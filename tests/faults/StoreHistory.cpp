@@ -1,6 +1,6 @@
 #include "tests/faults/StoreHistory.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -19,7 +19,7 @@ void StoreHistory::Add(const std::string& sid, const Entries& entries)
         const std::set<std::string> elements = ElementsOf(entry);
         if (past.times++ == 0)
             past.steadyElements = elements;
-        past.values.insert(TextOf(entry));
+        past.values.insert(StringOf(entry));
         past.constraints.insert(entry.constraints);
         past.elements.insert(elements.begin(), elements.end());
         std::set<std::string> steady;
@@ -37,7 +37,7 @@ std::vector<std::string> StoreHistory::WrongIn(const std::string& sid, const Ent
     {
         const auto past = pasts.find(key);
         if (past == pasts.end() || !MayHold(past->second, key, entry))
-            wrong.push_back(Platform::ToUtf8(key) + ": " + TextOf(entry));
+            wrong.push_back(Platform::ToUtf8(key) + ": " + StringOf(entry));
     }
     for (const auto& [key, past] : pasts)
         if (past.times == m_times.at(sid) && entries.count(key) == 0)
@@ -45,7 +45,7 @@ std::vector<std::string> StoreHistory::WrongIn(const std::string& sid, const Ent
     return wrong;
 }
 
-std::string StoreHistory::TextOf(const StoreTest::Stored& entry)
+std::string StoreHistory::StringOf(const StoreTest::Stored& entry)
 {
     return std::to_string(entry.type) + ' ' + std::to_string(entry.number) + ' ' + entry.text;
 }
@@ -70,7 +70,7 @@ bool StoreHistory::MayHold(const Past& past, const std::wstring& key, const Stor
     if (past.constraints.count(entry.constraints) == 0)
         return false;
     if (!IsList(key))
-        return past.values.count(TextOf(entry)) != 0;
+        return past.values.count(StringOf(entry)) != 0;
     const std::set<std::string> elements = ElementsOf(entry);
     const auto holds = [](const std::set<std::string>& whole, const std::set<std::string>& part) {
         return std::includes(whole.begin(), whole.end(), part.begin(), part.end());

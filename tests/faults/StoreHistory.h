@@ -29,7 +29,7 @@ private:
         int times = 0;
     };
 
-    static std::string TextOf(const StoreTest::Stored& entry);
+    static std::string StringOf(const StoreTest::Stored& entry);
     static std::set<std::string> ElementsOf(const StoreTest::Stored& entry);
     static bool IsList(const std::wstring& key);
     static bool MayHold(const Past& past, const std::wstring& key, const StoreTest::Stored& entry);

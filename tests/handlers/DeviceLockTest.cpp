@@ -102,7 +102,7 @@ TEST_F(DeviceLockTest, EvaluatesTheTriggerWhenTheEventLoopRuns)
 {
     Put(kUser, kTrigger, -1);
     Start();
-    EXPECT_EQ("Until %1", m_host.Text(kDescription));
+    EXPECT_EQ("Until %1", m_host.String(kDescription));
     EXPECT_THAT(m_host.Take("trigger"), IsEmpty());
     m_handler->OnEventLoopReady();
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("show_block_dialog", "grab_shortcuts"));
@@ -121,7 +121,7 @@ TEST_F(DeviceLockTest, WarnsLocksReassertsAndReleases)
     EXPECT_EQ(L"create 1 minute left|Soon", m_flyers.calls.front());
     m_host.Forget();
     ServiceTriggers(-1);
-    EXPECT_EQ("Locked", m_host.Text(kDescription));
+    EXPECT_EQ("Locked", m_host.String(kDescription));
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("show_block_dialog", "grab_shortcuts"));
     EXPECT_TRUE(IsReasserting());
     Elapse(m_handler->findChild<QTimer*>(), 1500);
@@ -164,7 +164,7 @@ TEST_F(DeviceLockTest, ALockTellsWhenItEnds)
     m_host.PageSets("@Veridan\\TimeLock\\Strings:tomorrow", "morgen");
     const auto until = [&](const char* utc) {
         ServiceTriggers(static_cast<int>(-FakeClock::Seconds(utc)));
-        return m_host.Text(kDescription);
+        return m_host.String(kDescription);
     };
     EXPECT_EQ("Until Today 18:05", until("2026-03-05T17:05:00"));
     EXPECT_EQ("Until Today 23:59", until("2026-03-05T22:59:59"));
@@ -193,10 +193,10 @@ TEST_F(DeviceLockTest, ALocksTextFollowsTheDate)
     m_clock.Set("2026-03-05T23:59:59");
     Start();
     ServiceTriggers(static_cast<int>(-FakeClock::Seconds("2026-03-06T07:00:00")));
-    EXPECT_EQ("Until Tomorrow 07:00", m_host.Text(kDescription));
+    EXPECT_EQ("Until Tomorrow 07:00", m_host.String(kDescription));
     m_clock.Advance(1);
     Elapse(m_handler->findChild<QTimer*>(), 1500);
-    EXPECT_EQ("Until Today 07:00", m_host.Text(kDescription));
+    EXPECT_EQ("Until Today 07:00", m_host.String(kDescription));
 }
 
 TEST_F(DeviceLockTest, AConstraintAloneNeitherWarnsNorLocks)

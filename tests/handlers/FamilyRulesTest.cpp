@@ -65,15 +65,15 @@ TEST_F(FamilyRulesTest, BedtimesComeFromTheRangesThatTouchMidnightElseFromTheOpt
     PutInt64(L"common.time.curfew.options.weekends.range.until", 8 * 3600 + 1800);
     PutRanges(L"tuesday", R"([{"from":0,"until":25200},{"from":43200,"until":46800},{"from":77400,"until":86400}])");
     m_host.PageFires(kLoadData);
-    EXPECT_EQ(ShortTime(21, 30), m_host.Text("@TimeLimit\\Data:bedtime_weekday_start"));
-    EXPECT_EQ(ShortTime(7, 0), m_host.Text("@TimeLimit\\Data:bedtime_weekday_stop"));
-    EXPECT_EQ(ShortTime(23, 0), m_host.Text("@TimeLimit\\Data:bedtime_weekend_start"));
-    EXPECT_EQ(ShortTime(8, 30), m_host.Text("@TimeLimit\\Data:bedtime_weekend_stop"));
+    EXPECT_EQ(ShortTime(21, 30), m_host.String("@TimeLimit\\Data:bedtime_weekday_start"));
+    EXPECT_EQ(ShortTime(7, 0), m_host.String("@TimeLimit\\Data:bedtime_weekday_stop"));
+    EXPECT_EQ(ShortTime(23, 0), m_host.String("@TimeLimit\\Data:bedtime_weekend_start"));
+    EXPECT_EQ(ShortTime(8, 30), m_host.String("@TimeLimit\\Data:bedtime_weekend_stop"));
 
     PutRanges(L"tuesday", R"([{"from":0,"until":3600},{"from":3600,"until":21600},{"from":18000,"until":19800},
                               {"from":77400,"until":82800},{"from":79200,"until":86400}])"); // touch or overlap
-    EXPECT_EQ(ShortTime(21, 30), m_host.Text("@TimeLimit\\Data:bedtime_weekday_start"));
-    EXPECT_EQ(ShortTime(6, 0), m_host.Text("@TimeLimit\\Data:bedtime_weekday_stop"));
+    EXPECT_EQ(ShortTime(21, 30), m_host.String("@TimeLimit\\Data:bedtime_weekday_start"));
+    EXPECT_EQ(ShortTime(6, 0), m_host.String("@TimeLimit\\Data:bedtime_weekday_stop"));
 }
 
 TEST_F(FamilyRulesTest, AnotherUserReloadsThePage)
@@ -131,7 +131,7 @@ TEST_F(FamilyRulesTest, UnlimitedTimeIsFollowed)
     m_clock.Set("2026-03-02T23:59:30"); // Monday has no limit
     Start();
     m_host.PageFires(kLoadData);
-    EXPECT_EQ("unlimited", m_host.Text(kRemaining));
+    EXPECT_EQ("unlimited", m_host.String(kRemaining));
     m_clock.Set("2026-03-03T00:00:30");
     Elapse(m_handler->findChild<QTimer*>(), 60'000);
     EXPECT_EQ(QVariant(60), m_host.Value(kRemaining));

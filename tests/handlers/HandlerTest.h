@@ -47,8 +47,8 @@ protected:
     void OpenSettings()
     {
         m_host.PageFires("@Veridan\\Settings\\Triggers:request_show_settings_ui");
-        ASSERT_NE(nullptr, m_mainGui->AdminHandle());
-        m_mainGui->AdminHandle()->Save();
+        ASSERT_NE(nullptr, m_mainGui->Elevated());
+        m_mainGui->Elevated()->Save();
         m_host.Forget();
         TakeWrites();
     }

@@ -7,16 +7,16 @@ TEST_F(MainGuiTest, SettingsPagesShareTheElevatedSettingsUntilTheyClose)
 {
     StartMainGui();
     m_host.PageFires(Ids::kRequestSettings);
-    const std::weak_ptr<ElevatedSettings> handle = m_mainGui->AdminHandle();
+    const std::weak_ptr<ElevatedSettings> handle = m_mainGui->Elevated();
     m_host.PageFires("@Veridan\\Settings\\Triggers:request_show_wf_page");
-    EXPECT_EQ(handle.lock(), m_mainGui->AdminHandle());
+    EXPECT_EQ(handle.lock(), m_mainGui->Elevated());
     m_host.PageFires(Ids::kSettingsClosed);
     EXPECT_TRUE(handle.expired());
     EXPECT_EQ(2u, OpenHandles());
 
     m_host.PageFires(Ids::kRequestSettings);
     m_host.PageFires("@CompSec\\Settings\\Triggers:ui_closed");
-    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
+    EXPECT_EQ(nullptr, m_mainGui->Elevated());
 }
 
 TEST_F(MainGuiTest, ElevatedSettingsStayWhileAnyElevatedPageIsOpen)
@@ -27,23 +27,23 @@ TEST_F(MainGuiTest, ElevatedSettingsStayWhileAnyElevatedPageIsOpen)
     m_host.PageFires(Ids::kRequestAddWebsites);
     m_host.PageFires(Ids::kSettingsClosed);
     m_host.PageFires("@ContentControl\\Triggers:close_website_list");
-    EXPECT_NE(nullptr, m_mainGui->AdminHandle());
+    EXPECT_NE(nullptr, m_mainGui->Elevated());
     m_host.PageFires("@ContentControl\\Triggers:close_add_websites_from_browser");
-    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
+    EXPECT_EQ(nullptr, m_mainGui->Elevated());
 }
 
 TEST_F(MainGuiTest, AnotherKindOfPageAsksAnew)
 {
     StartMainGui();
     m_host.PageFires(Ids::kRequestWebsiteList);
-    const auto first = m_mainGui->AdminHandle();
+    const auto first = m_mainGui->Elevated();
     m_host.PageFires(Ids::kRequestWebsiteList);
-    EXPECT_EQ(first, m_mainGui->AdminHandle());
+    EXPECT_EQ(first, m_mainGui->Elevated());
     m_host.PageFires(Ids::kRequestAddWebsites);
-    EXPECT_NE(first, m_mainGui->AdminHandle());
-    const auto second = m_mainGui->AdminHandle();
+    EXPECT_NE(first, m_mainGui->Elevated());
+    const auto second = m_mainGui->Elevated();
     m_host.PageFires(Ids::kRequestSettings); // settings pages take what is there
-    EXPECT_EQ(second, m_mainGui->AdminHandle());
+    EXPECT_EQ(second, m_mainGui->Elevated());
 }
 
 TEST_F(MainGuiTest, AWebsiteListShownWithoutARequestCountsAsOpen)
@@ -51,9 +51,9 @@ TEST_F(MainGuiTest, AWebsiteListShownWithoutARequestCountsAsOpen)
     StartMainGui();
     m_host.PageFires("@ContentControl\\Triggers:show_website_list");
     m_host.PageSets(Ids::kSaveAllowedUrl, "a.example");
-    EXPECT_NE(nullptr, m_mainGui->AdminHandle());
+    EXPECT_NE(nullptr, m_mainGui->Elevated());
     m_host.PageFires("@ContentControl\\Triggers:close_website_list");
-    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
+    EXPECT_EQ(nullptr, m_mainGui->Elevated());
 }
 
 TEST_F(MainGuiTest, ADeclinedPromptShowsNoPageAndLeavesNoTrace)
@@ -64,7 +64,7 @@ TEST_F(MainGuiTest, ADeclinedPromptShowsNoPageAndLeavesNoTrace)
     {
         LogCapture::Expect(2, kDeclined);
         m_host.PageFires(request);
-        EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
+        EXPECT_EQ(nullptr, m_mainGui->Elevated());
     }
     EXPECT_THAT(m_host.Take("trigger"), IsEmpty());
     LogCapture::Expect(2, kDeclined);
@@ -74,7 +74,7 @@ TEST_F(MainGuiTest, ADeclinedPromptShowsNoPageAndLeavesNoTrace)
 
     AnswerElevation(true);
     m_host.PageSets(Ids::kSaveAllowedUrl, "a.example"); // drops the handle only when no page counts as open
-    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
+    EXPECT_EQ(nullptr, m_mainGui->Elevated());
 }
 
 TEST_F(MainGuiTest, ARequestRefreshesAHiddenPageFirst)
@@ -101,7 +101,7 @@ TEST_F(MainGuiTest, AnAllowedUrlIsAddedAndTheHandleDropped)
                                                             "cher.example/a"));
     EXPECT_EQ(R"([{"allowed":true,"label":"","url":"http://bücher.example/a"}])", Find(kUser, Keys::kSites).text);
     EXPECT_EQ(1, reloads);
-    EXPECT_EQ(nullptr, m_mainGui->AdminHandle());
+    EXPECT_EQ(nullptr, m_mainGui->Elevated());
     EXPECT_EQ(2u, OpenHandles());
 }
 
@@ -109,12 +109,12 @@ TEST_F(MainGuiTest, AnAllowedUrlAsksAnewWhileAMyLinksUrlUsesWhatIsThere)
 {
     StartMainGui();
     OpenSettings();
-    const auto first = m_mainGui->AdminHandle();
+    const auto first = m_mainGui->Elevated();
     m_host.PageSets(Ids::kSaveMyLinksUrl, "a.example");
-    EXPECT_EQ(first, m_mainGui->AdminHandle());
+    EXPECT_EQ(first, m_mainGui->Elevated());
     m_host.PageSets(Ids::kSaveAllowedUrl, "b.example");
-    EXPECT_NE(first, m_mainGui->AdminHandle());
-    EXPECT_NE(nullptr, m_mainGui->AdminHandle()); // a page is open
+    EXPECT_NE(first, m_mainGui->Elevated());
+    EXPECT_NE(nullptr, m_mainGui->Elevated()); // a page is open
     EXPECT_EQ(R"([{"allowed":true,"label":"","url":"a.example"},{"allowed":true,"label":"","url":"b.example"}])",
               Find(kUser, Keys::kSites).text);
 }

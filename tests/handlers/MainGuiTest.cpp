@@ -35,9 +35,9 @@ TEST_F(MainGuiTest, StatusFollowsProtectionFirstThenFilterOrTimeLimit)
         Put(kUser, Keys::kTime, row.time);
         Settle();
         StartMainGui();
-        EXPECT_EQ(row.level, m_host.Text(Ids::kStatusLevel));
-        EXPECT_EQ(row.main, m_host.Text(Ids::kMainStatus));
-        EXPECT_EQ(row.sub, m_host.Text(Ids::kSubStatus));
+        EXPECT_EQ(row.level, m_host.String(Ids::kStatusLevel));
+        EXPECT_EQ(row.main, m_host.String(Ids::kMainStatus));
+        EXPECT_EQ(row.sub, m_host.String(Ids::kSubStatus));
     }
 }
 
@@ -48,7 +48,7 @@ TEST_F(MainGuiTest, SubStatusStaysWithoutTheUsersSettings)
     m_user.reset();
     m_mainGui->LoadStatus();
     EXPECT_THAT(m_host.Take("set"), ElementsAre("status_level", "main_status"));
-    EXPECT_EQ("as before", m_host.Text(Ids::kSubStatus));
+    EXPECT_EQ("as before", m_host.String(Ids::kSubStatus));
 }
 
 TEST_F(MainGuiTest, WithoutADataPeerStatusSaysSo)
@@ -70,9 +70,9 @@ TEST_F(MainGuiTest, ALoadShowsWhatTheStoreBringsLateAndHasEveryPageLoadIt)
     m_system = std::make_shared<SystemSettings>(nullptr, kSettingsClientId);
     StartMainGui();
     LogCapture::Take();
-    EXPECT_EQ("Ok", m_host.Text(Ids::kStatusLevel));
+    EXPECT_EQ("Ok", m_host.String(Ids::kStatusLevel));
     m_host.PageFires(kLoadData);
-    EXPECT_EQ("Off", m_host.Text("@BrowsingProtection\\Data:browsing_protection_state"));
+    EXPECT_EQ("Off", m_host.String("@BrowsingProtection\\Data:browsing_protection_state"));
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("load_data"));
 }
 

@@ -44,12 +44,12 @@ TEST_F(BrowserExtensionsTest, AReinstallRaisesTheCounterAndIsRecorded)
     EXPECT_EQ(42, Find(kUser, kReinstallCounter).number);
     EXPECT_THAT(m_host.Take("trigger"), ElementsAre("show_reinstall_dialog"));
     EXPECT_THAT(MetricEvents(), ElementsAre("browser_extensions_reinstall_triggered"));
-    EXPECT_EQ(nullptr, m_mainGui->AdminHandle()); // no page is open that would release it
+    EXPECT_EQ(nullptr, m_mainGui->Elevated()); // no page is open that would release it
     OpenSettings();
-    const auto before = m_mainGui->AdminHandle();
+    const auto before = m_mainGui->Elevated();
     m_host.PageFires(kReinstall);
     EXPECT_EQ(43, Find(kUser, kReinstallCounter).number);
-    EXPECT_NE(before, m_mainGui->AdminHandle()); // each reinstall asks anew
+    EXPECT_NE(before, m_mainGui->Elevated()); // each reinstall asks anew
 }
 
 TEST_F(HandlerTest, TheTraceTellsWhatThePagesDo)

@@ -78,7 +78,7 @@ TEST_F(StatisticsTest, EachPeriodCountsItsDaysInTheCountersOrder)
     EXPECT_EQ("web_sites_verified.plur=115 checked", Entries(kMonth)[2]);
     EXPECT_EQ("web_sites_verified.plur=1115 checked", Entries(kYear)[2]);
     EXPECT_EQ("web_sites_verified.plur=51115 checked", Entries(kAll)[2]); // future days, too
-    EXPECT_EQ(m_host.Text(kAll), m_host.Text(kValueBar));
+    EXPECT_EQ(m_host.String(kAll), m_host.String(kValueBar));
 }
 
 TEST_F(StatisticsTest, WithoutCountsTheTextsAreEmptyAndTheValueBarIsNotSet)
@@ -86,14 +86,14 @@ TEST_F(StatisticsTest, WithoutCountsTheTextsAreEmptyAndTheValueBarIsNotSet)
     Start(Day(0, kNothing));
     m_handler->UpdateStatistics();
     EXPECT_THAT(m_host.Take("set"), ElementsAre("json", "json_365", "json_30", "json_7"));
-    EXPECT_EQ("", m_host.Text(kAll));
+    EXPECT_EQ("", m_host.String(kAll));
 }
 
 TEST_F(StatisticsTest, CountersThatCouldNotBeReadAreShownOnceTheyCan)
 {
     Fail("OrbStrata_GetObject", kCounters, ORB_STRATA_STORE_FAILED, 1);
     Start(Day(0, R"("websitesChecked":2,"bankingSessions":0,"harmfulBlocks":0,"wtsScans":0,"wtsBlocks":0)"));
-    EXPECT_EQ("", m_host.Text(kWeek));
+    EXPECT_EQ("", m_host.String(kWeek));
     EXPECT_TRUE(m_user->LoadMissing());
     Settle();
     EXPECT_THAT(Entries(kWeek), ElementsAre("=2 checked"));
@@ -124,6 +124,6 @@ TEST_F(StatisticsTest, AnotherDateRepublishesAndTheSameDoesNot)
     EXPECT_THAT(m_host.Take("set"), IsEmpty());
     m_clock.Advance(7 * 86400); // the clock is set forward
     PassMinute();
-    EXPECT_EQ("", m_host.Text(kWeek));
+    EXPECT_EQ("", m_host.String(kWeek));
     EXPECT_THAT(Entries(kMonth), ElementsAre("=2 checked"));
 }

@@ -69,7 +69,7 @@ constexpr auto kLoadName = L"Property<" + kTypeName<T> + L">::Load";
 
 TEST(FunctionLog, BeginsEachLineWithTheName)
 {
-    const EntryLog log(kLoadName<bool>.Text());
+    const EntryLog log(kLoadName<bool>.String());
     LOG(log, 2, L"%s: error %d of '%hs'", 5, "key");
     LOG(log, 3, L"%s: done");
 

@@ -217,8 +217,8 @@ TEST_F(ContentControlTest, AStoreThatDoesNotOpenDoesNotStopTheStart)
 {
     Fail("OrbStrata_OpenHandle", nullptr, ORB_STRATA_STORE_FAILED, 0);
     EXPECT_TRUE(Load()->Initialize(&m_host));
-    EXPECT_EQ("Ok", m_host.Text("@ContentControl\\Status:status_level"));
-    EXPECT_EQ("Off", m_host.Text("@TimeLimit\\Data:time_limit_state"));
+    EXPECT_EQ("Ok", m_host.String("@ContentControl\\Status:status_level"));
+    EXPECT_EQ("Off", m_host.String("@TimeLimit\\Data:time_limit_state"));
 
     ClearFaults();
     Put(kUser, L"common.time.enabled", false);
@@ -242,5 +242,5 @@ TEST_F(ContentControlTest, TwentyLivesLeaveNothingBehind)
     }
     EXPECT_EQ(threads, ThreadCount());
     EXPECT_FALSE(MemoryWasLost());
-    EXPECT_EQ("Ok", m_host.Text("@ContentControl\\Status:status_level")); // the texts are the host's own
+    EXPECT_EQ("Ok", m_host.String("@ContentControl\\Status:status_level")); // the texts are the host's own
 }

@@ -102,7 +102,7 @@ QString StoreTypeName(OrbStrataType type)
     return QLatin1String(kNames[type]);
 }
 
-QString DefaultText(const StoreTest::Stored& entry)
+QString DefaultString(const StoreTest::Stored& entry)
 {
     if (entry.type == ORB_STRATA_TYPE_BOOL)
         return entry.number != 0 ? QStringLiteral("true") : QStringLiteral("false");
@@ -167,11 +167,11 @@ QByteArray GroupRows(const Model& group, const Findings& findings, const std::se
             rows += GroupRows(child, findings, shown, purposes);
         else
         {
-            const std::wstring& key = child.GetKey().Text();
+            const std::wstring& key = child.GetKey().String();
             const StoreTest::Stored& entry = findings.defaults.at(key);
             rows +=
                 Row({Code(QString::fromStdWString(key)), Code(ClassName(group)),
-                     Code(QString::fromStdWString(TypeNameOf(child))), DefaultText(entry), StoreTypeName(entry.type),
+                     Code(QString::fromStdWString(TypeNameOf(child))), DefaultString(entry), StoreTypeName(entry.type),
                      Scopes(shown, key), Scopes(findings.saved, key), purposes.Of(QString::fromStdWString(key))});
         }
     });

@@ -57,7 +57,7 @@ public:
         return m_socket.read(size).toStdString();
     }
     /// A frame of a short text.
-    std::string ReadText()
+    std::string ReadString()
     {
         const std::string head = Read(2);
         return head.empty() ? head : Read(head.back());
@@ -109,9 +109,9 @@ TEST_F(PageScenario, ThePageAndItsCommandsAreServedToWhoKnowsTheToken)
     client.SendFrame(0x00, hello.mid(9, 9));
     client.SendFrame(0x80, hello.mid(18));
     EXPECT_EQ(client.Read(6), "\x8A\x04ping");
-    EXPECT_THAT(client.ReadText(), AllOf(HasSubstr(R"({"id":1,"ok":true)"), HasSubstr(R"("protocol":1)")));
+    EXPECT_THAT(client.ReadString(), AllOf(HasSubstr(R"({"id":1,"ok":true)"), HasSubstr(R"("protocol":1)")));
     client.SendFrame(0x81, R"({"id":2,"op":"urls"})");
-    EXPECT_EQ(client.ReadText(), R"({"id":2,"ok":true,"result":[]})");
+    EXPECT_EQ(client.ReadString(), R"({"id":2,"ok":true,"result":[]})");
     client.SendFrame(0x88, {"\x03\xE9", 2});
     EXPECT_EQ(client.ReadAll(), Closed(1001));
 }

@@ -1,6 +1,6 @@
 #include "settings/binding/ScopedSettings.h"
 #include "platform/Format.h"
-#include "platform/Text.h"
+#include "platform/Utf.h"
 #include "settings/binding/Observer.h"
 #include "settings/model/VdnSettings.h"
 #include "tests/support/LogCapture.h"
@@ -32,7 +32,7 @@ class Recorder final : public StrataSettings::Observer
 public:
     void OnPropertyChanged(const StrataSettings::PropertyBase& property) override
     {
-        m_changed.push_back(property.GetKey().Text());
+        m_changed.push_back(property.GetKey().String());
     }
     void OnMissing() override { ++m_missing; }
 
@@ -65,7 +65,7 @@ TEST_F(ScopedSettingsTest, AHandleIsNotReset)
 {
     Scope scope(kUser, L"safe", L"test", false);
     EXPECT_FALSE(scope.ResetHandle());
-    const std::string handle = Platform::ToUtf8(Platform::FormatText(L"%p", scope.EffectiveHandle()));
+    const std::string handle = Platform::ToUtf8(Platform::FormatString(L"%p", scope.EffectiveHandle()));
     EXPECT_THAT(LogCapture::Take(),
                 ElementsAre(LogLine{5, kScopedName + "ScopedSettings: " + kUser + "/" + handle},
                             LogLine{2, kScopedName + "ResetHandle: Reseting non-null handle not allowed!"}));

@@ -44,8 +44,8 @@ TEST_F(TreeTest, EveryKeyIsUnique)
 {
     std::set<std::wstring> keys;
     for (const PropertyBase* property : Properties(m_tree))
-        EXPECT_TRUE(keys.insert(property->GetKey().Text()).second)
-            << QString::fromStdWString(property->GetKey().Text()).toStdString();
+        EXPECT_TRUE(keys.insert(property->GetKey().String()).second)
+            << QString::fromStdWString(property->GetKey().String()).toStdString();
 }
 
 TEST_F(TreeTest, EveryPropertyComesBackFromTheStoreAsItWasSaved)
@@ -62,7 +62,7 @@ TEST_F(TreeTest, EveryPropertyComesBackFromTheStoreAsItWasSaved)
     const std::vector<PropertyBase*> untouched = Properties(defaults);
     for (std::size_t i = 0; i < saved.size(); ++i)
     {
-        const std::string key = QString::fromStdWString(saved[i]->GetKey().Text()).toStdString();
+        const std::string key = QString::fromStdWString(saved[i]->GetKey().String()).toStdString();
         EXPECT_TRUE(HoldSameValue(*saved[i], *loaded[i])) << key;
         EXPECT_FALSE(HoldSameValue(*untouched[i], *loaded[i])) << key;
         EXPECT_EQ(ModificationState::InStep, loaded[i]->State()) << key;
@@ -78,7 +78,7 @@ TEST_F(TreeTest, OneChangedPropertyWritesOneKey)
         ASSERT_TRUE(m_scope.Save());
         const std::vector<WrittenKey> writes = TakeWrites();
         ASSERT_EQ(1u, writes.size());
-        EXPECT_EQ(property->GetKey().Text(), writes[0].key);
+        EXPECT_EQ(property->GetKey().String(), writes[0].key);
         EXPECT_EQ(kUser, writes[0].sid);
     }
     EXPECT_TRUE(m_scope.Save());
@@ -124,7 +124,7 @@ TEST_F(TreeTest, WhatComesFromTheStoreIsNotWrittenBack)
     const std::vector<PropertyBase*> followed = Properties(m_tree);
     for (std::size_t i = 0; i < followed.size(); ++i)
         EXPECT_TRUE(HoldSameValue(*expected[i], *followed[i]))
-            << QString::fromStdWString(followed[i]->GetKey().Text()).toStdString();
+            << QString::fromStdWString(followed[i]->GetKey().String()).toStdString();
     EXPECT_TRUE(m_scope.Save());
     EXPECT_TRUE(TakeWrites().empty());
 }

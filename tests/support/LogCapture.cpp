@@ -3,7 +3,7 @@
 #include "logging/Log.h"
 #include "platform/Format.h"
 #include "platform/LastError.h"
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <gtest/gtest.h>
 

@@ -39,7 +39,7 @@ public:
     QVariant Value(const char* id) const { return m_variables.Value(QLatin1String(id)); }
     /// Of every variable that was written.
     QMap<QString, QVariant> Values() const;
-    std::string Text(const char* id) const { return Value(id).toString().toStdString(); }
+    std::string String(const char* id) const { return Value(id).toString().toStdString(); }
 
     /// What was done since the last call, only entries that begin with `kind` ("set", "trigger", ...).
     Record Take(const std::string& kind);

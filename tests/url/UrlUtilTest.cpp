@@ -1,6 +1,6 @@
 #include "url/UrlUtil.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 #include "tests/support/LogCapture.h"
 #include "url/Punycode.h"
 

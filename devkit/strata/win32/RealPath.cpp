@@ -1,6 +1,6 @@
 #include "devkit/strata/RealPath.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 #include "devkit/strata/Stamp.h"
 
 #include "platform/Path.h"
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <utility>
 

@@ -41,7 +41,7 @@ public:
         return last;
     }
 
-    using Client::TextOf;
+    using Client::StringOf;
 
     const std::shared_ptr<Session> session;
     std::function<void(const QVariantMap& message)> onReceive;
@@ -81,9 +81,9 @@ protected:
 TEST_F(SessionTest, AnswerThatIsTooLongBecomesARefusal)
 {
     QVariantList pieces;
-    for (qint64 left = Json::kLongestText; left >= 0; left -= 1024 * 1024)
+    for (qint64 left = Json::kLongestString; left >= 0; left -= 1024 * 1024)
         pieces.append(pieces.isEmpty() ? QVariant(QString(1024 * 1024, 'x')) : pieces.first());
-    const QVariantMap refusal = Json::Parse(TestClient::TextOf({{"id", 7}, {"result", pieces}})).value.toMap();
+    const QVariantMap refusal = Json::Parse(TestClient::StringOf({{"id", 7}, {"result", pieces}})).value.toMap();
     EXPECT_EQ(refusal["id"], 7);
     EXPECT_EQ(refusal["ok"], false);
     EXPECT_EQ(refusal["error"], "The answer is too long; ask for less.");
@@ -174,13 +174,13 @@ TEST_F(SessionTest, EveryCommandIsInTheSchemaAndCanBeWrittenAsWords)
     {
         const QString op = row.toMap()["op"].toString();
         EXPECT_FALSE(row.toMap()["help"].toString().isEmpty()) << qUtf8Printable(op);
-        const Words::Line line = Words::Line::FromText(QString(op).replace('.', ' '));
+        const Words::Line line = Words::Line::FromString(QString(op).replace('.', ' '));
         const Words::Named named = Words::Find(one.session->Commands(), line.words);
         ASSERT_TRUE(named.command) << qUtf8Printable(op);
         EXPECT_EQ(named.command->op, op);
     }
     const auto request = [this](const char* text) {
-        const Words::Line line = Words::Line::FromText(text);
+        const Words::Line line = Words::Line::FromString(text);
         const Words::Named named = Words::Find(one.session->Commands(), line.words);
         return Words::ToRequest(*named.command, line, named.words).value;
     };

@@ -98,7 +98,7 @@ TEST_F(Damage, TruncatedStoreIsRefusedAndLeftAloneUntilItIsRepaired)
     }
     Put("data/store.db", whole);
     const Opened repaired(Kind::Normal);
-    EXPECT_EQ(Text(repaired, L"key99"), std::string(1000, 'x'));
+    EXPECT_EQ(String(repaired, L"key99"), std::string(1000, 'x'));
 }
 
 TEST_F(Damage, EmptyFileBesideALogIsRefusedButAnEmptyFileAloneBecomesAStore)

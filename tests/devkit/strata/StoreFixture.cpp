@@ -1,6 +1,6 @@
 #include "tests/devkit/strata/StoreFixture.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <utility>
 
@@ -79,7 +79,7 @@ std::string StoreFixture::LastError()
     return sentence;
 }
 
-std::string StoreFixture::Text(OrbStrataHandle handle, const wchar_t* key, OrbStrataResult* result)
+std::string StoreFixture::String(OrbStrataHandle handle, const wchar_t* key, OrbStrataResult* result)
 {
     char* text = OrbStrata_GetStringUtf8(handle, key, "default", result);
     const std::string copy = text;

@@ -75,7 +75,7 @@ protected:
     std::string StoreFile() const { return Path("data/store.db"); }
 
     static std::string LastError();
-    static std::string Text(OrbStrataHandle handle, const wchar_t* key, OrbStrataResult* result = nullptr);
+    static std::string String(OrbStrataHandle handle, const wchar_t* key, OrbStrataResult* result = nullptr);
     static OrbStrataResult SetObject(OrbStrataHandle handle, const wchar_t* key, const std::string& text);
     /// The stored entry as "type number text constraints"; empty if there is none.
     static std::string Stored(OrbStrataHandle handle, const wchar_t* key);

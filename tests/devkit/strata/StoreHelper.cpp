@@ -4,7 +4,7 @@
 
 #include "tests/devkit/strata/Privileges.h"
 
-#include "platform/Text.h"
+#include "platform/Utf.h"
 
 #include <chrono>
 #include <cstdio>

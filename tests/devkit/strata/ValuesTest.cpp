@@ -7,7 +7,7 @@ namespace
 
 using Values = StoreFixture;
 
-std::wstring WideText(OrbStrataHandle handle, const wchar_t* key)
+std::wstring WideString(OrbStrataHandle handle, const wchar_t* key)
 {
     wchar_t* text = OrbStrata_GetString(handle, key, L"default", nullptr);
     const std::wstring copy = text;
@@ -28,10 +28,10 @@ TEST_F(Values, TextsOfAnyCharactersAndLengthAreReadBackFromTheFile)
         ASSERT_EQ(OrbStrata_SetStringUtf8(writer, L"large", large.c_str()), 0U);
     }
     const Opened reader(Kind::Normal);
-    EXPECT_EQ(WideText(reader, L"wide"), wide);
-    EXPECT_EQ(WideText(reader, L"empty"), L"");
-    EXPECT_EQ(Text(reader, L"utf8"), utf8);
-    EXPECT_EQ(Text(reader, L"large"), large);
+    EXPECT_EQ(WideString(reader, L"wide"), wide);
+    EXPECT_EQ(WideString(reader, L"empty"), L"");
+    EXPECT_EQ(String(reader, L"utf8"), utf8);
+    EXPECT_EQ(String(reader, L"large"), large);
 }
 
 TEST_F(Values, ScopesAreSeparateAndTheEmptySidIsTheCallersOwn)
@@ -65,7 +65,7 @@ TEST_F(Values, ReadThatFailsGivesTheDefaultAndSaysWhy)
     EXPECT_EQ(result, OrbStrataResult{ORB_STRATA_NOT_FOUND});
     EXPECT_EQ(OrbStrata_GetInt64(handle, L"number", 42, &result), 42);
     EXPECT_EQ(result, OrbStrataResult{ORB_STRATA_WRONG_TYPE});
-    EXPECT_EQ(Text(handle, L"number", &result), "default");
+    EXPECT_EQ(String(handle, L"number", &result), "default");
     EXPECT_EQ(result, OrbStrataResult{ORB_STRATA_WRONG_TYPE});
     EXPECT_EQ(OrbStrata_GetObject(handle, L"number", &result), nullptr);
     EXPECT_EQ(result, OrbStrataResult{ORB_STRATA_WRONG_TYPE});

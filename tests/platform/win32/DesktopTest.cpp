@@ -15,7 +15,7 @@
 namespace
 {
 
-void PutText(const char* text)
+void PutString(const char* text)
 {
     ASSERT_TRUE(::OpenClipboard(nullptr));
     ::EmptyClipboard();
@@ -28,7 +28,7 @@ void PutText(const char* text)
 
 TEST(Clipboard, IsEmptyForAllFormatsAfterwards)
 {
-    PutText("IBAN");
+    PutString("IBAN");
     ASSERT_TRUE(::IsClipboardFormatAvailable(CF_UNICODETEXT));
     Platform::Clipboard& clipboard = Platform::Get<Platform::Clipboard>();
     ASSERT_TRUE(clipboard.Open());

@@ -74,13 +74,13 @@ TEST_P(Registry, AValueOfAnotherTypeIsAbsent)
 
 TEST_P(Registry, TextIsWholeHoweverItWasStored)
 {
-    const std::wstring longText(5000, L'\xE4');
-    Write(L"long", REG_SZ, longText.data(), (longText.size() + 1) * sizeof(wchar_t));
+    const std::wstring longString(5000, L'\xE4');
+    Write(L"long", REG_SZ, longString.data(), (longString.size() + 1) * sizeof(wchar_t));
     Write(L"unterminated", REG_SZ, L"abc", 3 * sizeof(wchar_t));
     Write(L"twice terminated", REG_SZ, L"abc\0", 5 * sizeof(wchar_t));
     Write(L"empty", REG_SZ, L"", sizeof(wchar_t));
     Write(L"nothing", REG_SZ, L"", 0);
-    EXPECT_EQ(ReadString(L"long"), longText);
+    EXPECT_EQ(ReadString(L"long"), longString);
     EXPECT_EQ(ReadString(L"unterminated"), L"abc");
     EXPECT_EQ(ReadString(L"twice terminated"), L"abc");
     EXPECT_EQ(ReadString(L"empty"), L"");

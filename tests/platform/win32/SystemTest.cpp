@@ -5,8 +5,8 @@
 #include "platform/Registry.h"
 #include "platform/Sessions.h"
 #include "platform/SharedLibrary.h"
-#include "platform/Text.h"
 #include "platform/Token.h"
+#include "platform/Utf.h"
 #include "platform/win32/Win32.h"
 
 #include <gmock/gmock.h>
@@ -30,7 +30,7 @@ using testing::StartsWith;
 
 constexpr DWORD kDeadline = 30000;
 
-std::wstring TextOf(std::vector<std::uint8_t> sid)
+std::wstring StringOf(std::vector<std::uint8_t> sid)
 {
     wchar_t* text = nullptr;
     EXPECT_TRUE(::ConvertSidToStringSidW(sid.data(), &text));
@@ -61,8 +61,8 @@ TEST(Sessions, AnAccountIsFoundInTwoSteps)
 
     std::vector<std::uint8_t> own;
     ASSERT_EQ(sessions.ProcessUser(own), 0U);
-    EXPECT_EQ(TextOf(sid), TextOf(own));
-    EXPECT_THAT(TextOf(own), StartsWith(L"S-1-5-21-"));
+    EXPECT_EQ(StringOf(sid), StringOf(own));
+    EXPECT_THAT(StringOf(own), StartsWith(L"S-1-5-21-"));
 
     sidSize = domainSize = 0;
     EXPECT_EQ(sessions.LookupAccount(L"nobody.of.this.name", nullptr, &sidSize, nullptr, &domainSize),
@@ -183,21 +183,21 @@ TEST(ProcessLauncher, RunsAProgramOfTheSystemFolder)
 }
 
 /// What a debugger would be told. Windows offers the text wide, Wine narrow.
-std::string g_debuggerText;
+std::string g_debuggerString;
 
 LONG CALLBACK OnException(EXCEPTION_POINTERS* pointers)
 {
-    constexpr DWORD kNarrowText = 0x40010006;
-    constexpr DWORD kWideText = 0x4001000A;
+    constexpr DWORD kNarrowString = 0x40010006;
+    constexpr DWORD kWideString = 0x4001000A;
     const EXCEPTION_RECORD& record = *pointers->ExceptionRecord;
-    if (record.ExceptionCode == kWideText)
+    if (record.ExceptionCode == kWideString)
     {
-        g_debuggerText = Platform::ToAnsi(reinterpret_cast<const wchar_t*>(record.ExceptionInformation[1]));
+        g_debuggerString = Platform::ToAnsi(reinterpret_cast<const wchar_t*>(record.ExceptionInformation[1]));
         return EXCEPTION_CONTINUE_EXECUTION;
     }
-    if (record.ExceptionCode == kNarrowText)
+    if (record.ExceptionCode == kNarrowString)
     {
-        g_debuggerText = reinterpret_cast<const char*>(record.ExceptionInformation[1]);
+        g_debuggerString = reinterpret_cast<const char*>(record.ExceptionInformation[1]);
         return EXCEPTION_CONTINUE_EXECUTION;
     }
     return EXCEPTION_CONTINUE_SEARCH;
@@ -208,7 +208,7 @@ TEST(DebugOutput, ReachesADebugger)
     void* const handler = ::AddVectoredExceptionHandler(1, OnException);
     Platform::Get<Platform::DebugOutput>().Write(L"a line\n");
     ::RemoveVectoredExceptionHandler(handler);
-    EXPECT_EQ(g_debuggerText, "a line\n");
+    EXPECT_EQ(g_debuggerString, "a line\n");
 }
 
 TEST(Files, RemovalAtRestartIsPutDownWithTheSystem)

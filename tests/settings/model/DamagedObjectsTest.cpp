@@ -53,10 +53,10 @@ protected:
 
     void Store(const StrataSettings::PropertyBase& property, const std::string& text)
     {
-        Put(kUser, property.GetKey().Text(), Stored{ORB_STRATA_TYPE_OBJECT, 0, text, 0});
+        Put(kUser, property.GetKey().String(), Stored{ORB_STRATA_TYPE_OBJECT, 0, text, 0});
     }
 
-    std::string StoredText(const StrataSettings::PropertyBase& property)
+    std::string StoredString(const StrataSettings::PropertyBase& property)
     {
         return Find(kUser, property.GetKey().c_str()).text;
     }
@@ -68,7 +68,7 @@ protected:
         for (const Case<Item>& one : cases)
         {
             Store(property, one.stored);
-            const std::string stored = StoredText(property);
+            const std::string stored = StoredString(property);
             LogCapture::Take();
             property.Load();
             EXPECT_EQ(one.lines, LogCapture::Take()) << one.stored;
@@ -78,7 +78,7 @@ protected:
 
             EXPECT_TRUE(m_scope.Save());
             EXPECT_THAT(TakeWrites(), IsEmpty()) << one.stored;
-            EXPECT_EQ(stored, StoredText(property));
+            EXPECT_EQ(stored, StoredString(property));
         }
     }
 
@@ -186,11 +186,11 @@ TEST_F(DamagedObjectsTest, AChangeOfADamagedListSavesEveryElementAsItIsHeld)
     ASSERT_TRUE(m_scope.Save());
     EXPECT_EQ(std::string(R"([{"allowed":false,"label":"L","url":""},{"allowed":false,"label":"A","url":"a"},)") +
                   kGood + R"(,{"allowed":true,"label":"N","url":"new.example"}])",
-              StoredText(m_sites));
+              StoredString(m_sites));
     EXPECT_TRUE(m_sites.WasReadWhole());
     m_tree.sites.Remove("");
     ASSERT_TRUE(m_scope.Save());
-    EXPECT_EQ(std::string::npos, StoredText(m_sites).find(R"("url":"")"));
+    EXPECT_EQ(std::string::npos, StoredString(m_sites).find(R"("url":"")"));
 }
 
 TEST_F(DamagedObjectsTest, ConstrainingTheStatisticsWritesNothingOverWhatCannotBeRead)
@@ -208,7 +208,7 @@ TEST_F(DamagedObjectsTest, ConstrainingTheStatisticsWritesNothingOverWhatCannotB
                               "web_content_control.enabled' reading failed, error 110");
         ASSERT_TRUE(m_scope.Load());
         ASSERT_TRUE(m_scope.Save());
-        EXPECT_EQ(stored, StoredText(statistics.dailyCounters));
+        EXPECT_EQ(stored, StoredString(statistics.dailyCounters));
         EXPECT_EQ("yes", Find(kUser, flag).text);
     }
 
@@ -217,7 +217,7 @@ TEST_F(DamagedObjectsTest, ConstrainingTheStatisticsWritesNothingOverWhatCannotB
     ASSERT_TRUE(m_scope.Load());
     LogCapture::Take();
     ASSERT_TRUE(m_scope.Save());
-    EXPECT_EQ("[" + complete + "]", StoredText(statistics.dailyCounters));
+    EXPECT_EQ("[" + complete + "]", StoredString(statistics.dailyCounters));
 }
 
 TEST_F(DamagedObjectsTest, AWeekReplacesTheRangesOfADayThatCouldNotBeReadAtFirst)
@@ -235,6 +235,6 @@ TEST_F(DamagedObjectsTest, AWeekReplacesTheRangesOfADayThatCouldNotBeReadAtFirst
         monday.Load();
         ASSERT_TRUE(m_tree.time.curfews.FromLegacyUiString(week));
         ASSERT_TRUE(m_scope.Save());
-        EXPECT_EQ(ranges, StoredText(monday));
+        EXPECT_EQ(ranges, StoredString(monday));
     }
 }

@@ -55,11 +55,11 @@ void OwnRegistry::Set(const QString& key, const QString& name, const QVariant& v
     const std::wstring valueName = name.toStdWString();
     const std::wstring text = value.toString().toStdWString();
     const DWORD number = value.toUInt();
-    const bool isText = value.type() == QVariant::String;
+    const bool isString = value.type() == QVariant::String;
     for (const Root& root : m_implementation->roots)
     {
-        RegSetKeyValueW(root.key, path.c_str(), valueName.c_str(), isText ? REG_SZ : REG_DWORD,
-                        isText ? static_cast<const void*>(text.c_str()) : &number,
-                        isText ? static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)) : sizeof(number));
+        RegSetKeyValueW(root.key, path.c_str(), valueName.c_str(), isString ? REG_SZ : REG_DWORD,
+                        isString ? static_cast<const void*>(text.c_str()) : &number,
+                        isString ? static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)) : sizeof(number));
     }
 }

@@ -1,15 +1,15 @@
-#include "devkit/core/NamedEvents.h"
+#include "devkit/core/MadeEvents.h"
 
 #include "platform/LastError.h"
 #include "platform/NamedEvents.h"
 
-NamedEvents::~NamedEvents()
+MadeEvents::~MadeEvents()
 {
     for (const auto& [name, event] : m_events)
         Platform::Close(event);
 }
 
-QString NamedEvents::Create(const QString& name)
+QString MadeEvents::Create(const QString& name)
 {
     if (const auto earlier = m_events.find(name); earlier != m_events.end())
     {
@@ -23,7 +23,7 @@ QString NamedEvents::Create(const QString& name)
     return {};
 }
 
-std::optional<bool> NamedEvents::IsSignalled(const QString& name) const
+std::optional<bool> MadeEvents::IsSignalled(const QString& name) const
 {
     const auto event = m_events.find(name);
     if (event == m_events.end())
@@ -31,7 +31,7 @@ std::optional<bool> NamedEvents::IsSignalled(const QString& name) const
     return Platform::Get<Platform::NamedEvents>().IsSet(event->second);
 }
 
-QVariantList NamedEvents::List() const
+QVariantList MadeEvents::List() const
 {
     QVariantList rows;
     for (const auto& [name, event] : m_events)

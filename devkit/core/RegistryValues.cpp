@@ -1,6 +1,6 @@
-#include "devkit/core/Registry.h"
+#include "devkit/core/RegistryValues.h"
 
-bool Registry::Set(Root root, const QString& key, const QString& value, const QVariant& data)
+bool RegistryValues::Set(Root root, const QString& key, const QString& value, const QVariant& data)
 {
     const auto settings = Open(root, key);
     settings->setValue(value, data);
@@ -8,7 +8,7 @@ bool Registry::Set(Root root, const QString& key, const QString& value, const QV
     return settings->status() == QSettings::NoError;
 }
 
-bool Registry::Remove(Root root, const QString& key, const QString& value)
+bool RegistryValues::Remove(Root root, const QString& key, const QString& value)
 {
     const auto settings = Open(root, key);
     settings->remove(value);
@@ -16,7 +16,7 @@ bool Registry::Remove(Root root, const QString& key, const QString& value)
     return settings->status() == QSettings::NoError;
 }
 
-QVariant Registry::Get(Root root, const QString& key, const QString& value) const
+QVariant RegistryValues::Get(Root root, const QString& key, const QString& value) const
 {
     return Open(root, key)->value(value);
 }

@@ -1,14 +1,14 @@
-#include "devkit/core/Registry.h"
+#include "devkit/core/RegistryValues.h"
 
 #include <QDir>
 
-Registry::Registry(const QString& folder) : m_folder(folder)
+RegistryValues::RegistryValues(const QString& folder) : m_folder(folder)
 {
     QDir().mkpath(folder);
     qputenv("VERIDAN_REGISTRY_DIR", QFile::encodeName(folder));
 }
 
-std::unique_ptr<QSettings> Registry::Open(Root root, const QString& key) const
+std::unique_ptr<QSettings> RegistryValues::Open(Root root, const QString& key) const
 {
     const QString file = root == Root::Machine ? QStringLiteral("/machine.ini") : QStringLiteral("/user.ini");
     auto settings = std::make_unique<QSettings>(m_folder + file, QSettings::IniFormat);

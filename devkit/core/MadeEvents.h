@@ -9,13 +9,13 @@
 #include <optional>
 
 /// Named system events that the host makes for the plug-in to signal. They live as long as this object.
-class NamedEvents
+class MadeEvents
 {
 public:
-    NamedEvents() = default;
-    ~NamedEvents();
-    NamedEvents(const NamedEvents&) = delete;
-    NamedEvents& operator=(const NamedEvents&) = delete;
+    MadeEvents() = default;
+    ~MadeEvents();
+    MadeEvents(const MadeEvents&) = delete;
+    MadeEvents& operator=(const MadeEvents&) = delete;
 
     /// Makes an event, not signalled, in place of the one that this object made before. The reason when that fails,
     /// else empty.

@@ -7,10 +7,10 @@
 #include <string>
 
 /// The least that a log which processes share has to do for a line: lock, go to the end, write once, unlock.
-class Floor
+class Baseline
 {
 public:
-    explicit Floor(const std::wstring& path);
+    explicit Baseline(const std::wstring& path);
 
     void Write(const std::string& line);
 

@@ -1,8 +1,8 @@
-#include "devkit/core/Registry.h"
+#include "devkit/core/RegistryValues.h"
 
-Registry::Registry(const QString& folder) : m_folder(folder) {}
+RegistryValues::RegistryValues(const QString& folder) : m_folder(folder) {}
 
-std::unique_ptr<QSettings> Registry::Open(Root root, const QString& key) const
+std::unique_ptr<QSettings> RegistryValues::Open(Root root, const QString& key) const
 {
     const QString top =
         root == Root::Machine ? QStringLiteral("HKEY_LOCAL_MACHINE\\") : QStringLiteral("HKEY_CURRENT_USER\\");

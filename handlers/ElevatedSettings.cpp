@@ -1,9 +1,9 @@
-#include "handlers/SaveController.h"
+#include "handlers/ElevatedSettings.h"
 
 #include "handlers/MainGuiHandler.h"
 
-std::shared_ptr<ElevatedSettings> SaveController(const FunctionLog& log, const std::weak_ptr<MainGuiHandler>& mainGui,
-                                                 const wchar_t* initialized)
+std::shared_ptr<ElevatedSettings>
+FindElevatedSettings(const FunctionLog& log, const std::weak_ptr<MainGuiHandler>& mainGui, const wchar_t* initialized)
 {
     const auto handler = mainGui.lock();
     if (!handler)
@@ -11,7 +11,7 @@ std::shared_ptr<ElevatedSettings> SaveController(const FunctionLog& log, const s
         LOG(log, 1, L"%s: gui handler doesn't exist");
         return nullptr;
     }
-    auto settings = handler->AdminHandle();
+    auto settings = handler->Elevated();
     if (!settings)
         LOG(log, 1, L"%s: saveController is not %ls", initialized);
     return settings;

@@ -9,7 +9,7 @@ namespace NlOrbLogging
 
 /// Room for a text, on the stack up to `Inline` characters. Never throws.
 template <class Char, std::size_t Inline>
-class TextBuffer
+class StringBuffer
 {
 public:
     /// Makes room for `size` characters; what was there is lost. False: there is no memory.

@@ -3,7 +3,7 @@
 #include "devkit/core/StoreAccess.h"
 
 /// Entries as the command line prints them.
-namespace EntryText
+namespace EntryString
 {
 
 /// The value alone: a string as it is, anything else as in JSON.
@@ -15,4 +15,4 @@ QByteArray AsLine(const QString& key, const StoreEntry& entry);
 /// A scope's entries as a JSON object by key, one entry a line; what "import" and "seed" read.
 QByteArray Export(const StoreAccess::Entries& entries);
 
-} // namespace EntryText
+} // namespace EntryString

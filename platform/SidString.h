@@ -8,6 +8,6 @@ namespace Platform
 {
 
 /// The text of a security identifier in the binary form of Windows, "S-1-..."; empty for bytes that are no SID.
-std::wstring SidText(const std::vector<std::uint8_t>& sid);
+std::wstring SidString(const std::vector<std::uint8_t>& sid);
 
 } // namespace Platform

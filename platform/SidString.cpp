@@ -1,4 +1,4 @@
-#include "platform/SidText.h"
+#include "platform/SidString.h"
 
 #include "platform/Format.h"
 
@@ -21,7 +21,7 @@ std::uint32_t SubAuthority(const std::uint8_t* bytes)
 
 } // namespace
 
-std::wstring SidText(const std::vector<std::uint8_t>& sid)
+std::wstring SidString(const std::vector<std::uint8_t>& sid)
 {
     if (sid.size() < kHeaderSize || sid[1] > kMaximumSubAuthorities || sid.size() < kHeaderSize + 4u * sid[1])
         return {};
@@ -29,7 +29,7 @@ std::wstring SidText(const std::vector<std::uint8_t>& sid)
     for (std::size_t i = 2; i < kHeaderSize; ++i)
         authority = authority << 8 | sid[i];
     std::wstring text = L"S-" + std::to_wstring(sid[0]) + L"-";
-    text += authority <= 0xFFFFFFFF ? std::to_wstring(authority) : FormatText(L"0x%012I64X", authority);
+    text += authority <= 0xFFFFFFFF ? std::to_wstring(authority) : FormatString(L"0x%012I64X", authority);
     for (std::size_t i = 0; i < sid[1]; ++i)
         text += L"-" + std::to_wstring(SubAuthority(&sid[kHeaderSize + 4 * i]));
     return text;

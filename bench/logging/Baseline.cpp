@@ -1,14 +1,14 @@
-#include "bench/logging/Floor.h"
+#include "bench/logging/Baseline.h"
 
 #include <cstdint>
 
-Floor::Floor(const std::wstring& path)
+Baseline::Baseline(const std::wstring& path)
 {
     m_mutex.Create(path, nullptr);
     m_file.Open(path, nullptr);
 }
 
-void Floor::Write(const std::string& line)
+void Baseline::Write(const std::string& line)
 {
     m_mutex.Lock(500);
     std::uint64_t end = 0;

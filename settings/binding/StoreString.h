@@ -7,13 +7,13 @@
 namespace StrataSettings
 {
 
-struct FreeStoreText
+struct FreeStoreString
 {
     void operator()(void* text) const noexcept { OrbStrata_FreeString(text); }
 };
 
 /// A text that the store allocated; handed back to it in every case.
 template <class Char>
-using StoreText = std::unique_ptr<Char, FreeStoreText>;
+using StoreString = std::unique_ptr<Char, FreeStoreString>;
 
 } // namespace StrataSettings
