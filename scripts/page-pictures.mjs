@@ -23,6 +23,7 @@ for (const [name, route, colorScheme] of [
   ["family-rules", "/family-rules", "light"],
   ["statistics", "/statistics", "light"],
   ["websites", "/websites", "dark"],
+  ["history", "/history", "light"],
 ]) {
   const page = await browser.newPage({ viewport: { width: 1120, height: 780 }, colorScheme });
   await page.goto(address + route);
