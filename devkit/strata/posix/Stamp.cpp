@@ -71,14 +71,15 @@ public:
 
     void Wait() override
     {
-        constexpr int kUnwatched = 10; // ms between two looks
+        constexpr int kUnwatched = 10;  // ms between two looks
+        constexpr int kUnstamped = 250; // the same for a store that nobody has written yet: an idle host does nothing
         if (Watch())
             return; // what happened before is not told
         // The system does not tell that a folder was deleted while a file that was in it is open: without a stamp in
         // its place, this may be such a folder.
         const bool isThere = m_watch >= 0 && access(m_stampPath.c_str(), F_OK) == 0;
         pollfd sources[] = {{m_wake.Get(), POLLIN, 0}, {m_inotify.Get(), POLLIN, 0}};
-        poll(sources, 2, isThere ? -1 : kUnwatched);
+        poll(sources, 2, isThere ? -1 : m_watch >= 0 ? kUnstamped : kUnwatched);
         Drain(m_wake.Get());
         Drain(m_inotify.Get());
     }
