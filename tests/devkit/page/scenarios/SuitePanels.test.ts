@@ -41,6 +41,7 @@ test("settings of another process come, are found as one types, changed, enforce
   await row("Settings", /Enforced/).waitFor();
   host.strata("remove", "common.content.enabled");
   await row("Settings", /Enforced/).waitFor({ state: "detached" });
+  assert.equal(await editor.getByRole("button", { name: "Remove" }).isEnabled(), false);
   host.strata("set", "common.content.enabled", "true", "--type", "bool");
   await becomes(() => editor.getByRole("button", { name: "Remove" }).isEnabled(), true);
   await editor.getByRole("button", { name: "Remove" }).click();
