@@ -12,14 +12,14 @@ namespace
 using Platform::NamedMutex;
 using Wait = NamedMutex::Wait;
 
-constexpr const wchar_t* kName = L"Local\\Veridan_NamedMutexTest";
+constexpr const wchar_t* kMutexName = L"Local\\Veridan_NamedMutexTest";
 
 TEST(NamedMutex, ExcludesOtherHandlesOfTheSameName)
 {
     NamedMutex first;
     NamedMutex second;
-    ASSERT_EQ(first.Create(kName, nullptr), 0U);
-    ASSERT_EQ(second.Create(kName, nullptr), 0U);
+    ASSERT_EQ(first.Create(kMutexName, nullptr), 0U);
+    ASSERT_EQ(second.Create(kMutexName, nullptr), 0U);
     ASSERT_EQ(first.Lock(0), Wait::Acquired);
 
     std::thread([&] { EXPECT_EQ(second.Lock(10), Wait::TimedOut); }).join();
@@ -33,7 +33,7 @@ TEST(NamedMutex, ExcludesOtherHandlesOfTheSameName)
 TEST(NamedMutex, IsAbandonedByAThreadThatEndsWithIt)
 {
     NamedMutex mutex;
-    ASSERT_EQ(mutex.Create(kName, nullptr), 0U);
+    ASSERT_EQ(mutex.Create(kMutexName, nullptr), 0U);
     std::thread([&] { EXPECT_EQ(mutex.Lock(0), Wait::Acquired); }).join();
 
     EXPECT_EQ(mutex.Lock(0), Wait::Abandoned);
@@ -45,18 +45,18 @@ TEST(NamedMutex, IsAbandonedByAThreadThatEndsWithIt)
 TEST(NamedMutex, EndsWithItsLastUser)
 {
     NamedMutex late;
-    EXPECT_NE(late.Open(kName), 0U);
+    EXPECT_NE(late.Open(kMutexName), 0U);
     {
         NamedMutex first;
-        ASSERT_EQ(first.Create(kName, nullptr), 0U);
+        ASSERT_EQ(first.Create(kMutexName, nullptr), 0U);
         {
             NamedMutex second;
-            ASSERT_EQ(second.Open(kName), 0U);
+            ASSERT_EQ(second.Open(kMutexName), 0U);
         }
         NamedMutex third;
-        EXPECT_EQ(third.Open(kName), 0U);
+        EXPECT_EQ(third.Open(kMutexName), 0U);
     }
-    EXPECT_NE(late.Open(kName), 0U);
+    EXPECT_NE(late.Open(kMutexName), 0U);
     EXPECT_FALSE(late.IsOpen());
 }
 
@@ -73,7 +73,7 @@ TEST(NamedMutex, IsOneObjectHoweverManyOpenItAtOnce)
             for (int round = 0; round < kRounds; ++round)
             {
                 NamedMutex mutex;
-                ASSERT_EQ(mutex.Create(kName, nullptr), 0U);
+                ASSERT_EQ(mutex.Create(kMutexName, nullptr), 0U);
                 ASSERT_EQ(mutex.Lock(10000), Wait::Acquired);
                 overlaps += holders.fetch_add(1);
                 holders.fetch_sub(1);

@@ -40,11 +40,11 @@ std::map<std::wstring, DWORD> Granted(ACL* list, GENERIC_MAPPING mapping)
     return granted;
 }
 
-std::map<std::wstring, DWORD> GrantedOnMutex(const wchar_t* kName)
+std::map<std::wstring, DWORD> GrantedOnMutex(const wchar_t* name)
 {
     ACL* list = nullptr;
     PSECURITY_DESCRIPTOR descriptor = nullptr;
-    const HANDLE mutex = ::OpenMutexW(READ_CONTROL, FALSE, kName);
+    const HANDLE mutex = ::OpenMutexW(READ_CONTROL, FALSE, name);
     EXPECT_EQ(::GetSecurityInfo(mutex, SE_KERNEL_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, &list, nullptr,
                                 &descriptor),
               DWORD{ERROR_SUCCESS});
@@ -69,9 +69,9 @@ std::map<std::wstring, DWORD> GrantedOnFile(const std::wstring& path)
 class Security : public testing::Test
 {
 protected:
-    std::wstring Path(const char* kName) const
+    std::wstring Path(const char* name) const
     {
-        return QDir::toNativeSeparators(m_folder.filePath(QString::fromLatin1(kName))).toStdWString();
+        return QDir::toNativeSeparators(m_folder.filePath(QString::fromLatin1(name))).toStdWString();
     }
 
     QTemporaryDir m_folder;
@@ -112,14 +112,14 @@ TEST_F(Security, ARestrictedFileOrFolderIsOpenToNobodyElse)
     Platform::File file;
     ASSERT_TRUE(file.Open(Path("file"), kAdministratorsOnly));
     ASSERT_TRUE(Platform::MakeFolder(Path("folder"), kAdministratorsOnly));
-    for (const char* const kName : {"file", "folder"})
+    for (const char* const name : {"file", "folder"})
     {
-        const auto granted = GrantedOnFile(Path(kName));
-        ASSERT_EQ(granted.count(kSystem), 1U) << kName;
-        EXPECT_EQ(granted.at(kSystem), DWORD{FILE_ALL_ACCESS}) << kName;
-        EXPECT_LE(granted.size(), 2U) << kName;
+        const auto granted = GrantedOnFile(Path(name));
+        ASSERT_EQ(granted.count(kSystem), 1U) << name;
+        EXPECT_EQ(granted.at(kSystem), DWORD{FILE_ALL_ACCESS}) << name;
+        EXPECT_LE(granted.size(), 2U) << name;
         for (const wchar_t* const other : {L"S-1-1-0", L"S-1-5-11", L"S-1-5-32-545"})
-            EXPECT_EQ(granted.count(other), 0U) << kName << ' ' << other;
+            EXPECT_EQ(granted.count(other), 0U) << name << ' ' << other;
     }
 }
 

@@ -119,10 +119,12 @@ TEST(Token, APrimaryOneAndOneOfAnUnelevatedAdministratorAreAnswered)
 
 TEST(KnownFolders, AreTheOnesThatTheShellLists)
 {
-    constexpr const wchar_t* kKey = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+    constexpr const wchar_t* kShellFolders = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
     Platform::Registry& registry = Platform::Get<Platform::Registry>();
-    EXPECT_EQ(registry.ReadString(Platform::RegistryRoot::Machine, kKey, L"Common AppData"), Platform::CommonAppData());
-    EXPECT_EQ(registry.ReadString(Platform::RegistryRoot::User, kKey, L"Local AppData"), Platform::LocalAppData());
+    EXPECT_EQ(registry.ReadString(Platform::RegistryRoot::Machine, kShellFolders, L"Common AppData"),
+              Platform::CommonAppData());
+    EXPECT_EQ(registry.ReadString(Platform::RegistryRoot::User, kShellFolders, L"Local AppData"),
+              Platform::LocalAppData());
 }
 
 TEST(SharedLibrary, OnlyAnAbsolutePathIsLoaded)
