@@ -16,7 +16,7 @@ public:
         IPlugIn* const plugIn = qobject_cast<IPlugIn*>(m_loader.instance());
         if (!plugIn || !plugIn->Initialize(&host))
             qFatal("The plug-in does not start: %s", qPrintable(m_loader.errorString()));
-        host.EventLoopIsReady();
+        PageHost::EventLoopIsReady();
     }
     ~LoadedPlugIn() { m_loader.unload(); }
     LoadedPlugIn(const LoadedPlugIn&) = delete;

@@ -18,7 +18,7 @@ struct StoreLibrary
     struct
     {
         NL_ORB_STRATA_CONTROL_FUNCTIONS(NL_SUITE_ENTRY)
-    } control;
+    } control{};
 };
 
 /// A fresh folder with a settings store, which this process and those that it starts then use, and with a registry that

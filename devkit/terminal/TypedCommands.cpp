@@ -47,9 +47,9 @@ TypedCommands::TypedCommands(Host& host, Console& console, const QVariantMap& va
     : m_host(host), m_console(console), m_values(values), m_page(std::move(page)), m_ask(std::move(ask))
 {}
 
-void TypedCommands::Run(const CommandTable& commands, const QString& text)
+void TypedCommands::Run(const CommandTable& commands, const QString& typed)
 {
-    const Words::Line line = Words::Line::FromString(text);
+    const Words::Line line = Words::Line::FromString(typed);
     const QString first = line.words.value(0);
     const QString last = line.words.value(2).toLower();
     const bool onOff = line.words.size() == 3 && (last == QLatin1String("on") || last == QLatin1String("off"));

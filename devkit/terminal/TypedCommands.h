@@ -24,7 +24,7 @@ public:
     TypedCommands(Host& host, Console& console, const QVariantMap& values, QString page, Ask ask);
 
     /// `commands` are those of the session.
-    void Run(const CommandTable& commands, const QString& line);
+    void Run(const CommandTable& commands, const QString& typed);
     void ShowPage();
 
     /// A value as a person reads it: a string as it is, anything else as JSON; cut where it is long.
