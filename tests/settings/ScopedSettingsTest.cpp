@@ -218,6 +218,9 @@ TEST_F(ScopedSettingsTest, AListThatCannotBeReadIsTakenFromItsTextHoweverLongEls
     Settle();
     EXPECT_EQ(1u, list.Get().count(Settings::Site(url, true, "")));
     EXPECT_TRUE(scope.LoadOnce(&recorder)); // its constraints
+    Put(kUser, kList, Stored{ORB_STRATA_TYPE_OBJECT, 0, R"([{"allowed":false,"label":"","url":")" + url + R"("}])", 0});
+    Settle();
+    EXPECT_FALSE(list.Get().begin()->allowed);
 
     recorder.m_missing = 0;
     Fail("OrbStrata_GetObject", kList, ORB_STRATA_STORE_FAILED, 1);
