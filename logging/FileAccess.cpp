@@ -123,7 +123,10 @@ void FileAccess::Write(const void* data, std::uint32_t bytes)
 bool FileAccess::FindEnd(bool abandoned)
 {
     if (abandoned) // perhaps by a process that was rotating
+    {
+        m_file->Close();
         m_mutex.SetNumber(LiveFile::Number(LiveFile::Next(LiveFile(m_mutex.Number()).rotations), 0));
+    }
     const LiveFile live(m_mutex.Number());
     if (live.rotations != m_rotations)
         m_file->Close();
