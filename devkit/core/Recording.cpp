@@ -23,7 +23,7 @@ using Source = Recording::Source;
 constexpr EffectKind kEffects[] = {
     {"set", Source::Variables, true},   {"trigger", Source::Variables, true}, {"write", Source::Store, true},
     {"remove", Source::Store, true},    {"constrain", Source::Store, true},   {"flyer", Source::Flyers, false},
-    {"metric", Source::Metrics, false}, {"url", Source::Urls, false},         {"log", Source::Log, false},
+    {"metric", Source::Metrics, false}, {"url", Source::Urls, false},         {"log", Source::Log, true},
     {"result", Source::Answers, false}, {"error", Source::Answers, false},
 };
 

@@ -67,7 +67,7 @@ struct Recording
     /// error in `cut`.
     static Result<Recording> Read(const QByteArray& text, const CommandTable& commands);
 
-    /// What an effect is of: a variable's id, a key, else its kind ("flyer").
+    /// What an effect is of: a variable's id, a key, a message of the log, else its kind ("flyer").
     static QString NameOf(const QVariantMap& effect);
     /// Effects of one source come in an order that is the same every time; how sources come among each other is not.
     enum class Source
