@@ -72,11 +72,12 @@ function(veridan_program name)
   endif()
 endfunction()
 
-# veridan_test(NAME SOURCES ... [PRIVATE ...] [TIMEOUT s] [SHARDS n] [THREADED]): a GoogleTest program with the project's own main.
+# veridan_test(NAME SOURCES ... [PRIVATE ...] [TIMEOUT s] [COST n] [SHARDS n] [THREADED]): a GoogleTest program with the project's own main.
+# COST: about how many seconds it takes; what takes long begins first.
 # SHARDS: it runs as so many tests, NAME_1 and on, that share its cases.
 # THREADED: what it tests runs on several threads of this process; the thread sanitizer's run is made of these.
 function(veridan_test name)
-  cmake_parse_arguments(ARG "THREADED" "TIMEOUT;SHARDS" "SOURCES;PRIVATE" ${ARGN})
+  cmake_parse_arguments(ARG "THREADED" "TIMEOUT;COST;SHARDS" "SOURCES;PRIVATE" ${ARGN})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
@@ -99,6 +100,9 @@ function(veridan_test name)
     if(ARG_SHARDS)
       set_property(TEST ${test} APPEND PROPERTY ENVIRONMENT GTEST_TOTAL_SHARDS=${ARG_SHARDS} GTEST_SHARD_INDEX=${shard})
       math(EXPR shard "${shard} + 1")
+    endif()
+    if(ARG_COST)
+      set_tests_properties(${test} PROPERTIES COST ${ARG_COST})
     endif()
     if(ARG_THREADED)
       set_tests_properties(${test} PROPERTIES LABELS threaded)
