@@ -5,6 +5,8 @@
 
 #include <QFile>
 
+#include <string>
+
 using testing::AllOf;
 using testing::HasSubstr;
 
