@@ -14,7 +14,7 @@ Handle::~Handle()
 
 Handle& Handle::operator=(Platform::KernelHandle handle)
 {
-    constexpr FunctionLog log(L"RAII::Handle::operator =");
+    const FunctionLog log(L"RAII::Handle::operator =");
     if (handle == m_handle)
     {
         LOG(log, 2, L"%s: Invalid assingment, pointers are equal! %p==%p", m_handle, handle);

@@ -15,8 +15,8 @@ constexpr int kLateMs = 100; // what comes later has waited for a timer or for s
 /// Commands that may run the plug-in's code and yet change nothing themselves.
 const QStringList& Unrecorded()
 {
-    static const QStringList kOps{QStringLiteral("record"), QStringLiteral("settle"), QStringLiteral("quit")};
-    return kOps;
+    static const QStringList s_ops{QStringLiteral("record"), QStringLiteral("settle"), QStringLiteral("quit")};
+    return s_ops;
 }
 
 QVariant Take(QVariantMap& members, const char* name)

@@ -48,17 +48,17 @@ struct Recording
     };
 
     // Members of the head.
-    static constexpr QLatin1String kElevation{"elevation"};
-    static constexpr QLatin1String kLeftOut{"leftOut"};
-    static constexpr QLatin1String kLoaded{"loaded"};
-    static constexpr QLatin1String kStore{"store"};
-    static constexpr QLatin1String kVariables{"variables"};
+    static inline const QLatin1String kElevation{"elevation"};
+    static inline const QLatin1String kLeftOut{"leftOut"};
+    static inline const QLatin1String kLoaded{"loaded"};
+    static inline const QLatin1String kStore{"store"};
+    static inline const QLatin1String kVariables{"variables"};
     /// A member of a write: another thread of the plug-in's made it.
-    static constexpr QLatin1String kBackground{"background"};
+    static inline const QLatin1String kBackground{"background"};
     /// The one member of the last line.
-    static constexpr QLatin1String kEnd{"end"};
+    static inline const QLatin1String kEnd{"end"};
     /// What a line that is no effect is made of.
-    static constexpr QLatin1String kRequest{"request"};
+    static inline const QLatin1String kRequest{"request"};
 
     /// What this program writes, as the first members of a head.
     static QVariantMap Format();

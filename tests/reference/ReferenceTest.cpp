@@ -13,14 +13,14 @@ const QString kSources = QStringLiteral(VERIDAN_SOURCE_FOLDER);
 /// The variables that the handlers' sources name in full.
 std::set<QString> NamedVariables()
 {
-    static const QRegularExpression kId(QStringLiteral(R"re("(@[^"]*:[^"]+)")re"));
+    static const QRegularExpression s_id(QStringLiteral(R"re("(@[^"]*:[^"]+)")re"));
     std::set<QString> ids;
     QDirIterator files(kSources + QStringLiteral("/handlers"), {QStringLiteral("*.h"), QStringLiteral("*.cpp")});
     while (files.hasNext())
     {
         QFile file(files.next());
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        for (auto match = kId.globalMatch(QString::fromUtf8(file.readAll())); match.hasNext();)
+        for (auto match = s_id.globalMatch(QString::fromUtf8(file.readAll())); match.hasNext();)
             ids.insert(match.next().captured(1).replace(QLatin1String("\\\\"), QLatin1String("\\")));
     }
     return ids;

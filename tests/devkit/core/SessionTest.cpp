@@ -68,7 +68,7 @@ public:
 
 class SessionTest : public testing::Test
 {
-protected:
+public:
     SessionTest() { host.hub.Subscribe("@A:ask", this, &asker, "1OnAsked()"); }
 
     DataFolder folder;

@@ -44,7 +44,7 @@ constexpr const char* kNotify = "1OnNotify(VariableIdentifier)";
 
 class VariableHubTest : public testing::Test
 {
-protected:
+public:
     VariableHub::Warn warn = [this](const QString& sentence) { warnings.push_back(sentence.toStdString()); };
     VariableHub hub{warn};
     PlugInManager manager{hub, warn};
