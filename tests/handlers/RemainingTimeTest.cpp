@@ -16,11 +16,11 @@ namespace
 
 enum Day : std::size_t
 {
-    kSunday,
-    kMonday,
-    kTuesday,
-    kWednesday,
-    kThursday
+    Sunday,
+    Monday,
+    Tuesday,
+    Wednesday,
+    Thursday
 };
 
 constexpr std::optional<int> kUnlimited;
@@ -55,7 +55,7 @@ protected:
 
 TEST_F(RemainingTimeTest, AStartedMinuteCounts)
 {
-    Allow(kTuesday, Seconds(3600));
+    Allow(Tuesday, Seconds(3600));
     UseDevice(Seconds(3600 - 61), "2026-03-03T11:59:00");
     EXPECT_EQ(2, Left("2026-03-03T12:00:00"));
     UseDevice(Seconds(3600 - 60), "2026-03-03T11:59:00");
@@ -66,8 +66,8 @@ TEST_F(RemainingTimeTest, AStartedMinuteCounts)
 
 TEST_F(RemainingTimeTest, YesterdaysUseDoesNotCount)
 {
-    Allow(kTuesday, Seconds(3600));
-    Allow(kWednesday, Seconds(1800));
+    Allow(Tuesday, Seconds(3600));
+    Allow(Wednesday, Seconds(1800));
     UseDevice(Seconds(3600), "2026-03-03T20:00:00");
     EXPECT_EQ(0, Left("2026-03-03T20:01:00"));
     EXPECT_EQ(30, Left("2026-03-04T00:00:30"));
@@ -76,7 +76,7 @@ TEST_F(RemainingTimeTest, YesterdaysUseDoesNotCount)
 
 TEST_F(RemainingTimeTest, AsMuchAsTheDayHasIsUnlimited)
 {
-    Allow(kTuesday, Seconds(3600));
+    Allow(Tuesday, Seconds(3600));
     EXPECT_EQ(60, Left("2026-03-03T22:59:59"));
     EXPECT_EQ(kUnlimited, Left("2026-03-03T23:00:00"));
     m_settings.time.quotas.enabled.Set(false);
@@ -85,7 +85,7 @@ TEST_F(RemainingTimeTest, AsMuchAsTheDayHasIsUnlimited)
 
 TEST_F(RemainingTimeTest, AnExtensionLeavesAtLeastItsTime)
 {
-    Allow(kTuesday, Seconds(600));
+    Allow(Tuesday, Seconds(600));
     UseDevice(Seconds(600), "2026-03-03T11:00:00");
     m_device.extension.Set(At("2026-03-03T12:15:00"));
     EXPECT_EQ(10, Left("2026-03-03T12:00:00")); // the browser's own allowance is the smaller one
@@ -99,14 +99,14 @@ TEST_F(RemainingTimeTest, MalformedSettingsGiveNoMoreThanTheDay)
 {
     constexpr auto kLeast = std::numeric_limits<std::int64_t>::min();
     constexpr auto kMost = std::numeric_limits<std::int64_t>::max();
-    Allow(kTuesday, Seconds(3600));
+    Allow(Tuesday, Seconds(3600));
     UseDevice(Seconds(kLeast), "2026-03-03T11:00:00");
     m_browser.extension.Set(TimePoint(StrataSettings::Ticks(kLeast)));
     EXPECT_EQ(60, Left("2026-03-03T12:00:00"));
     UseDevice(Seconds(kMost), "2026-03-03T11:00:00");
     for (const std::int64_t allowance : {kLeast, kMost})
     {
-        Allow(kTuesday, Seconds(allowance));
+        Allow(Tuesday, Seconds(allowance));
         EXPECT_EQ(0, Left("2026-03-03T12:00:00"));
     }
     for (Settings::TimeLimitTrackingData* mode : {&m_device, &m_browser})
@@ -116,8 +116,8 @@ TEST_F(RemainingTimeTest, MalformedSettingsGiveNoMoreThanTheDay)
 
 TEST_F(RemainingTimeTest, TheLocalDayDecidesInZonesAndOverDaylightSaving)
 {
-    for (const Day day : {kSunday, kMonday})
-        Allow(day, Seconds(day == kSunday ? 1200 : 3600));
+    for (const Day day : {Sunday, Monday})
+        Allow(day, Seconds(day == Sunday ? 1200 : 3600));
     m_clock.SetOffset(60);
     m_clock.SetOffset(120, "2026-03-29T01:00:00"); // 29 March has 23 hours
     EXPECT_EQ(20, Left("2026-03-28T23:30:00"));    // Sunday, 00:30
@@ -136,8 +136,8 @@ TEST_F(RemainingTimeTest, TheLocalDayDecidesInZonesAndOverDaylightSaving)
 TEST_F(RemainingTimeTest, ATimeThatCannotBeConvertedAllowsTheWholeDay)
 {
     constexpr Seconds kWholeDay(86400);
-    Allow(kTuesday, Seconds(60));
-    Allow(kThursday, Seconds(60)); // 1 January 1970
+    Allow(Tuesday, Seconds(60));
+    Allow(Thursday, Seconds(60)); // 1 January 1970
     EXPECT_EQ(Seconds(60), TimeUtil::DayOfWeek(m_settings.time, At("2026-03-03T12:00:00")));
     EXPECT_EQ(kWholeDay, TimeUtil::DayOfWeek(m_settings.time, TimePoint()));
     m_clock.m_error = 22;

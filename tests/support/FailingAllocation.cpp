@@ -7,11 +7,11 @@
 namespace
 {
 
-thread_local std::int64_t t_left = -1; // allocations until one fails; negative: none does
+thread_local std::int64_t g_left = -1; // allocations until one fails; negative: none does
 
 void* Allocate(std::size_t size)
 {
-    if (t_left >= 0 && t_left-- == 0)
+    if (g_left >= 0 && g_left-- == 0)
         return nullptr;
     return std::malloc(size != 0 ? size : 1);
 }
@@ -20,17 +20,17 @@ void* Allocate(std::size_t size)
 
 FailingAllocation::FailingAllocation(std::size_t after)
 {
-    t_left = static_cast<std::int64_t>(after);
+    g_left = static_cast<std::int64_t>(after);
 }
 
 FailingAllocation::~FailingAllocation()
 {
-    t_left = -1;
+    g_left = -1;
 }
 
 bool FailingAllocation::HasFailed() const
 {
-    return t_left < 0;
+    return g_left < 0;
 }
 
 void* operator new(std::size_t size)
