@@ -216,9 +216,7 @@ void FileAccess::CreateLogDirectory()
 {
     const std::wstring folder = Platform::ParentFolder(m_path);
     if (m_perUser)
-    {
         m_utils->CreateDirectoryTree(folder, nullptr);
-    }
     else if (!m_utils->DirectoryExists(folder))
     {
         m_utils->CreateDirectoryTree(m_root, nullptr);

@@ -57,9 +57,7 @@ void Append(std::wstring& text, char32_t code)
         text += static_cast<wchar_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
     }
     else
-    {
         text += static_cast<wchar_t>(code);
-    }
 }
 
 /// The code point at `at`, which moves behind it; over-long forms, surrogates and cut sequences are ill-formed.
@@ -124,9 +122,7 @@ std::size_t ToUtf16(std::wstring_view text, char16_t* target)
     {
         const auto code = static_cast<char32_t>(character);
         if (code < 0x10000 || code > 0x10FFFF)
-        {
             *at++ = static_cast<char16_t>(code < 0x10000 ? code : kReplacement);
-        }
         else
         {
             *at++ = static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));

@@ -189,12 +189,8 @@ void VariableHub::WarnOfMisuse(const QString& name, Variable& variable, const QV
                            variable.triggers == 0;
     variable.warned = undeclared || otherType;
     if (undeclared)
-    {
         m_warn(QStringLiteral("The plug-in writes %1, which it has neither registered nor subscribed.").arg(name));
-    }
     else if (otherType)
-    {
         m_warn(QStringLiteral("%1 held a value of type %2 and is now written as %3.")
                    .arg(name, KindOf(variable.value), KindOf(value)));
-    }
 }

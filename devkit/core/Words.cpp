@@ -95,9 +95,7 @@ Result<QVariantMap> Words::ToRequest(const Command& command, const Line& line, i
             break;
         }
         else
-        {
             request.insert(name, next->FromWord(word));
-        }
     }
     for (const Parameter& parameter : command.parameters)
         if (parameter.need == Parameter::Need::Required && !parameter.option &&

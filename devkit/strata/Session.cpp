@@ -41,9 +41,7 @@ std::shared_ptr<Scope> Session::OpenScope(const std::string& sid)
     auto scope = std::make_shared<Scope>(Scope{sid, {}});
     const bool loaded = m_reader->Begin() && ReadChanges() && m_reader->Load(sid, scope->entries);
     if (loaded)
-    {
         m_scopes[sid] = scope;
-    }
     else
     {
         KeepError(m_reader->Error());

@@ -103,13 +103,9 @@ int SharedPage::OpenExisting()
     {};
     int error = 0;
     if (!Lock(m_file, LOCK_SH) || ::fstat(m_file, &status) != 0)
-    {
         error = errno;
-    }
     else if (status.st_nlink == 0)
-    {
         error = ENOENT;
-    }
     else
     {
         m_memory = Map(m_file, m_size);

@@ -80,9 +80,7 @@ TEST_F(VariableHubTest, NotificationsCausedByANotificationFollowItAndNeverNest)
     };
     first.onNotify = [this](const QString& id) {
         if (id == QLatin1String("@P:a"))
-        {
             peer->Trigger("@P:b", 0);
-        }
     };
     peer->SetValue("@P:a", 1, 0);
     EXPECT_THAT(calls, ElementsAre("first begins @P:a", "first ends @P:a", "second begins @P:a", "second ends @P:a",
