@@ -1,16 +1,7 @@
 import assert from "node:assert/strict";
-import { after, before, test } from "node:test";
-import type { Page } from "playwright-core";
-import { answer, becomes, isOn, openPage } from "../support/Browser";
-import { Host } from "../support/Host";
-
-let host: Host;
-let page: Page;
-before(async () => {
-  host = await Host.start();
-  page = await openPage(host.address);
-});
-after(() => host.end());
+import { test } from "node:test";
+import { answer, becomes, isOn } from "../support/Browser";
+import { host, page } from "../support/Scene";
 
 const control = (name: string) => page.getByRole("switch", { name, exact: true });
 

@@ -1,16 +1,7 @@
 import assert from "node:assert/strict";
-import { after, before, test } from "node:test";
-import type { Page } from "playwright-core";
-import { becomes, go, openPage } from "../support/Browser";
-import { Host } from "../support/Host";
-
-let host: Host;
-let page: Page;
-before(async () => {
-  host = await Host.start();
-  page = await openPage(host.address);
-});
-after(() => host.end());
+import { test } from "node:test";
+import { becomes, go } from "../support/Browser";
+import { host, page } from "../support/Scene";
 
 const row = (table: string, name: string | RegExp) => page.getByRole("table", { name: table }).getByRole("row", { name });
 const button = (name: string) => page.getByRole("button", { name, exact: true });

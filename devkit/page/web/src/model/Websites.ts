@@ -30,8 +30,9 @@ function rowsOf(name: ListName) {
 
 export const websites = { allowed: rowsOf("allowed"), denied: rowsOf("denied") };
 export const deniedEnabled = computed(() => tabs.value?.[1] !== "false");
+const waiting = signal(0); // changes
 /// A change is under way.
-export const working = signal(false);
+export const working = computed(() => waiting.value > 0);
 
 let hasRights = false;
 connection.onConnect(async () => {
@@ -49,20 +50,25 @@ export async function closeWebsites(): Promise<void> {
 }
 
 /// The first change on the page asks for the rights; they stay until it is closed. False: they were refused.
-async function change(work: () => Promise<void>): Promise<boolean> {
-  working.value = true;
-  try {
-    hasRights ||= await openSettings(settingsPages.websites);
-    if (!hasRights) {
-      tellFailed(text.value.refused);
-      return false;
-    }
-    await work();
-    await connection.request("settle", { timeoutMs: 30_000 });
-    return true;
-  } finally {
-    working.value = false;
+async function run(work: () => Promise<void>): Promise<boolean> {
+  hasRights ||= await openSettings(settingsPages.websites);
+  if (!hasRights) {
+    tellFailed(text.value.refused);
+    return false;
   }
+  await work();
+  await connection.request("settle", { timeoutMs: 30_000 });
+  return true;
+}
+
+let last: Promise<unknown> = Promise.resolve();
+
+/// One change after another, in the order in which they were asked for.
+function change(work: () => Promise<void>): Promise<boolean> {
+  waiting.value += 1;
+  const mine = last.then(() => run(work)).finally(() => (waiting.value -= 1));
+  last = mine.catch(() => undefined);
+  return mine;
 }
 
 function has(name: ListName, address: string): boolean {

@@ -66,7 +66,9 @@ function AddForm({ name }: { name: ListName }) {
   const add = async () => {
     const found = problemOf(name, typed);
     setProblem(found);
-    if (!found && (await addWebsite(name, typed.trim(), storedForm(typed)!))) setTyped("");
+    if (found) return;
+    setTyped(""); // for the next one, which may be typed before this one is in the list
+    if (!(await addWebsite(name, typed.trim(), storedForm(typed)!))) setTyped((next) => next || typed);
   };
   return (
     <form
@@ -74,7 +76,7 @@ function AddForm({ name }: { name: ListName }) {
       noValidate
       onSubmit={(event) => {
         event.preventDefault();
-        if (!working.value) attempt(add);
+        attempt(add);
       }}
     >
       <AddressField
@@ -87,7 +89,7 @@ function AddForm({ name }: { name: ListName }) {
           setProblem(undefined);
         }}
       />
-      <button class="button primary" disabled={working.value}>{t.add}</button>
+      <button class="button primary">{t.add}</button>
     </form>
   );
 }
