@@ -3,10 +3,11 @@
 #include "delay_load/NlFlyerApi.h"
 #include "delay_load/OrbDpApi.h"
 #include "delay_load/OrbStrataApi.h"
+#include "platform/Ansi.h"
 #include "platform/Path.h"
 #include "platform/Registry.h"
 #include "platform/SharedLibrary.h"
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <algorithm>
 #include <mutex>
@@ -120,7 +121,7 @@ private:
     /// library's place in `fileName`.
     std::uint32_t LoadFiles(std::string& fileName)
     {
-        const std::wstring name = Platform::FromUtf8(fileName);
+        const std::wstring name = Text::FromUtf8(fileName);
         std::vector<std::wstring> paths = DependenciesOf(name);
         paths.push_back(PathOfLibrary(name));
         m_files = new std::vector<SharedLibrary>(paths.size());

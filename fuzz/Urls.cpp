@@ -3,7 +3,7 @@
 #include "fuzz/HostOracle.h"
 #include "fuzz/PunycodeDecoder.h"
 #include "fuzz/Target.h"
-#include "platform/Utf.h"
+#include "text/Utf.h"
 #include "url/Punycode.h"
 #include "url/UrlUtil.h"
 
@@ -67,10 +67,10 @@ void RequireOnlyTheHostChanged(const std::string& url, const Difference& change)
 }
 
 const Target kTarget("urls", [](std::string_view input) {
-    const std::wstring url = Platform::FromUtf8(input);
-    const std::string before = Platform::ToUtf8(url);
+    const std::wstring url = Text::FromUtf8(input);
+    const std::string before = Text::ToUtf8(url);
     const std::string result = UrlUtil::GetPunycodeUrl(url);
-    Require(UrlUtil::GetPunycodeUrl(Platform::FromUtf8(result)) == result, "an ASCII host stays as it is");
+    Require(UrlUtil::GetPunycodeUrl(Text::FromUtf8(result)) == result, "an ASCII host stays as it is");
     const Difference change(before, result);
     RequireOnlyTheHostChanged(before, change);
     RequireDecodable(url);

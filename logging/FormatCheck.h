@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FormatConversion.h"
+#include "text/FormatConversion.h"
 
 #include <type_traits>
 
@@ -22,9 +22,9 @@ Types<Arguments...> TypesOf(Format, Arguments...);
 
 /// Whether a conversion may take an argument of this type.
 template <class T>
-constexpr bool Suits(Platform::FormatArgument wanted)
+constexpr bool Suits(Text::FormatArgument wanted)
 {
-    using Platform::FormatArgument;
+    using Text::FormatArgument;
     if constexpr (std::is_enum_v<T>)
     {
         return std::is_convertible_v<T, int> && Suits<std::underlying_type_t<T>>(wanted);
@@ -53,7 +53,7 @@ public:
     constexpr explicit Reader(const wchar_t* format) : m_at(format) {}
 
     /// What the next conversion takes, None where there is none.
-    constexpr Platform::FormatArgument Next()
+    constexpr Text::FormatArgument Next()
     {
         while (*m_at != 0)
         {
@@ -64,16 +64,16 @@ public:
                 ++m_at;
                 continue;
             }
-            Platform::FormatConversion conversion;
-            m_at = Platform::ReadConversion(m_at, conversion);
-            m_allKnown = m_allKnown && conversion.Argument(true) != Platform::FormatArgument::None;
+            Text::FormatConversion conversion;
+            m_at = Text::ReadConversion(m_at, conversion);
+            m_allKnown = m_allKnown && conversion.Argument(true) != Text::FormatArgument::None;
             return conversion.Argument(true);
         }
-        return Platform::FormatArgument::None;
+        return Text::FormatArgument::None;
     }
 
     /// Whether nothing is left, and all that was read is known.
-    constexpr bool IsThrough() { return Next() == Platform::FormatArgument::None && m_allKnown; }
+    constexpr bool IsThrough() { return Next() == Text::FormatArgument::None && m_allKnown; }
 
 private:
     const wchar_t* m_at;
@@ -84,7 +84,7 @@ template <class... Arguments>
 constexpr bool Matches(const wchar_t* format, Types<Arguments...>)
 {
     Reader reader(format);
-    return reader.Next() == Platform::FormatArgument::WideString // the function's name
+    return reader.Next() == Text::FormatArgument::WideString // the function's name
            && (Suits<Arguments>(reader.Next()) && ...) && reader.IsThrough();
 }
 

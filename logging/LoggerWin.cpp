@@ -4,12 +4,13 @@
 #include "logging/LogLine.h"
 #include "logging/LogSettings.h"
 #include "logging/StringBuffer.h"
+#include "platform/Ansi.h"
 #include "platform/Clock.h"
 #include "platform/DebugOutput.h"
 #include "platform/Format.h"
 #include "platform/LastError.h"
 #include "platform/Sessions.h"
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <chrono>
 #include <string_view>
@@ -220,7 +221,7 @@ void LoggerWin::FormatLine(int level, const wchar_t* message, std::size_t length
     if (prefix == 0)
         return;
     char16_t* end = line.Data() + prefix;
-    end += Platform::ToUtf16({message, length}, end);
+    end += Text::ToUtf16({message, length}, end);
     *end++ = u'\r';
     *end++ = u'\n';
     WriteLine(level, {line.Data(), static_cast<std::size_t>(end - line.Data())});
@@ -235,7 +236,7 @@ void LoggerWin::WriteLine(int level, std::u16string_view line)
             return;
     }
     if (m_debugOutput)
-        Platform::Get<Platform::DebugOutput>().Write(Platform::FromUtf16(line).c_str());
+        Platform::Get<Platform::DebugOutput>().Write(Text::FromUtf16(line).c_str());
     const std::lock_guard lock(m_lock);
     if (m_file)
         m_file->Write(line.data(), static_cast<std::uint32_t>(line.size() * sizeof(char16_t)));

@@ -1,7 +1,7 @@
 #include "url/UrlUtil.h"
 
 #include "logging/FunctionLog.h"
-#include "platform/Utf.h"
+#include "text/Utf.h"
 #include "url/Idna.h"
 
 #include <algorithm>
@@ -44,7 +44,7 @@ bool IsAscii(std::wstring_view text)
 /// Whether the text is made of characters, and not of surrogates out of place.
 bool IsWellFormed(const std::wstring& text)
 {
-    return Platform::FromUtf8(Platform::ToUtf8(text)) == text;
+    return Text::FromUtf8(Text::ToUtf8(text)) == text;
 }
 
 } // namespace
@@ -55,19 +55,19 @@ std::string GetPunycodeUrl(const std::wstring& url)
     const std::wstring_view text = url;
     const std::wstring_view hostString = text.substr(host.begin, host.end - host.begin);
     if (IsAscii(hostString))
-        return Platform::ToUtf8(url);
+        return Text::ToUtf8(url);
     if (!IsWellFormed(url))
     {
         LOG(kLog, 2, L"%s: Conversion from unicode to wide string failed");
-        return Platform::ToUtf8(url);
+        return Text::ToUtf8(url);
     }
     const auto ascii = HostToAscii(hostString);
     if (!ascii)
     {
         LOG(kLog, 2, L"%s: Punycode encoding failed");
-        return Platform::ToUtf8(url);
+        return Text::ToUtf8(url);
     }
-    return Platform::ToUtf8(text.substr(0, host.begin)) + *ascii + Platform::ToUtf8(text.substr(host.end));
+    return Text::ToUtf8(text.substr(0, host.begin)) + *ascii + Text::ToUtf8(text.substr(host.end));
 }
 
 } // namespace UrlUtil

@@ -1,7 +1,7 @@
 #include "util/Sid.h"
 
 #include "platform/Sessions.h"
-#include "platform/SidString.h"
+#include "text/SidString.h"
 
 #include <cwchar>
 #include <utility>
@@ -29,7 +29,7 @@ Sid::Sid(const std::wstring& accountName)
 
 std::wstring Sid::ToString() const
 {
-    return Platform::SidString(m_bytes);
+    return Text::SidString(m_bytes);
 }
 
 std::optional<std::uint32_t> Sid::RelativeId() const

@@ -1,6 +1,6 @@
 #include "bench/support/OwnStore.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -97,7 +97,7 @@ BareScope::BareScope(const std::string& sid, bool elevated)
 {
     OrbStrataResult result = ORB_STRATA_INVALID_HANDLE;
     const auto open = elevated ? OrbStrata_OpenElevatedHandle : OrbStrata_OpenHandle;
-    m_handle = open(L"safe", Platform::FromUtf8(sid).c_str(), L"bench", &result);
+    m_handle = open(L"safe", Text::FromUtf8(sid).c_str(), L"bench", &result);
     if (result != ORB_STRATA_SUCCESS)
         Stop(QStringLiteral("The store does not open: %1").arg(result));
 }

@@ -1,11 +1,11 @@
 #include "devkit/core/UserSid.h"
 
 #include "platform/Sessions.h"
-#include "platform/SidString.h"
+#include "text/SidString.h"
 
 QString UserSid()
 {
     std::vector<std::uint8_t> sid;
     const bool known = Platform::Get<Platform::Sessions>().ProcessUser(sid) == 0;
-    return known ? QString::fromStdWString(Platform::SidString(sid)) : QString();
+    return known ? QString::fromStdWString(Text::SidString(sid)) : QString();
 }

@@ -3,8 +3,8 @@
 #include "platform/KnownFolders.h"
 #include "platform/Path.h"
 #include "platform/Sessions.h"
-#include "platform/SidString.h"
-#include "platform/Utf.h"
+#include "text/SidString.h"
+#include "text/Utf.h"
 
 #include <cstdint>
 #include <vector>
@@ -16,7 +16,7 @@ std::string UserSid()
 {
     std::vector<std::uint8_t> sid;
     const bool known = Platform::System<Platform::Sessions>().ProcessUser(sid) == 0;
-    return known ? Platform::ToUtf8(Platform::SidString(sid)) : std::string();
+    return known ? Text::ToUtf8(Text::SidString(sid)) : std::string();
 }
 
 std::string DefaultStoreFile()
@@ -28,7 +28,7 @@ std::string DefaultStoreFile()
         for (const wchar_t* const name : {L"Norlane", L"Strata", L"store.db"})
             file = Platform::JoinPath(file, name);
     }
-    return Platform::ToUtf8(file);
+    return Text::ToUtf8(file);
 }
 
 } // namespace Strata

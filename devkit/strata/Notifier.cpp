@@ -1,6 +1,6 @@
 #include "devkit/strata/Notifier.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <utility>
 
@@ -157,7 +157,7 @@ void Notifier::DeliverQueued()
 
 void Notifier::Tell(const Interest& interest, const Delivery& delivery)
 {
-    const std::wstring key = Platform::FromUtf8(delivery.key);
+    const std::wstring key = Text::FromUtf8(delivery.key);
     const OrbStrataEntry entry = ViewOf(key.c_str(), delivery.entry);
     if (interest.watcher)
         interest.watcher(interest.context, delivery.changeType, &entry);

@@ -5,7 +5,7 @@
 #include "devkit/strata/Object.h"
 #include "devkit/strata/Utf8.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <cstdlib>
 #include <cwchar>
@@ -116,7 +116,7 @@ wchar_t* OrbStrata_GetString(OrbStrataHandle handle, const wchar_t* key, const w
     Entry entry;
     const auto answer = Read(handle, key, ORB_STRATA_TYPE_STRING, entry);
     Tell(result, answer);
-    return CopyString(answer == kSuccess ? Platform::FromUtf8(*entry.text).c_str() : defaultValue);
+    return CopyString(answer == kSuccess ? Text::FromUtf8(*entry.text).c_str() : defaultValue);
 }
 
 OrbStrataResult OrbStrata_SetString(OrbStrataHandle handle, const wchar_t* key, const wchar_t* value)

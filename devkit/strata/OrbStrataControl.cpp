@@ -3,7 +3,7 @@
 #include "devkit/strata/CInterface.h"
 #include "devkit/strata/Utf8.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <limits>
 #include <utility>
@@ -107,13 +107,13 @@ OrbStrataResult OrbStrataControl_List(OrbStrataHandle handle, const wchar_t* pre
     Entries entries;
     const auto result = Store::Instance().List(handle, prefix, entries);
     for (const auto& [key, entry] : entries)
-        Visit(Platform::FromUtf8(key).c_str(), entry, visitor, context);
+        Visit(Text::FromUtf8(key).c_str(), entry, visitor, context);
     return result;
 }
 
 bool OrbStrataControl_IsScope(const wchar_t* sid)
 {
-    return sid && IsScope(Platform::ToUtf8(sid));
+    return sid && IsScope(Text::ToUtf8(sid));
 }
 
 OrbStrataResult OrbStrataControl_WriteValue(OrbStrataHandle handle, const OrbStrataEntry* entry)

@@ -5,7 +5,7 @@
 #include "devkit/strata/Object.h"
 #include "devkit/strata/Utf8.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <utility>
 
@@ -23,7 +23,7 @@ OrbStrataResult FindField(const OrbStrataObject* object, const wchar_t* name, co
         return ORB_STRATA_INVALID_ARGUMENT;
     if (object->isArray)
         return ORB_STRATA_WRONG_TYPE;
-    const auto at = object->fields.find(Platform::ToUtf8(name));
+    const auto at = object->fields.find(Text::ToUtf8(name));
     if (at == object->fields.end())
         return ORB_STRATA_NOT_FOUND;
     value = std::get_if<Value>(&at->second);

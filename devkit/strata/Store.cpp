@@ -5,7 +5,7 @@
 #include "devkit/strata/Environment.h"
 #include "devkit/strata/Utf8.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <utility>
 
@@ -93,7 +93,7 @@ void Store::Shutdown()
 
 OrbStrataHandle Store::Open(const wchar_t* sid, Access access, const wchar_t* clientId, OrbStrataResult& result)
 {
-    const std::string scopeSid = !sid || *sid == L'\0' ? UserSid() : Platform::ToUtf8(sid);
+    const std::string scopeSid = !sid || *sid == L'\0' ? UserSid() : Text::ToUtf8(sid);
     result = ORB_STRATA_INVALID_ARGUMENT;
     if (!IsScope(scopeSid))
         return nullptr;

@@ -1,6 +1,6 @@
 #include "devkit/strata/WriteLog.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <utility>
 
@@ -46,7 +46,7 @@ void WriteLog::Tell()
 
 void WriteLog::Tell(const Write& write) const
 {
-    const std::wstring key = Platform::FromUtf8(write.change.key);
+    const std::wstring key = Text::FromUtf8(write.change.key);
     const OrbStrataEntry entry = ViewOf(key.c_str(), write.change.entry);
     const OrbStrataWrite told{write.change.scope.c_str(), &entry, write.change.valueWrite, write.by};
     m_observer(m_context, &told);

@@ -1,6 +1,6 @@
 #include "platform/DebugOutput.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -17,7 +17,7 @@ public:
     void Write(const wchar_t* text) override
     {
         if (m_on)
-            std::fputs(ToUtf8(text).c_str(), stderr);
+            std::fputs(Text::ToUtf8(text).c_str(), stderr);
     }
 
 private:

@@ -1,6 +1,6 @@
 #include "platform/Files.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -47,7 +47,8 @@ File::~File()
 bool File::Open(const std::wstring& path, const wchar_t* security)
 {
     Close();
-    m_handle = ::open(ToUtf8(path).c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY, FileMode(security));
+    m_handle =
+        ::open(Text::ToUtf8(path).c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY, FileMode(security));
     return IsOpen();
 }
 
@@ -94,29 +95,29 @@ bool FileExists(const std::wstring& path)
 {
     struct stat status
     {};
-    return ::lstat(ToUtf8(path).c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+    return ::lstat(Text::ToUtf8(path).c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
 }
 
 bool FolderExists(const std::wstring& path)
 {
     struct stat status
     {};
-    return ::stat(ToUtf8(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    return ::stat(Text::ToUtf8(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 bool MakeFolder(const std::wstring& path, const wchar_t* security)
 {
-    return ::mkdir(ToUtf8(path).c_str(), FolderMode(security)) == 0;
+    return ::mkdir(Text::ToUtf8(path).c_str(), FolderMode(security)) == 0;
 }
 
 bool Move(const std::wstring& from, const std::wstring& to)
 {
-    return std::rename(ToUtf8(from).c_str(), ToUtf8(to).c_str()) == 0;
+    return std::rename(Text::ToUtf8(from).c_str(), Text::ToUtf8(to).c_str()) == 0;
 }
 
 bool Remove(const std::wstring& path)
 {
-    return ::unlink(ToUtf8(path).c_str()) == 0;
+    return ::unlink(Text::ToUtf8(path).c_str()) == 0;
 }
 
 bool RemoveAtRestart(const std::wstring&)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/FormatConversion.h"
-#include "platform/Utf.h"
+#include "platform/Ansi.h"
+#include "text/FormatConversion.h"
 
 #include <algorithm>
 #include <cstdarg>
@@ -51,29 +51,29 @@ private:
     /// What follows a percent sign; returns where the format goes on.
     const Char* Convert(const Char* at)
     {
-        FormatConversion conversion;
-        const Char* const next = ReadConversion(at, conversion);
+        Text::FormatConversion conversion;
+        const Char* const next = Text::ReadConversion(at, conversion);
         switch (conversion.Argument(std::is_same_v<Char, wchar_t>))
         {
-        case FormatArgument::Int32:
+        case Text::FormatArgument::Int32:
             if (conversion.type == L'd')
                 PutSigned(conversion, va_arg(m_arguments, std::int32_t));
             else
                 PutNumber(conversion, va_arg(m_arguments, std::uint32_t), false);
             return next;
-        case FormatArgument::Int64:
+        case Text::FormatArgument::Int64:
             if (conversion.type == L'd')
                 PutSigned(conversion, va_arg(m_arguments, std::int64_t));
             else
                 PutNumber(conversion, va_arg(m_arguments, std::uint64_t), false);
             return next;
-        case FormatArgument::WideString:
+        case Text::FormatArgument::WideString:
             PutString(conversion, va_arg(m_arguments, const wchar_t*), L"(null)");
             return next;
-        case FormatArgument::NarrowString:
+        case Text::FormatArgument::NarrowString:
             PutString(conversion, va_arg(m_arguments, const char*), "(null)");
             return next;
-        case FormatArgument::Pointer:
+        case Text::FormatArgument::Pointer:
             conversion.type = L'X';
             conversion.zero = true;
             conversion.width = 2 * sizeof(void*);
@@ -86,7 +86,7 @@ private:
     }
 
     template <class Source>
-    void PutString(const FormatConversion& conversion, const Source* text, const Source* null)
+    void PutString(const Text::FormatConversion& conversion, const Source* text, const Source* null)
     {
         if (!text)
             text = null;
@@ -105,13 +105,13 @@ private:
             PutConverted(conversion, ToAnsi({text, length}));
     }
 
-    void PutConverted(const FormatConversion& conversion, const std::basic_string<Char>& text)
+    void PutConverted(const Text::FormatConversion& conversion, const std::basic_string<Char>& text)
     {
         PutPadded(conversion, text.data(), text.size());
     }
 
     template <class Source>
-    void PutPadded(const FormatConversion& conversion, const Source* text, std::size_t length)
+    void PutPadded(const Text::FormatConversion& conversion, const Source* text, std::size_t length)
     {
         const auto width = static_cast<std::size_t>(conversion.width);
         const std::size_t blanks = width > length ? width - length : 0;
@@ -121,14 +121,14 @@ private:
     }
 
     template <class Signed>
-    void PutSigned(const FormatConversion& conversion, Signed value)
+    void PutSigned(const Text::FormatConversion& conversion, Signed value)
     {
         const auto bits = static_cast<std::make_unsigned_t<Signed>>(value);
         PutNumber(conversion, value < 0 ? 0 - bits : bits, value < 0);
     }
 
     template <class Unsigned>
-    void PutNumber(const FormatConversion& conversion, Unsigned value, bool negative)
+    void PutNumber(const Text::FormatConversion& conversion, Unsigned value, bool negative)
     {
         constexpr std::size_t kLongest = 1 + 20; // a sign, and 64 bits
         Char text[kLongest];

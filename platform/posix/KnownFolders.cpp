@@ -1,6 +1,6 @@
 #include "platform/KnownFolders.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <cstdlib>
 
@@ -9,8 +9,8 @@ namespace Platform
 
 std::wstring EnvironmentVariable(const std::wstring& name)
 {
-    const char* const value = std::getenv(ToUtf8(name).c_str());
-    return value ? FromUtf8(value) : std::wstring();
+    const char* const value = std::getenv(Text::ToUtf8(name).c_str());
+    return value ? Text::FromUtf8(value) : std::wstring();
 }
 
 std::wstring CommonAppData()

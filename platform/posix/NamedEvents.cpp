@@ -1,8 +1,8 @@
 #include "platform/NamedEvents.h"
 
-#include "platform/Utf.h"
 #include "platform/posix/KernelObject.h"
 #include "platform/posix/SharedPage.h"
+#include "text/Utf.h"
 
 #include <atomic>
 #include <cerrno>
@@ -30,7 +30,7 @@ class Event : public KernelObject
 public:
     int Open(const wchar_t* name, bool create)
     {
-        return m_page.Open("event", ToUtf8(name), sizeof(State), create ? InitialiseState : nullptr);
+        return m_page.Open("event", Text::ToUtf8(name), sizeof(State), create ? InitialiseState : nullptr);
     }
 
     bool Signal() override

@@ -1,7 +1,7 @@
 #include "platform/NamedMutex.h"
 
-#include "platform/Utf.h"
 #include "platform/posix/SharedPage.h"
+#include "text/Utf.h"
 
 #include <pthread.h>
 
@@ -52,7 +52,7 @@ class NamedMutex::Object
 public:
     int Open(const std::wstring& name, bool create)
     {
-        return m_page.Open("mutex", ToUtf8(name), sizeof(Shared), create ? InitialiseMutex : nullptr);
+        return m_page.Open("mutex", Text::ToUtf8(name), sizeof(Shared), create ? InitialiseMutex : nullptr);
     }
 
     pthread_mutex_t* Mutex() const { return &Memory().mutex; }

@@ -1,8 +1,8 @@
 #include "platform/ProcessLauncher.h"
 
-#include "platform/Utf.h"
 #include "platform/posix/CommandLine.h"
 #include "platform/posix/KernelObject.h"
+#include "text/Utf.h"
 
 #include <spawn.h>
 #include <sys/wait.h>
@@ -57,15 +57,15 @@ public:
     {
         std::vector<std::string> texts;
         for (const std::wstring& argument : SplitCommandLine(commandLine))
-            texts.push_back(ToUtf8(argument));
+            texts.push_back(Text::ToUtf8(argument));
         std::vector<char*> arguments;
         for (std::string& text : texts)
             arguments.push_back(text.data());
         arguments.push_back(nullptr);
 
-        const std::string folder = workingFolder ? ToUtf8(workingFolder) : std::string();
+        const std::string folder = workingFolder ? Text::ToUtf8(workingFolder) : std::string();
         pid_t id = 0;
-        const int error = Spawn(id, ToUtf8(program), arguments, (creationFlags & kDetached) != 0,
+        const int error = Spawn(id, Text::ToUtf8(program), arguments, (creationFlags & kDetached) != 0,
                                 workingFolder ? folder.c_str() : nullptr);
         errno = error;
         return error == 0 ? static_cast<KernelObject*>(new Process(id)) : nullptr;

@@ -1,6 +1,6 @@
 #include "platform/Sessions.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <pwd.h>
 #include <unistd.h>
@@ -37,7 +37,7 @@ std::optional<uid_t> UserOf(const std::string& name)
 std::wstring HostName()
 {
     std::array<char, 256> name{};
-    return ::gethostname(name.data(), name.size() - 1) == 0 ? FromUtf8(name.data()) : std::wstring();
+    return ::gethostname(name.data(), name.size() - 1) == 0 ? Text::FromUtf8(name.data()) : std::wstring();
 }
 
 class PosixSessions : public Sessions
@@ -58,7 +58,7 @@ public:
         std::array<char, kPasswordBuffer> buffer;
         if (session == kTheSession)
             ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found);
-        return found ? FromUtf8(found->pw_name) : std::wstring();
+        return found ? Text::FromUtf8(found->pw_name) : std::wstring();
     }
 
     std::wstring DomainName(std::uint32_t session) override
@@ -72,7 +72,7 @@ public:
         const std::wstring name(account);
         const auto backslash = name.find(L'\\');
         const std::wstring host = HostName();
-        const auto user = UserOf(ToUtf8(backslash == std::wstring::npos ? name : name.substr(backslash + 1)));
+        const auto user = UserOf(Text::ToUtf8(backslash == std::wstring::npos ? name : name.substr(backslash + 1)));
         if (!user || (backslash != std::wstring::npos && name.compare(0, backslash, host) != 0))
             return kErrorNoneMapped;
         const auto found = SidOf(*user);

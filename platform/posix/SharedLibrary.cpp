@@ -1,7 +1,7 @@
 #include "platform/SharedLibrary.h"
 
 #include "platform/Path.h"
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <dlfcn.h>
 
@@ -17,7 +17,7 @@ std::uint32_t SharedLibrary::Load(const std::wstring& path)
     Unload();
     if (!IsAbsolutePath(path))
         return kErrorBadPathname;
-    m_module = ::dlopen(ToUtf8(path).c_str(), RTLD_NOW | RTLD_LOCAL);
+    m_module = ::dlopen(Text::ToUtf8(path).c_str(), RTLD_NOW | RTLD_LOCAL);
     return m_module ? 0 : kErrorModuleNotFound;
 }
 
@@ -45,7 +45,7 @@ std::wstring SharedLibrary::PathOf(const void* code)
     // The program itself goes by the name that it was started with, which may be relative.
     std::unique_ptr<char, decltype(&std::free)> path(
         ::realpath(info.dli_fname[0] == '/' ? info.dli_fname : "/proc/self/exe", nullptr), &std::free);
-    return path ? FromUtf8(path.get()) : std::wstring();
+    return path ? Text::FromUtf8(path.get()) : std::wstring();
 }
 
 } // namespace Platform

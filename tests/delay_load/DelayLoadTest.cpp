@@ -2,10 +2,11 @@
 #include "delay_load/NlFlyerApi.h"
 #include "delay_load/OrbDpApi.h"
 #include "delay_load/OrbStrataApi.h"
+#include "platform/Ansi.h"
 #include "platform/SharedLibrary.h"
-#include "platform/Utf.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/PlatformFakes.h"
+#include "text/Utf.h"
 
 #include <gmock/gmock.h>
 
@@ -43,11 +44,11 @@ protected:
 
     void SetPath(const char* library, const std::wstring& path)
     {
-        m_registry.Set(FakeRegistry::Root::Machine, kKey, Platform::FromUtf8(FileName(library)), path);
+        m_registry.Set(FakeRegistry::Root::Machine, kKey, Text::FromUtf8(FileName(library)), path);
     }
     void SetDependencies(const char* library, const std::wstring& paths)
     {
-        m_registry.Set(FakeRegistry::Root::Machine, kDependencies, Platform::FromUtf8(FileName(library)), paths);
+        m_registry.Set(FakeRegistry::Root::Machine, kDependencies, Text::FromUtf8(FileName(library)), paths);
     }
 
     static constexpr const char* kStrata = "nl_orb_strata_32";

@@ -1,6 +1,6 @@
 #include "tests/faults/StoreHistory.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -37,11 +37,11 @@ std::vector<std::string> StoreHistory::WrongIn(const std::string& sid, const Ent
     {
         const auto past = pasts.find(key);
         if (past == pasts.end() || !MayHold(past->second, key, entry))
-            wrong.push_back(Platform::ToUtf8(key) + ": " + StringOf(entry));
+            wrong.push_back(Text::ToUtf8(key) + ": " + StringOf(entry));
     }
     for (const auto& [key, past] : pasts)
         if (past.times == m_times.at(sid) && entries.count(key) == 0)
-            wrong.push_back(Platform::ToUtf8(key) + ": nothing");
+            wrong.push_back(Text::ToUtf8(key) + ": nothing");
     return wrong;
 }
 

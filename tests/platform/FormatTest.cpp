@@ -1,5 +1,5 @@
 #include "platform/Format.h"
-#include "platform/Utf.h"
+#include "platform/Ansi.h"
 #include "platform/posix/Formatter.h"
 
 #include <gtest/gtest.h>

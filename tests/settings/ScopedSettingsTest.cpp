@@ -1,10 +1,10 @@
 #include "settings/binding/ScopedSettings.h"
 #include "platform/Format.h"
-#include "platform/Utf.h"
 #include "settings/binding/Observer.h"
 #include "settings/model/VdnSettings.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/StoreTest.h"
+#include "text/Utf.h"
 
 #include <algorithm>
 #include <thread>
@@ -65,7 +65,7 @@ TEST_F(ScopedSettingsTest, AHandleIsNotReset)
 {
     Scope scope(kUser, L"safe", L"test", false);
     EXPECT_FALSE(scope.ResetHandle());
-    const std::string handle = Platform::ToUtf8(Platform::FormatString(L"%p", scope.EffectiveHandle()));
+    const std::string handle = Text::ToUtf8(Platform::FormatString(L"%p", scope.EffectiveHandle()));
     EXPECT_THAT(LogCapture::Take(),
                 ElementsAre(LogLine{5, kScopedName + "ScopedSettings: " + kUser + "/" + handle},
                             LogLine{2, kScopedName + "ResetHandle: Reseting non-null handle not allowed!"}));

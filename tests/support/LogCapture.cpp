@@ -3,7 +3,7 @@
 #include "logging/Log.h"
 #include "platform/Format.h"
 #include "platform/LastError.h"
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <gtest/gtest.h>
 
@@ -53,7 +53,7 @@ public:
         std::wstring text(kCapacity, L'\0');
         const int length = Platform::Format(text.data(), text.size(), format, arguments);
         text.resize(static_cast<std::size_t>(std::max(length, 0)));
-        Keep(level, Platform::ToUtf8(text));
+        Keep(level, Text::ToUtf8(text));
     }
 
     void LogVA(int level, const char* format, va_list arguments) override

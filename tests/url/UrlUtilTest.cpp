@@ -1,7 +1,7 @@
 #include "url/UrlUtil.h"
 
-#include "platform/Utf.h"
 #include "tests/support/LogCapture.h"
+#include "text/Utf.h"
 #include "url/Punycode.h"
 
 #include <gmock/gmock.h>
@@ -69,7 +69,7 @@ TEST(PunycodeUrl, FollowsTheRulesOfInternationalisedNames)
          })
     {
         LogCapture::Expect(2, "UrlUtil::GetPunycodeUrl: Punycode encoding failed");
-        EXPECT_EQ(host(refused), Platform::ToUtf8(std::wstring(refused) + L"/"));
+        EXPECT_EQ(host(refused), Text::ToUtf8(std::wstring(refused) + L"/"));
     }
 }
 
@@ -125,7 +125,7 @@ TEST(PunycodeUrl, TakesTextsOfAnyLength)
     for (const std::wstring& host : {std::wstring(kLength, L'\u00FC'), L"a" + unordered})
     {
         LogCapture::Expect(2, "UrlUtil::GetPunycodeUrl: Punycode encoding failed");
-        EXPECT_EQ(GetPunycodeUrl(L"http://" + host).size(), 7U + Platform::ToUtf8(host).size());
+        EXPECT_EQ(GetPunycodeUrl(L"http://" + host).size(), 7U + Text::ToUtf8(host).size());
     }
     EXPECT_EQ(GetPunycodeUrl(L"http://b\u00FC" + std::wstring(kLength, L'.')).rfind("http://xn--b-eha.", 0), 0U);
 }

@@ -2,8 +2,8 @@
 
 #include "platform/Format.h"
 #include "platform/NamedEvents.h"
-#include "platform/Utf.h"
 #include "tests/support/LogCapture.h"
+#include "text/Utf.h"
 
 #include <gmock/gmock.h>
 
@@ -58,7 +58,7 @@ TEST_F(Handle, AssignmentClosesTheOldOneButRefusesItself)
     EXPECT_TRUE(Exists());
     const std::vector<LogLine> lines = LogCapture::Take(2);
     ASSERT_EQ(lines.size(), 1U);
-    const std::string pointer = Platform::ToUtf8(Platform::FormatString(L"%p", raw));
+    const std::string pointer = Text::ToUtf8(Platform::FormatString(L"%p", raw));
     EXPECT_EQ(lines[0], (LogLine{2, "RAII::Handle::operator =: Invalid assingment, pointers are equal! " + pointer +
                                         "==" + pointer}));
 

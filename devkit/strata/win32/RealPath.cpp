@@ -1,6 +1,6 @@
 #include "devkit/strata/RealPath.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <windows.h>
 
@@ -8,7 +8,7 @@ std::string Strata::RealPath(const std::string& path)
 {
     constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     constexpr DWORD kLongest = 32768;
-    const HANDLE file = CreateFileW(Platform::FromUtf8(path).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
+    const HANDLE file = CreateFileW(Text::FromUtf8(path).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return path;
@@ -19,5 +19,5 @@ std::string Strata::RealPath(const std::string& path)
     // "\\?\C:\...", as nobody writes it; of a share it has to stay.
     if (real.compare(0, 8, L"\\\\?\\UNC\\") != 0)
         real.erase(0, 4);
-    return real.empty() ? path : Platform::ToUtf8(real);
+    return real.empty() ? path : Text::ToUtf8(real);
 }

@@ -1,7 +1,7 @@
 #include "devkit/strata/Stamp.h"
 
 #include "platform/Path.h"
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <utility>
 
@@ -99,8 +99,8 @@ private:
 static_assert(sizeof(intptr_t) == sizeof(HANDLE), "a handle in a number; INVALID_HANDLE_VALUE is -1");
 
 Stamp::Stamp(const std::string& path, Use use)
-    : m_file(use == Use::Writing ? OpenForWriting(Platform::FromUtf8(path))
-                                 : OpenOwn(Platform::FromUtf8(path), GENERIC_READ, OPEN_EXISTING))
+    : m_file(use == Use::Writing ? OpenForWriting(Text::FromUtf8(path))
+                                 : OpenOwn(Text::FromUtf8(path), GENERIC_READ, OPEN_EXISTING))
 {}
 
 Stamp::Stamp(Stamp&& other) noexcept : m_file(std::exchange(other.m_file, kNone)) {}
@@ -146,7 +146,7 @@ bool Stamp::Write(int64_t revision)
 
 std::unique_ptr<StampWatch> StampWatch::Open(const std::string& stampPath)
 {
-    const std::wstring folder = Platform::ParentFolder(Platform::FromUtf8(stampPath));
+    const std::wstring folder = Platform::ParentFolder(Text::FromUtf8(stampPath));
     return std::make_unique<FolderWatch>(folder.empty() ? L"." : folder);
 }
 

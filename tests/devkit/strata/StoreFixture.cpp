@@ -1,6 +1,6 @@
 #include "tests/devkit/strata/StoreFixture.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <utility>
 
@@ -46,7 +46,7 @@ void Deliveries::OnChange(void* context, const wchar_t* key, int32_t changeType,
     auto& self = *static_cast<Deliveries*>(context);
     {
         const std::lock_guard lock(self.m_mutex);
-        self.m_changes.push_back(Platform::ToUtf8(key) + (changeType == ORB_STRATA_REMOVED ? " removed" : " changed") +
+        self.m_changes.push_back(Text::ToUtf8(key) + (changeType == ORB_STRATA_REMOVED ? " removed" : " changed") +
                                  (text ? std::string(" ") + text : ""));
         self.m_arrived.notify_all();
     }

@@ -4,7 +4,7 @@
 
 #include "tests/devkit/strata/Privileges.h"
 
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <chrono>
 #include <cstdio>
@@ -24,7 +24,7 @@ void Say(const std::string& line)
 
 std::wstring Key(const char* prefix, int number)
 {
-    return Platform::FromUtf8(prefix + std::to_string(number));
+    return Text::FromUtf8(prefix + std::to_string(number));
 }
 
 /// Whether a write is done, however long others keep the store busy.

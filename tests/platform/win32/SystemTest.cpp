@@ -1,3 +1,4 @@
+#include "platform/Ansi.h"
 #include "platform/DebugOutput.h"
 #include "platform/Files.h"
 #include "platform/KnownFolders.h"
@@ -6,7 +7,6 @@
 #include "platform/Sessions.h"
 #include "platform/SharedLibrary.h"
 #include "platform/Token.h"
-#include "platform/Utf.h"
 #include "platform/win32/Win32.h"
 
 #include <gmock/gmock.h>

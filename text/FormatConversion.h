@@ -1,6 +1,6 @@
 #pragma once
 
-namespace Platform
+namespace Text
 {
 
 /// What a conversion of a format takes.
@@ -95,4 +95,4 @@ constexpr const Char* ReadConversion(const Char* at, FormatConversion& conversio
     return at;
 }
 
-} // namespace Platform
+} // namespace Text

@@ -1,16 +1,18 @@
-#include "platform/Utf.h"
+#include "platform/Ansi.h"
+
+#include "text/Utf.h"
 
 namespace Platform
 {
 
 std::wstring FromAnsi(std::string_view text)
 {
-    return FromUtf8(text);
+    return Text::FromUtf8(text);
 }
 
 std::string ToAnsi(std::wstring_view text)
 {
-    return ToUtf8(text);
+    return Text::ToUtf8(text);
 }
 
 } // namespace Platform

@@ -1,4 +1,4 @@
-#include "platform/Utf.h"
+#include "platform/Ansi.h"
 
 #include "platform/win32/Win32.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace Platform
+namespace Text
 {
 
 /// Conversions between the encodings that meet here. A wchar_t is a UTF-16 unit where it has 16 bits and a code point
@@ -12,13 +12,9 @@ namespace Platform
 std::string ToUtf8(std::wstring_view text);
 std::wstring FromUtf8(std::string_view text);
 
-/// From and to the system's narrow encoding: the ANSI code page on Windows, UTF-8 on POSIX.
-std::wstring FromAnsi(std::string_view text);
-std::string ToAnsi(std::wstring_view text);
-
 /// Writes the UTF-16LE form of `text` to `target`, which has room for two units for each character of it. Returns the
 /// units written. A lone surrogate is kept as it is, both ways.
 std::size_t ToUtf16(std::wstring_view text, char16_t* target);
 std::wstring FromUtf16(std::u16string_view text);
 
-} // namespace Platform
+} // namespace Text

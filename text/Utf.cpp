@@ -1,9 +1,9 @@
-#include "platform/Utf.h"
+#include "text/Utf.h"
 
 #include <cstdint>
 #include <limits>
 
-namespace Platform
+namespace Text
 {
 
 namespace
@@ -147,4 +147,4 @@ std::wstring FromUtf16(std::u16string_view text)
     return result;
 }
 
-} // namespace Platform
+} // namespace Text
