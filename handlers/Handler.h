@@ -34,8 +34,8 @@ protected:
     }
 
     /// Has `callback` called with the key of each change of the property, until the handler's end.
-    template <class Controller, class Callback>
-    void Follow(Controller& controller, const StrataSettings::PropertyBase& property, Callback callback)
+    void Follow(ControllerBase& controller, const StrataSettings::PropertyBase& property,
+                ControllerBase::ChangeCallback callback)
     {
         m_registrations.push_back(controller.Subscribe(property, std::move(callback)));
     }
@@ -47,7 +47,7 @@ private:
 
     const FunctionLog m_notifyLog;
     std::vector<std::pair<const NotifyRule*, const NotifyRule*>> m_rules; // tables, from first to behind the last
-    std::vector<UserSettings::Registration> m_registrations;
+    std::vector<ControllerBase::Registration> m_registrations;
 };
 
 /// What a notified variable leads to: an operation of the handler, with or without the variable's id, or none.

@@ -4,6 +4,9 @@
 #include "logging/Log.h"
 #include "platform/LastError.h"
 
+#include <string>
+#include <utility>
+
 /// The log name of a function ("Class::Method"), which begins each of its lines. The name is a literal or lives as long
 /// as a static.
 class FunctionLog
@@ -34,10 +37,27 @@ public:
     }
 };
 
+/// The log name of a function of a class whose own name is known only at run time, such as a template's. Made within
+/// LOG() it is put together for the lines that are written, and only for them.
+class MethodLog
+{
+public:
+    MethodLog(std::wstring className, const wchar_t* function) : m_name(std::move(className) + L"::" + function) {}
+
+    template <class... Arguments>
+    void Write(int level, const wchar_t* format, Arguments... arguments) const
+    {
+        NlOrbLogging::Log(level, format, m_name.c_str(), arguments...);
+    }
+
+private:
+    std::wstring m_name;
+};
+
 /// LOG(log, level, format, arguments...): writes a line of the function that `log` names. The format is a wide literal
 /// that begins with "%s: ", which receives the name; the arguments are checked against the rest of it at compile time
-/// (see Platform::Format() for the meanings), and evaluated only when the level is written. The thread's last error is
-/// left as it was, whatever the arguments call.
+/// (see Platform::Format() for the meanings). `log` and the arguments are evaluated only when the level is written. The
+/// thread's last error is left as it was, whatever they call.
 #define LOG(log, level, ...)                                                                                           \
     do                                                                                                                 \
     {                                                                                                                  \

@@ -8,7 +8,7 @@
 namespace
 {
 
-std::wstring ProcessUserSid(const FunctionLog& log)
+std::wstring ProcessUserSid(const MethodLog& log)
 {
     std::wstring sid;
     if (CurrentUser().GetSid(sid))
@@ -17,7 +17,7 @@ std::wstring ProcessUserSid(const FunctionLog& log)
     return {};
 }
 
-std::wstring ActiveUserSid(const FunctionLog& log)
+std::wstring ActiveUserSid(const MethodLog& log)
 {
     if (AllUsers().GetActiveSession() == Platform::Sessions::kInvalid)
     {
@@ -35,7 +35,7 @@ std::wstring ActiveUserSid(const FunctionLog& log)
 
 } // namespace
 
-std::string ChooseUserSid(const FunctionLog& log)
+std::string ChooseUserSid(const MethodLog& log)
 {
     const std::wstring processUser = ProcessUserSid(log);
     const std::wstring activeUser = ActiveUserSid(log);

@@ -6,4 +6,4 @@
 
 /// The SID of the user whose settings are shown: the one logged on to the active console session, else the one that the
 /// process runs as, else empty, which the store takes as the calling user.
-std::string ChooseUserSid(const FunctionLog& log);
+std::string ChooseUserSid(const MethodLog& log);

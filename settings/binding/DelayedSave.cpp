@@ -5,8 +5,8 @@
 namespace StrataSettings
 {
 
-DelayedSave::DelayedSave(const FunctionLog& log, SaveScope save, std::chrono::milliseconds tick)
-    : m_log(log), m_save(std::move(save)), m_tick(tick), m_thread([this] { DelayedSaveProcessing(); })
+DelayedSave::DelayedSave(MethodLog log, SaveScope save, std::chrono::milliseconds tick)
+    : m_log(std::move(log)), m_save(std::move(save)), m_tick(tick), m_thread([this] { DelayedSaveProcessing(); })
 {}
 
 DelayedSave::~DelayedSave()

@@ -24,7 +24,7 @@ public:
 
     static constexpr std::chrono::milliseconds kTick{3000};
 
-    DelayedSave(const FunctionLog& log, SaveScope save, std::chrono::milliseconds tick = kTick);
+    DelayedSave(MethodLog log, SaveScope save, std::chrono::milliseconds tick = kTick);
     ~DelayedSave();
 
     /// Any thread. Requests for a SID that is waiting already collapse into one.
@@ -39,7 +39,7 @@ private:
     void DelayedSaveProcessing();
     void SaveFirst();
 
-    const FunctionLog& m_log;
+    const MethodLog m_log;
     const SaveScope m_save;
     const std::chrono::milliseconds m_tick;
 

@@ -17,8 +17,6 @@ public:
     const std::wstring& String() const noexcept { return m_text; }
     const wchar_t* c_str() const noexcept { return m_text.c_str(); }
 
-    bool operator==(std::wstring_view text) const noexcept { return m_text == text; }
-
 private:
     std::wstring m_text;
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "logging/LogName.h"
 #include "settings/binding/PropertyBase.h"
 #include "settings/binding/StoreCodec.h"
 #include "settings/binding/TypeName.h"
@@ -15,10 +14,12 @@ namespace StrataSettings
 template <class T>
 class Property : public PropertyBase
 {
+    static_assert(kTypeName<T> != nullptr, "the log has no name for the type");
+
 public:
     /// A property of a model, which it registers with, or of its own (null).
     Property(Model* parent, Key key, T defaultValue)
-        : PropertyBase(parent, std::move(key), kLogNames), m_default(std::move(defaultValue)), m_value(m_default)
+        : PropertyBase(parent, std::move(key), kTypeName<T>), m_default(std::move(defaultValue)), m_value(m_default)
     {}
 
     T Get() const
@@ -144,10 +145,6 @@ protected:
     }
 
 private:
-    static constexpr auto kLoadName = L"StrataSettings::Property<" + TypeName<T>::kValue + L">::Load";
-    static constexpr auto kSaveName = L"StrataSettings::Property<" + TypeName<T>::kValue + L">::Save";
-    static constexpr LogNames kLogNames{FunctionLog(kLoadName.String()), FunctionLog(kSaveName.String())};
-
     const T m_default;
 
 protected:

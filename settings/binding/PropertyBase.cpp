@@ -7,8 +7,8 @@
 namespace StrataSettings
 {
 
-PropertyBase::PropertyBase(Model* parent, Key key, const LogNames& logNames)
-    : m_key(std::move(key)), m_parent(parent), m_logNames(logNames)
+PropertyBase::PropertyBase(Model* parent, Key key, const wchar_t* typeName)
+    : m_key(std::move(key)), m_parent(parent), m_typeName(typeName)
 {
     if (m_parent)
         m_parent->Register(*this);
@@ -42,9 +42,9 @@ bool PropertyBase::Save(OrbStrataHandle handle)
         m_reading = Reading::Whole;
     }
     else if (result == ORB_STRATA_ACCESS_DENIED)
-        LOG(m_logNames.save, 5, L"%s: '%ls' saving failed, access denied", m_key.c_str());
+        LOG(Log(L"Save"), 5, L"%s: '%ls' saving failed, access denied", m_key.c_str());
     else
-        LOG(m_logNames.save, 1, L"%s: '%ls' saving failed, result %u", m_key.c_str(), result);
+        LOG(Log(L"Save"), 1, L"%s: '%ls' saving failed, result %u", m_key.c_str(), result);
     return result == ORB_STRATA_SUCCESS;
 }
 
@@ -127,11 +127,11 @@ OrbStrataResult PropertyBase::LoadLocked(OrbStrataHandle handle)
     else if (result == ORB_STRATA_NOT_FOUND)
     {
         m_constraintsMissing = false;
-        LOG(m_logNames.load, 5, L"%s: '%ls' not found, ok if not yet created.", m_key.c_str());
+        LOG(Log(L"Load"), 5, L"%s: '%ls' not found, ok if not yet created.", m_key.c_str());
     }
     else
     {
-        LOG(m_logNames.load, 1, L"%s: '%ls' reading failed, error %u", m_key.c_str(), result);
+        LOG(Log(L"Load"), 1, L"%s: '%ls' reading failed, error %u", m_key.c_str(), result);
         m_reading = result == ORB_STRATA_WRONG_TYPE ? Reading::Unusable : Reading::Failed;
         if (m_reading == Reading::Unusable)
             TakeDefault();
@@ -147,7 +147,12 @@ void PropertyBase::LoadConstraints(OrbStrataHandle handle)
     if (!m_constraintsMissing)
         TakeConstraints(result == ORB_STRATA_SUCCESS ? constraints : 0);
     if (result != ORB_STRATA_SUCCESS)
-        LOG(m_logNames.load, 5, L"%s: Getting constraints for '%ls' failed, error %u", m_key.c_str(), result);
+        LOG(Log(L"Load"), 5, L"%s: Getting constraints for '%ls' failed, error %u", m_key.c_str(), result);
+}
+
+MethodLog PropertyBase::Log(const wchar_t* function) const
+{
+    return {std::wstring(L"StrataSettings::Property<") + m_typeName + L">", function};
 }
 
 void PropertyBase::TakeConstraints(std::uint32_t constraints)

@@ -112,13 +112,8 @@ public:
     void SetHandle(OrbStrataHandle handle) noexcept { m_ownHandle = handle; }
 
 protected:
-    struct LogNames
-    {
-        FunctionLog load;
-        FunctionLog save;
-    };
-
-    PropertyBase(Model* parent, Key key, const LogNames& logNames);
+    /// `typeName` is what the log calls the value's type.
+    PropertyBase(Model* parent, Key key, const wchar_t* typeName);
 
     OrbStrataHandle FindHandle() const noexcept;
 
@@ -131,10 +126,11 @@ protected:
 
 private:
     void LoadConstraints(OrbStrataHandle handle);
+    MethodLog Log(const wchar_t* function) const;
 
     const Key m_key;
     Model* const m_parent;
-    const LogNames& m_logNames;
+    const wchar_t* const m_typeName;
     OrbStrataHandle m_ownHandle = nullptr;
 
 protected:

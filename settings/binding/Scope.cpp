@@ -14,13 +14,13 @@
 namespace StrataSettings
 {
 
-Scope::Scope(Model& settings, const LogNames& log, const std::string& sid, const wchar_t* storeArgument,
-             const wchar_t* clientId, bool elevated)
-    : m_settings(settings), m_log(log), m_sid(sid), m_storeArgument(storeArgument), m_clientId(clientId),
-      m_elevated(elevated)
+Scope::Scope(std::unique_ptr<Model> settings, std::unique_ptr<OrbStrataSettingsListener> listener, std::wstring logName,
+             const std::string& sid, const wchar_t* storeArgument, const wchar_t* clientId, bool elevated)
+    : m_settings(std::move(settings)), m_logName(std::move(logName)), m_sid(sid), m_storeArgument(storeArgument),
+      m_clientId(clientId), m_elevated(elevated), m_listener(std::move(listener))
 {
-    Open(m_log.construct);
-    LOG(m_log.construct, 5, L"%s: %hs/%p", m_sid.c_str(), static_cast<const void*>(m_handle.Get()));
+    Open(L"ScopedSettings");
+    LOG(Log(L"ScopedSettings"), 5, L"%s: %hs/%p", m_sid.c_str(), static_cast<const void*>(m_handle.Get()));
 }
 
 Scope::~Scope() = default;
@@ -29,24 +29,24 @@ bool Scope::ResetHandle()
 {
     if (m_handle)
     {
-        LOG(m_log.resetHandle, 2, L"%s: Reseting non-null handle not allowed!");
+        LOG(Log(L"ResetHandle"), 2, L"%s: Reseting non-null handle not allowed!");
         return false;
     }
-    if (!Open(m_log.resetHandle))
+    if (!Open(L"ResetHandle"))
         return false;
-    LOG(m_log.resetHandle, 5, L"%s: %hs/%p", m_sid.c_str(), static_cast<const void*>(m_handle.Get()));
+    LOG(Log(L"ResetHandle"), 5, L"%s: %hs/%p", m_sid.c_str(), static_cast<const void*>(m_handle.Get()));
     return true;
 }
 
-bool Scope::Open(const FunctionLog& log)
+bool Scope::Open(const wchar_t* function)
 {
     const std::wstring sid = QString::fromStdString(m_sid).toStdWString();
     m_handle = StoreHandle::Open(m_elevated, m_storeArgument.c_str(), sid.c_str(), m_clientId.c_str(), m_openResult);
     UseHandles();
     if (!m_handle)
-        m_settings.ForEachProperty([](PropertyBase& property) { property.MarkReadFailed(); });
+        m_settings->ForEachProperty([](PropertyBase& property) { property.MarkReadFailed(); });
     if (m_openResult != ORB_STRATA_SUCCESS)
-        LOG(log, 2, L"%s: Failed with error %d, strata handle not available", static_cast<int>(m_openResult));
+        LOG(Log(function), 2, L"%s: Failed with error %d, strata handle not available", static_cast<int>(m_openResult));
     return static_cast<bool>(m_handle);
 }
 
@@ -59,19 +59,19 @@ void Scope::UseForSaving(StoreHandle handle)
 void Scope::UseHandles()
 {
     m_effectiveHandle = m_secondHandle ? m_secondHandle.Get() : m_handle.Get();
-    m_settings.SetHandle(m_effectiveHandle);
+    m_settings->SetHandle(m_effectiveHandle);
 }
 
 bool Scope::Load()
 {
     if (!m_handle)
     {
-        LOG(m_log.load, 2, L"%s: Cannot load null handle. SID='%hs'", m_sid.c_str());
+        LOG(Log(L"Load"), 2, L"%s: Cannot load null handle. SID='%hs'", m_sid.c_str());
         return false;
     }
-    m_settings.Load(m_handle.Get());
+    m_settings->Load(m_handle.Get());
     if (m_elevated || m_secondHandle)
-        m_settings.ApplyConstraints(m_effectiveHandle);
+        m_settings->ApplyConstraints(m_effectiveHandle);
     return true;
 }
 
@@ -80,23 +80,19 @@ bool Scope::Save()
     const OrbStrataHandle handle = m_effectiveHandle;
     if (!handle)
     {
-        LOG(m_log.save, 2, L"%s: Cannot save null handle. SID='%hs'", m_sid.c_str());
+        LOG(Log(L"Save"), 2, L"%s: Cannot save null handle. SID='%hs'", m_sid.c_str());
         return false;
     }
-    return m_settings.Save(handle);
+    return m_settings->Save(handle);
 }
 
-void Scope::Follow(std::unique_ptr<OrbStrataSettingsListener> listener, Observer* observer)
+bool Scope::LoadMissing(Observer* observer, Attempt attempt)
 {
-    m_observer = observer;
-    m_listener = std::move(listener);
-}
-
-bool Scope::LoadMissing(Attempt attempt)
-{
-    const bool seen = std::exchange(m_tried, true);
+    const bool seen = std::exchange(m_following, true);
+    if (!seen)
+        m_observer = observer;
     if (m_effectiveHandle)
-        Subscribe(attempt);
+        m_listener->Subscribe(attempt);
     if (m_loaded)
         ReadMissing(attempt);
     else if (m_handle)
@@ -107,31 +103,25 @@ bool Scope::LoadMissing(Attempt attempt)
     return told;
 }
 
+bool Scope::LoadOnce(Observer* observer)
+{
+    LoadMissing(observer, Attempt::Everything);
+    return m_loaded;
+}
+
 bool Scope::IsMissing() const
 {
     if (!m_handle)
         return !m_elevated; // the user was asked
-    bool missing = !m_loaded || (m_listener && !m_listener->IsComplete());
-    m_settings.ForEachProperty([&missing](const PropertyBase& property) { missing |= property.IsMissing(); });
+    bool missing = !m_loaded || !m_listener->IsComplete();
+    m_settings->ForEachProperty([&missing](const PropertyBase& property) { missing |= property.IsMissing(); });
     return missing;
-}
-
-/// A key that was not subscribed may have changed unheard.
-void Scope::Subscribe(Attempt attempt)
-{
-    if (!m_listener)
-        return;
-    const auto late = [this](PropertyBase& property) {
-        if (m_loaded)
-            property.Refresh(m_effectiveHandle, nullptr);
-    };
-    m_listener->Subscribe(m_effectiveHandle, m_settings, late, attempt);
 }
 
 void Scope::ReadMissing(Attempt attempt)
 {
     std::vector<PropertyBase*> missing;
-    m_settings.ForEachProperty([&missing, attempt](PropertyBase& property) {
+    m_settings->ForEachProperty([&missing, attempt](PropertyBase& property) {
         if (property.IsMissing() || (attempt == Attempt::Everything && property.IsUnread()))
             missing.push_back(&property);
     });
@@ -150,7 +140,7 @@ void Scope::ReadMissing(Attempt attempt)
 
 bool Scope::Take(std::wstring_view key, const char* objectString)
 {
-    PropertyBase* const property = m_settings.Find(key);
+    PropertyBase* const property = m_settings->Find(key);
     if (!property)
         return false;
     property->Refresh(m_effectiveHandle, objectString);
@@ -164,7 +154,7 @@ bool Scope::Take(std::wstring_view key, const char* objectString)
 bool Scope::TellNews(bool tell)
 {
     bool told = false;
-    m_settings.ForEachProperty([this, tell, &told](PropertyBase& property) {
+    m_settings->ForEachProperty([this, tell, &told](PropertyBase& property) {
         if (!property.TakeNews() || !tell)
             return;
         told = true;

@@ -31,16 +31,9 @@ enum class Attempt
 class Scope
 {
 public:
-    struct LogNames
-    {
-        FunctionLog construct;
-        FunctionLog resetHandle;
-        FunctionLog load;
-        FunctionLog save;
-    };
-
     Scope(const Scope&) = delete;
     Scope& operator=(const Scope&) = delete;
+    virtual ~Scope();
 
     /// Opens the handle again, when there is none. False when there is one, or when it cannot be opened.
     bool ResetHandle();
@@ -54,14 +47,15 @@ public:
     bool Save();
 
     /// Subscribes and loads what is not subscribed and not loaded yet. Following starts before loading, so that no
-    /// change falls between. True when subscribers were told of anything.
-    bool LoadMissing(Attempt attempt);
+    /// change falls between. `observer` may be null and is the first call's. True when there was anything to tell it.
+    bool LoadMissing(Observer* observer, Attempt attempt);
 
-    bool IsFollowing() const noexcept { return m_listener != nullptr; }
+    /// The same, for everything. Whether the scope is loaded.
+    bool LoadOnce(Observer* observer);
+
+    /// Whether LoadMissing() was called.
+    bool IsFollowing() const noexcept { return m_following; }
     bool IsLoaded() const noexcept { return m_loaded; }
-
-    /// Whether there is anything left for LoadMissing(), or a handle to be opened before.
-    bool IsMissing() const;
 
     /// Reads a property anew after a notification, with the text that came with it. False when the key is unknown.
     bool Take(std::wstring_view key, const char* objectString);
@@ -70,25 +64,27 @@ public:
     bool IsElevated() const noexcept { return m_elevated; }
     OrbStrataResult OpenResult() const noexcept { return m_openResult; }
     OrbStrataHandle EffectiveHandle() const noexcept { return m_effectiveHandle; }
+    Model& Settings() const noexcept { return *m_settings; }
 
 protected:
-    /// `settings` and the log names outlive the scope. See ScopedSettings for the rest.
-    Scope(Model& settings, const LogNames& log, const std::string& sid, const wchar_t* storeArgument,
-          const wchar_t* clientId, bool elevated);
-    ~Scope();
-
-    /// `observer` may be null. Does nothing the second time.
-    void Follow(std::unique_ptr<OrbStrataSettingsListener> listener, Observer* observer);
+    /// `settings` is the tree with its defaults, `logName` what the log calls the scope's class. See ScopedSettings for
+    /// the rest.
+    Scope(std::unique_ptr<Model> settings, std::unique_ptr<OrbStrataSettingsListener> listener, std::wstring logName,
+          const std::string& sid, const wchar_t* storeArgument, const wchar_t* clientId, bool elevated);
 
 private:
-    bool Open(const FunctionLog& log);
+    bool Open(const wchar_t* function);
     void UseHandles();
-    void Subscribe(Attempt attempt);
     void ReadMissing(Attempt attempt);
     bool TellNews(bool tell);
 
-    Model& m_settings;
-    const LogNames& m_log;
+    /// Whether there is anything left for LoadMissing(), or a handle to be opened before.
+    bool IsMissing() const;
+
+    MethodLog Log(const wchar_t* function) const { return {m_logName, function}; }
+
+    const std::unique_ptr<Model> m_settings;
+    const std::wstring m_logName;
     const std::string m_sid;
     const std::wstring m_storeArgument;
     const std::wstring m_clientId;
@@ -99,11 +95,11 @@ private:
     StoreHandle m_secondHandle;
     std::atomic<OrbStrataHandle> m_effectiveHandle{nullptr}; // one of the two
 
-    bool m_tried = false;
+    bool m_following = false;
     bool m_loaded = false;
     const PropertyBase* m_refused = nullptr; // where an attempt ended
     Observer* m_observer = nullptr;
-    std::unique_ptr<OrbStrataSettingsListener> m_listener; // ends before its handle
+    const std::unique_ptr<OrbStrataSettingsListener> m_listener; // ends before its handle
 };
 
 } // namespace StrataSettings

@@ -2,6 +2,9 @@
 
 #include "settings/binding/Model.h"
 #include "settings/binding/PropertyBase.h"
+#include "settings/binding/Scope.h"
+
+#include <utility>
 
 namespace StrataSettings
 {
@@ -21,16 +24,25 @@ void NL_SUITE_CALL OnStoreNotification(void* context, const wchar_t* key, std::i
 
 } // namespace
 
-void OrbStrataSettingsListener::Subscribe(OrbStrataHandle handle, const Model& tree,
-                                          const std::function<void(PropertyBase&)>& subscribed, Attempt attempt)
+OrbStrataSettingsListener::OrbStrataSettingsListener(Scope& scope, std::wstring logName)
+    : m_scope(scope), m_logName(std::move(logName))
+{}
+
+OrbStrataSettingsListener::~OrbStrataSettingsListener()
+{
+    for (const OrbStrataSubscription subscription : m_subscriptions)
+        OrbStrata_Unsubscribe(m_handle, subscription);
+}
+
+void OrbStrataSettingsListener::Subscribe(Attempt attempt)
 {
     const bool again = m_handle != nullptr;
     if (!again)
-        tree.ForEachProperty([this](PropertyBase& property) {
+        m_scope.Settings().ForEachProperty([this](PropertyBase& property) {
             for (const std::int32_t type : {ORB_STRATA_CHANGED, ORB_STRATA_REMOVED})
                 m_missing.push_back({&property, type});
         });
-    m_handle = handle;
+    m_handle = m_scope.EffectiveHandle();
 
     for (std::size_t left = m_missing.size(); left > 0; --left)
     {
@@ -38,7 +50,8 @@ void OrbStrataSettingsListener::Subscribe(OrbStrataHandle handle, const Model& t
         m_missing.pop_front();
         if (SubscribeKey(wanted.property->GetKey().c_str(), wanted.type))
         {
-            subscribed(*wanted.property);
+            if (m_scope.IsLoaded())
+                wanted.property->Refresh(m_handle, nullptr);
             continue;
         }
         m_missing.push_back(wanted);
@@ -57,18 +70,23 @@ bool OrbStrataSettingsListener::SubscribeKey(const wchar_t* key, std::int32_t ty
         m_subscriptions.push_back(subscription);
         return true;
     }
-    LOG(m_subscribeLog, 2, L"%s: Failed to add listener '%ls', Type: %d, error %du", key, type,
+    LOG(Log(L"Subscribe"), 2, L"%s: Failed to add listener '%ls', Type: %d, error %du", key, type,
         static_cast<int>(result));
     if (subscription)
         OrbStrata_Unsubscribe(m_handle, subscription);
     return false;
 }
 
-void OrbStrataSettingsListener::Unsubscribe()
+void OrbStrataSettingsListener::OnSettingChanged(const std::wstring& key, std::int32_t type, const char* objectString)
 {
-    for (const OrbStrataSubscription subscription : m_subscriptions)
-        OrbStrata_Unsubscribe(m_handle, subscription);
-    m_subscriptions.clear();
+    if (!m_scope.Take(key, objectString))
+        LOG(Log(L"OnSettingChanged"), 2, L"%s: Could not find '%ls', type %d", key.c_str(), type);
+}
+
+void OrbStrataSettingsListener::OnSettingRemoved(const std::wstring& key)
+{
+    if (!m_scope.Take(key, nullptr))
+        LOG(Log(L"OnSettingRemoved"), 2, L"%s: Could not erase %ls", key.c_str());
 }
 
 } // namespace StrataSettings

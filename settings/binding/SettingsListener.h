@@ -2,45 +2,42 @@
 
 #include "delay_load/OrbStrataApi.h"
 #include "logging/FunctionLog.h"
-#include "settings/binding/Scope.h"
 
 #include <cstdint>
 #include <deque>
-#include <functional>
 #include <string>
 #include <vector>
 
 namespace StrataSettings
 {
 
-class Model;
+enum class Attempt;
 class PropertyBase;
+class Scope;
 
-/// Registered with the store for every key of a tree, for both kinds of change. The store calls the virtual operations
-/// on a thread of its own. A derived class unsubscribes in its destructor, before its own members go.
+/// Registered with the store for every key of a scope, for both kinds of change, and brings the changes into the scope.
+/// Lives inside the scope's lifetime. Subscribed and ended on the scope's thread; the store tells it on one of its own.
 class OrbStrataSettingsListener
 {
 public:
-    virtual ~OrbStrataSettingsListener() { Unsubscribe(); }
     OrbStrataSettingsListener(const OrbStrataSettingsListener&) = delete;
     OrbStrataSettingsListener& operator=(const OrbStrataSettingsListener&) = delete;
 
-    /// Subscribes the tree's keys, when called again those that the store has refused so far, and calls `subscribed`
-    /// for each. A refusal is logged.
-    void Subscribe(OrbStrataHandle handle, const Model& tree, const std::function<void(PropertyBase&)>& subscribed,
-                   Attempt attempt);
+    /// Returns when no callback runs or will run. Called before the handle is closed.
+    virtual ~OrbStrataSettingsListener();
+
+    /// Subscribes the scope's keys with its handle, when called again those that the store has refused so far; where
+    /// the scope is loaded it reads each of these anew, which may have changed unheard. A refusal is logged.
+    void Subscribe(Attempt attempt);
 
     /// Whether every key is subscribed.
     bool IsComplete() const noexcept { return m_handle && m_missing.empty(); }
 
-    /// Returns when no callback runs or will run. Called before the handle is closed.
-    void Unsubscribe();
-
-    virtual void OnSettingChanged(const std::wstring& key, std::int32_t type, const char* objectString) = 0;
-    virtual void OnSettingRemoved(const std::wstring& key) = 0;
+    void OnSettingChanged(const std::wstring& key, std::int32_t type, const char* objectString);
+    void OnSettingRemoved(const std::wstring& key);
 
 protected:
-    explicit OrbStrataSettingsListener(const FunctionLog& subscribeLog) : m_subscribeLog(subscribeLog) {}
+    OrbStrataSettingsListener(Scope& scope, std::wstring logName);
 
 private:
     struct Wanted
@@ -50,8 +47,10 @@ private:
     };
 
     bool SubscribeKey(const wchar_t* key, std::int32_t type);
+    MethodLog Log(const wchar_t* function) const { return {m_logName, function}; }
 
-    const FunctionLog& m_subscribeLog;
+    Scope& m_scope;
+    const std::wstring m_logName;
     OrbStrataHandle m_handle = nullptr;
     std::deque<Wanted> m_missing;
     std::vector<OrbStrataSubscription> m_subscriptions;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "logging/LogName.h"
 #include "settings/binding/StoreTypes.h"
 
 #include <string>
@@ -8,56 +7,25 @@
 namespace StrataSettings
 {
 
-/// How log names spell a type. An element class of a set specialises it beside its own declaration.
+/// How log names spell a type. An element class of a set and a tree specialise it beside their own declarations.
 template <class T>
-struct TypeName;
+inline constexpr const wchar_t* kTypeName = nullptr;
 
 template <>
-struct TypeName<bool>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"bool"};
-};
-
+inline constexpr const wchar_t* kTypeName<bool> = L"bool";
 template <>
-struct TypeName<int>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"int"};
-};
-
+inline constexpr const wchar_t* kTypeName<int> = L"int";
 template <>
-struct TypeName<std::int64_t>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"__int64"};
-};
-
+inline constexpr const wchar_t* kTypeName<std::int64_t> = L"__int64";
 template <>
-struct TypeName<std::string>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"std::string"};
-};
-
+inline constexpr const wchar_t* kTypeName<std::string> = L"std::string";
 template <>
-struct TypeName<std::wstring>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"std::wstring"};
-};
-
+inline constexpr const wchar_t* kTypeName<std::wstring> = L"std::wstring";
 template <>
-struct TypeName<Minutes>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"std::chrono::duration<int,std::ratio<60>>"};
-};
-
+inline constexpr const wchar_t* kTypeName<Minutes> = L"std::chrono::duration<int,std::ratio<60>>";
 template <>
-struct TypeName<Seconds>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"std::chrono::duration<__int64>"};
-};
-
+inline constexpr const wchar_t* kTypeName<Seconds> = L"std::chrono::duration<__int64>";
 template <>
-struct TypeName<TimePoint>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"std::chrono::system_clock::time_point"};
-};
+inline constexpr const wchar_t* kTypeName<TimePoint> = L"std::chrono::system_clock::time_point";
 
 } // namespace StrataSettings

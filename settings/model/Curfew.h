@@ -36,7 +36,4 @@ public:
 } // namespace Settings
 
 template <>
-struct StrataSettings::TypeName<std::set<Settings::Curfew>>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"std::set<Settings::Curfew>"};
-};
+inline constexpr const wchar_t* StrataSettings::kTypeName<std::set<Settings::Curfew>> = L"std::set<Settings::Curfew>";

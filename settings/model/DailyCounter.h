@@ -41,7 +41,5 @@ public:
 } // namespace Settings
 
 template <>
-struct StrataSettings::TypeName<std::set<Settings::DailyCounter>>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"std::set<Settings::DailyCounter>"};
-};
+inline constexpr const wchar_t* StrataSettings::kTypeName<std::set<Settings::DailyCounter>> =
+    L"std::set<Settings::DailyCounter>";

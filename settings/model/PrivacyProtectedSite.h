@@ -35,7 +35,5 @@ public:
 } // namespace Settings
 
 template <>
-struct StrataSettings::TypeName<std::set<Settings::PrivacyProtectedSite>>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"std::set<Settings::PrivacyProtectedSite>"};
-};
+inline constexpr const wchar_t* StrataSettings::kTypeName<std::set<Settings::PrivacyProtectedSite>> =
+    L"std::set<Settings::PrivacyProtectedSite>";

@@ -45,7 +45,4 @@ private:
 } // namespace Settings
 
 template <>
-struct StrataSettings::TypeName<std::set<Settings::Site>>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"std::set<Settings::Site>"};
-};
+inline constexpr const wchar_t* StrataSettings::kTypeName<std::set<Settings::Site>> = L"std::set<Settings::Site>";

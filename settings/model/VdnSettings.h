@@ -43,7 +43,4 @@ public:
 };
 
 template <>
-struct StrataSettings::TypeName<VdnSettings>
-{
-    static constexpr NlOrbLogging::LogName kValue{L"VdnSettings"};
-};
+inline constexpr const wchar_t* StrataSettings::kTypeName<VdnSettings> = L"VdnSettings";

@@ -12,7 +12,6 @@ using testing::ElementsAre;
 namespace
 {
 
-constexpr FunctionLog kLog(L"DelayedSave");
 constexpr std::chrono::hours kNever(1);
 
 } // namespace
@@ -22,16 +21,15 @@ TEST(DelayedSaveTest, WhatWaitsAtTheEndIsSavedOnceInOrder)
     std::vector<std::string> saved;
     {
         DelayedSave delayed(
-            kLog, [&](const std::string& sid) { saved.push_back(sid); }, kNever);
+            MethodLog(L"A", L"B"), [&](const std::string& sid) { saved.push_back(sid); }, kNever);
         for (const char* sid : {"S-2", "S-1", "S-2"})
             delayed.Request(sid);
         EXPECT_TRUE(delayed.IsWaiting("S-1"));
         EXPECT_TRUE(saved.empty());
     }
     EXPECT_THAT(saved, ElementsAre("S-1", "S-2"));
-    EXPECT_THAT(LogCapture::Take(),
-                testing::IsSupersetOf({LogLine{5, "DelayedSave: entering"}, LogLine{5, "DelayedSave: leaving"},
-                                       LogLine{5, "DelayedSave: Now saving sid S-1"}}));
+    EXPECT_THAT(LogCapture::Take(), testing::IsSupersetOf({LogLine{5, "A::B: entering"}, LogLine{5, "A::B: leaving"},
+                                                           LogLine{5, "A::B: Now saving sid S-1"}}));
 }
 
 TEST(DelayedSaveTest, EachTickSavesOneScopeOnTheThread)
@@ -42,7 +40,7 @@ TEST(DelayedSaveTest, EachTickSavesOneScopeOnTheThread)
     std::promise<Clock::time_point> second;
     const std::thread::id caller = std::this_thread::get_id();
     DelayedSave delayed(
-        kLog,
+        MethodLog(L"A", L"B"),
         [&](const std::string& sid) {
             EXPECT_NE(caller, std::this_thread::get_id());
             (sid == "S-1" ? first : second).set_value(Clock::now());

@@ -122,6 +122,6 @@ bool HoldSameValue(const PropertyBase& left, const PropertyBase& right)
 std::wstring TypeNameOf(const PropertyBase& property)
 {
     std::wstring name;
-    WithTypeOf(property, [&](auto& typed) { name = TypeName<decltype(typed.Get())>::kValue.String(); });
+    WithTypeOf(property, [&](auto& typed) { name = kTypeName<decltype(typed.Get())>; });
     return name;
 }
