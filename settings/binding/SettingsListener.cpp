@@ -38,11 +38,13 @@ void OrbStrataSettingsListener::Subscribe(Attempt attempt)
 {
     const bool again = m_handle != nullptr;
     if (!again)
+    {
+        m_handle = m_scope.EffectiveHandle(); // and stays, whichever handle saves later
         m_scope.Settings().ForEachProperty([this](PropertyBase& property) {
             for (const std::int32_t type : {ORB_STRATA_CHANGED, ORB_STRATA_REMOVED})
                 m_missing.push_back({&property, type});
         });
-    m_handle = m_scope.EffectiveHandle();
+    }
 
     for (std::size_t left = m_missing.size(); left > 0; --left)
     {

@@ -124,24 +124,43 @@ TEST_F(ScopedSettingsTest, FollowsValuesConstraintsAndRemovals)
     EXPECT_EQ(3u, recorder.m_changed.size());
 }
 
-TEST_F(ScopedSettingsTest, FollowsBeforeItLoadsSoThatNoChangeFallsBetween)
+TEST_F(ScopedSettingsTest, FollowsBeforeItLoadsSoThatNoChangeFallsBetweenAndNoLongerThanItsHandle)
 {
     static std::vector<std::string> s_calls;
+    static std::ptrdiff_t s_ended;
+    static OrbStrataHandle s_followed;
     s_calls.clear();
+    s_ended = 0;
     SuiteTableGuard guard(g_orbStrata);
     static auto* const s_subscribe = g_orbStrata.OrbStrata_Subscribe;
     static auto* const s_getBool = g_orbStrata.OrbStrata_GetBool;
     guard->OrbStrata_Subscribe = [](OrbStrataHandle handle, const wchar_t* key, std::int32_t type,
                                     OrbStrataCallback callback, void* context, OrbStrataResult* result) {
         s_calls.emplace_back("subscribe");
+        s_followed = handle;
         return s_subscribe(handle, key, type, callback, context, result);
     };
     guard->OrbStrata_GetBool = [](OrbStrataHandle handle, const wchar_t* key, bool value, OrbStrataResult* result) {
         s_calls.emplace_back("read");
         return s_getBool(handle, key, value, result);
     };
-    Scope scope(kUser, L"safe", L"test", false);
-    ASSERT_TRUE(scope.LoadOnce(nullptr));
+    static auto* const s_unsubscribe = g_orbStrata.OrbStrata_Unsubscribe;
+    guard->OrbStrata_Unsubscribe = [](OrbStrataHandle handle, OrbStrataSubscription subscription) {
+        s_ended += handle == s_followed;
+        s_unsubscribe(handle, subscription);
+    };
+    static auto* const s_close = g_orbStrata.OrbStrata_CloseHandle;
+    guard->OrbStrata_CloseHandle = [](OrbStrataHandle handle) {
+        EXPECT_EQ(std::count(s_calls.begin(), s_calls.end(), "subscribe"), s_ended);
+        s_close(handle);
+    };
+    {
+        Scope scope(kUser, L"safe", L"test", false);
+        ASSERT_TRUE(scope.LoadOnce(nullptr));
+        OrbStrataResult result = ORB_STRATA_INVALID_HANDLE;
+        scope.UseForSaving(StoreHandle(OrbStrata_OpenHandle(L"safe", L"S-1-5-21-1-2-3-1001", L"test", &result)));
+        ASSERT_TRUE(scope.LoadOnce(nullptr));
+    }
     EXPECT_THAT(s_calls, Contains("subscribe"));
     EXPECT_THAT(s_calls, Contains("read"));
     EXPECT_TRUE(std::is_sorted(s_calls.rbegin(), s_calls.rend()));
