@@ -3,9 +3,9 @@
 #include "devkit/core/Client.h"
 #include "devkit/page/Admission.h"
 #include "devkit/page/PagePeer.h"
+#include "devkit/page/WebSocket.h"
 
 #include <QTimer>
-#include <QWebSocket>
 
 #include <memory>
 
@@ -16,22 +16,22 @@
 class PageClient final : public QObject, public Client
 {
 public:
-    PageClient(QWebSocket* socket, const QByteArray& token, PagePeer::Open open);
+    /// Takes the connection over, whose next bytes are the handshake.
+    PageClient(QTcpSocket* connection, const QByteArray& token, PagePeer::Open open);
     ~PageClient() override;
 
     void Receive(const QVariantMap& message) override;
 
 private:
-    void OnText(const QString& text);
+    void OnText(const QByteArray& text);
     void Admit(const QVariantMap& request);
     /// `code` is one of RFC 6455's; nothing that comes afterwards is looked at.
-    void Drop(int code, const QString& reason);
+    void Drop(int code, const char* reason);
 
-    const std::unique_ptr<QWebSocket> m_socket;
     const QByteArray m_token;
     const PagePeer::Open m_open;
     Admission::Rate m_rate;
-    QTimer m_deadline;
+    QTimer m_deadline;                // of the first message
     std::unique_ptr<PagePeer> m_peer; // null until it is admitted
-    bool m_dropped = false;
+    WebSocket m_socket;
 };

@@ -52,14 +52,11 @@ void Refuse(QTcpSocket* socket, const QByteArray& status)
 
 } // namespace
 
-PageServer::PageServer(PagePeer::Open open)
-    : m_open(std::move(open)), m_webSockets(QStringLiteral("veridan-host"), QWebSocketServer::NonSecureMode)
+PageServer::PageServer(PagePeer::Open open) : m_open(std::move(open))
 {
     connect(
         &m_ipv4, &QTcpServer::newConnection, this, [this] { Accept(m_ipv4); });
-    connect(
-        &m_ipv6, &QTcpServer::newConnection, this, [this] { Accept(m_ipv6); });
-    connect(&m_webSockets, &QWebSocketServer::newConnection, this, [this] { Admit(); });
+    connect(&m_ipv6, &QTcpServer::newConnection, this, [this] { Accept(m_ipv6); });
 }
 
 PageServer::~PageServer() = default;
@@ -149,7 +146,7 @@ void PageServer::Answer(QTcpSocket* socket, const HttpRequest& request)
     else if (wantsSocket && m_clients.size() == kMostClients)
         Refuse(socket, "503 Service Unavailable");
     else if (wantsSocket)
-        m_webSockets.handleConnection(socket);
+        Admit(socket);
     else if (request.path == "/")
         Respond(socket, "200 OK",
                 "Content-Type: text/html; charset=utf-8\r\nContent-Security-Policy: " + Policy(request.Header("host")) +
@@ -159,22 +156,19 @@ void PageServer::Answer(QTcpSocket* socket, const HttpRequest& request)
         Refuse(socket, "404 Not Found");
 }
 
-void PageServer::Admit()
+void PageServer::Admit(QTcpSocket* socket)
 {
-    while (QWebSocket* socket = m_webSockets.nextPendingConnection())
-    {
-        auto client = std::make_unique<PageClient>(socket, m_token, m_open);
-        // Not within the call of the client that has ended.
-        connect(
-            socket, &QWebSocket::disconnected, this,
-            [this, ended = client.get()] {
-                m_clients.erase(std::remove_if(m_clients.begin(), m_clients.end(),
-                                               [ended](const auto& known) { return known.get() == ended; }),
-                                m_clients.end());
-                m_onClients();
-            },
-            Qt::QueuedConnection);
-        m_clients.push_back(std::move(client));
-        m_onClients();
-    }
+    auto client = std::make_unique<PageClient>(socket, m_token, m_open);
+    // Not within the call of the client that has ended.
+    connect(
+        socket, &QTcpSocket::disconnected, this,
+        [this, ended = client.get()] {
+            m_clients.erase(std::remove_if(m_clients.begin(), m_clients.end(),
+                                           [ended](const auto& known) { return known.get() == ended; }),
+                            m_clients.end());
+            m_onClients();
+        },
+        Qt::QueuedConnection);
+    m_clients.push_back(std::move(client));
+    m_onClients();
 }

@@ -5,7 +5,6 @@
 
 #include <QObject>
 #include <QTcpServer>
-#include <QWebSocketServer>
 
 #include <functional>
 #include <memory>
@@ -41,14 +40,13 @@ private:
     void Accept(QTcpServer& server);
     void OnReceived(QTcpSocket* socket);
     void Answer(QTcpSocket* socket, const HttpRequest& request);
-    void Admit();
+    void Admit(QTcpSocket* socket);
 
     const PagePeer::Open m_open;
     QByteArray m_token;
     std::function<void()> m_onClients = [] {};
     QTcpServer m_ipv4;
     QTcpServer m_ipv6;
-    QWebSocketServer m_webSockets;
     int m_arriving = 0; // connections whose request has not come yet
     std::vector<std::unique_ptr<PageClient>> m_clients;
 };
