@@ -16,3 +16,6 @@ endfunction()
 
 veridan_headers(nlohmann_json::nlohmann_json nlohmann json.hpp)
 veridan_headers(websocketpp::websocketpp websocketpp server.hpp)
+# It takes MinGW's library for one without threads, and Windows for its byte order.
+target_compile_definitions(websocketpp::websocketpp INTERFACE _WEBSOCKETPP_CPP11_THREAD_)
+target_link_libraries(websocketpp::websocketpp INTERFACE $<$<BOOL:${WIN32}>:ws2_32>)

@@ -72,7 +72,7 @@ Page::Page(Host& host, const Options& options)
     if (options.goesOn)
     {
         const QVariantMap inherited = Inherited();
-        if (!m_server->Share(inherited.value(QStringLiteral("socket")).toLongLong(),
+        if (!m_server->Share(inherited.value(QStringLiteral("socket")).value<qintptr>(),
                              inherited.value(QStringLiteral("token")).toString().toUtf8()))
             m_problem = QStringLiteral("The page's socket was not handed over.");
     }

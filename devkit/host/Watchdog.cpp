@@ -107,7 +107,7 @@ void Watchdog::OnInput()
 void Watchdog::OnOrders(const QVariantMap& orders)
 {
     m_orders = orders;
-    if (!m_server.Share(orders.value(QStringLiteral("socket")).toLongLong(),
+    if (!m_server.Share(orders.value(QStringLiteral("socket")).value<qintptr>(),
                         orders.value(QStringLiteral("token")).toString().toUtf8()))
         QCoreApplication::exit(EXIT_FAILURE);
     m_server.SetAccepting(false);

@@ -18,7 +18,7 @@ namespace
 constexpr const wchar_t* kAdministratorsOnly = L"D:(A;;GA;;;SY)(A;;GA;;;BA)";
 
 constexpr const wchar_t* kSystem = L"S-1-5-18";
-constexpr const wchar_t* kAdministrators = L"S-1-5-32-544";
+constexpr const wchar_t* kAdministratorsSid = L"S-1-5-32-544";
 
 /// The rights that an access list grants to each account, generic ones spelled out.
 std::map<std::wstring, DWORD> Granted(ACL* list, GENERIC_MAPPING mapping)
@@ -102,7 +102,7 @@ TEST_F(Security, AMutexIsForSystemAndAdministratorsOnly)
     constexpr const wchar_t* kName = L"Local\\Veridan_SecurityTest";
     Platform::NamedMutex mutex;
     ASSERT_EQ(mutex.Create(kName, kAdministratorsOnly), 0U);
-    const std::map<std::wstring, DWORD> expected{{kSystem, MUTEX_ALL_ACCESS}, {kAdministrators, MUTEX_ALL_ACCESS}};
+    const std::map<std::wstring, DWORD> expected{{kSystem, MUTEX_ALL_ACCESS}, {kAdministratorsSid, MUTEX_ALL_ACCESS}};
     EXPECT_EQ(GrantedOnMutex(kName), expected);
 }
 
