@@ -67,9 +67,7 @@ bool Watchdog::Start(QProcess& process, const QStringList& arguments, qintptr so
 {
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
-    ShareSocket(socket, true);
-    process.start(QCoreApplication::applicationFilePath(), arguments);
-    ShareSocket(socket, false);
+    StartApart(process, QCoreApplication::applicationFilePath(), arguments, socket);
     return process.waitForStarted() && process.write(Json::Write(line) + '\n') > 0 && process.waitForBytesWritten();
 }
 

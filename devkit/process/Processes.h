@@ -1,12 +1,13 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QProcess>
 
-/// Whether programs that are started from here on have the socket, too.
-void ShareSocket(qintptr socket, bool shared);
-
-/// Ends a process without a warning.
-void EndProcess(qint64 id);
+/// Starts the program with a socket that this one has, too, and without this one's terminal: the program calls
+/// LeaveTerminal() as its first.
+void StartApart(QProcess& process, const QString& program, const QStringList& arguments, qintptr socket);
 
 /// From here on the terminal's signals and its end do not concern this process.
 void LeaveTerminal();
+
+/// Ends a process without a warning.
+void EndProcess(qint64 id);

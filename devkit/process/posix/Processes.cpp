@@ -4,17 +4,19 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-void ShareSocket(qintptr socket, bool shared)
+void StartApart(QProcess& process, const QString& program, const QStringList& arguments, qintptr socket)
 {
-    fcntl(static_cast<int>(socket), F_SETFD, shared ? 0 : FD_CLOEXEC);
-}
-
-void EndProcess(qint64 id)
-{
-    kill(static_cast<pid_t>(id), SIGKILL);
+    fcntl(static_cast<int>(socket), F_SETFD, 0);
+    process.start(program, arguments);
+    fcntl(static_cast<int>(socket), F_SETFD, FD_CLOEXEC);
 }
 
 void LeaveTerminal()
 {
     setsid();
+}
+
+void EndProcess(qint64 id)
+{
+    kill(static_cast<pid_t>(id), SIGKILL);
 }

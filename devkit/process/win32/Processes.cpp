@@ -4,10 +4,18 @@
 
 #include <cstdlib>
 
-void ShareSocket(qintptr socket, bool shared)
+void StartApart(QProcess& process, const QString& program, const QStringList& arguments, qintptr socket)
 {
-    SetHandleInformation(reinterpret_cast<HANDLE>(socket), HANDLE_FLAG_INHERIT, shared ? HANDLE_FLAG_INHERIT : 0);
+    process.setCreateProcessArgumentsModifier([](QProcess::CreateProcessArguments* creation) {
+        creation->flags = (creation->flags & ~static_cast<unsigned long>(CREATE_NO_WINDOW)) | DETACHED_PROCESS;
+    });
+    const auto handle = reinterpret_cast<HANDLE>(socket);
+    SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
+    process.start(program, arguments);
+    SetHandleInformation(handle, HANDLE_FLAG_INHERIT, 0);
 }
+
+void LeaveTerminal() {} // it was started without one
 
 void EndProcess(qint64 id)
 {
@@ -16,9 +24,4 @@ void EndProcess(qint64 id)
         TerminateProcess(process, EXIT_FAILURE);
         CloseHandle(process);
     }
-}
-
-void LeaveTerminal()
-{
-    FreeConsole();
 }
