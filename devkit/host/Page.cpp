@@ -72,9 +72,9 @@ Page::Page(Host& host, const Options& options)
     if (options.goesOn)
     {
         const QVariantMap inherited = Inherited();
-        if (!m_server->Share(inherited.value(QStringLiteral("socket")).value<qintptr>(),
-                             inherited.value(QStringLiteral("token")).toString().toUtf8()))
-            m_problem = QStringLiteral("The page's socket was not handed over.");
+        m_server->Share(inherited.value(QStringLiteral("socket")).value<qintptr>(),
+                        inherited.value(QStringLiteral("token")).toString().toUtf8());
+        m_server->Accept();
     }
     else
         m_problem = m_server->Listen();

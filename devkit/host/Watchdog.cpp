@@ -105,10 +105,8 @@ void Watchdog::OnInput()
 void Watchdog::OnOrders(const QVariantMap& orders)
 {
     m_orders = orders;
-    if (!m_server.Share(orders.value(QStringLiteral("socket")).value<qintptr>(),
-                        orders.value(QStringLiteral("token")).toString().toUtf8()))
-        QCoreApplication::exit(EXIT_FAILURE);
-    m_server.SetAccepting(false);
+    m_server.Share(orders.value(QStringLiteral("socket")).value<qintptr>(),
+                   orders.value(QStringLiteral("token")).toString().toUtf8());
 }
 
 void Watchdog::OnBeat(char beat)
@@ -119,7 +117,6 @@ void Watchdog::OnBeat(char beat)
     if (!m_reason.isEmpty())
     {
         m_reason.clear();
-        m_server.SetAccepting(false);
         m_server.DropClients(); // they come back to the host
     }
 }
@@ -141,7 +138,9 @@ void Watchdog::OnTick()
     ++m_ticks;
     if (m_reason.isEmpty() && m_ticks == kMostMissed)
         StandIn(Hangs());
-    else if (m_server.HasClients())
+    else if (!m_reason.isEmpty())
+        m_server.AcceptWaiting();
+    if (m_server.HasClients())
         m_ticks = 0;
     else if (m_reason == Died() && m_ticks == kMostSecondsAlone)
         QCoreApplication::quit();
@@ -153,7 +152,7 @@ void Watchdog::StandIn(const QString& reason)
     m_ticks = 0;
     m_tick.start();
     m_server.DropClients(); // they are told anew
-    m_server.SetAccepting(true);
+    m_server.AcceptWaiting();
 }
 
 void Watchdog::EndHost()
@@ -169,7 +168,6 @@ void Watchdog::EndHost()
 /// end its program.
 void Watchdog::StartAgain()
 {
-    m_server.SetAccepting(false);
     QProcess host;
     Start(host, m_orders.value(QStringLiteral("arguments")).toStringList(), m_server.Socket(), m_orders);
     std::_Exit(EXIT_SUCCESS);

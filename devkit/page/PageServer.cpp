@@ -1,6 +1,7 @@
 #include "devkit/page/PageServer.h"
 
 #include "devkit/page/Admission.h"
+#include "devkit/process/Processes.h"
 
 #include <QFile>
 #include <QTcpSocket>
@@ -55,8 +56,8 @@ void Refuse(QTcpSocket* socket, const QByteArray& status)
 PageServer::PageServer(PagePeer::Open open) : m_open(std::move(open))
 {
     connect(
-        &m_ipv4, &QTcpServer::newConnection, this, [this] { Accept(m_ipv4); });
-    connect(&m_ipv6, &QTcpServer::newConnection, this, [this] { Accept(m_ipv6); });
+        &m_ipv4, &QTcpServer::newConnection, this, [this] { TakeFrom(m_ipv4); });
+    connect(&m_ipv6, &QTcpServer::newConnection, this, [this] { TakeFrom(m_ipv6); });
 }
 
 PageServer::~PageServer() = default;
@@ -75,16 +76,28 @@ QString PageServer::Listen()
     return {};
 }
 
-bool PageServer::Share(qintptr socket, const QByteArray& token)
+void PageServer::Share(qintptr socket, const QByteArray& token)
 {
     Q_INIT_RESOURCE(page);
     m_token = token;
-    return m_ipv4.setSocketDescriptor(socket);
+    m_shared = std::make_unique<QSocketNotifier>(socket, QSocketNotifier::Read);
+    m_shared->setEnabled(false);
+    connect(m_shared.get(), &QSocketNotifier::activated, this, &PageServer::AcceptWaiting);
 }
 
-void PageServer::SetAccepting(bool accepting)
+void PageServer::AcceptWaiting()
 {
-    accepting ? m_ipv4.resumeAccepting() : m_ipv4.pauseAccepting();
+    for (qintptr next = AcceptConnection(m_shared->socket()); next != -1; next = AcceptConnection(m_shared->socket()))
+    {
+        auto* const socket = new QTcpSocket(this);
+        socket->setSocketDescriptor(next);
+        Take(socket);
+    }
+}
+
+void PageServer::Accept()
+{
+    m_shared->setEnabled(true);
 }
 
 void PageServer::DropClients()
@@ -98,24 +111,27 @@ QString PageServer::Address() const
     return QStringLiteral("http://127.0.0.1:%1/#%2").arg(m_ipv4.serverPort()).arg(QString::fromLatin1(m_token));
 }
 
-void PageServer::Accept(QTcpServer& server)
+void PageServer::TakeFrom(QTcpServer& server)
 {
     while (QTcpSocket* socket = server.nextPendingConnection())
+        Take(socket);
+}
+
+void PageServer::Take(QTcpSocket* socket)
+{
+    connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+    if (m_arriving == kMostArriving)
     {
-        connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
-        if (m_arriving == kMostArriving)
-        {
-            socket->abort();
-            continue;
-        }
-        ++m_arriving;
-        auto* const deadline = new QTimer(socket);
-        connect(
-            deadline, &QObject::destroyed, this, [this] { --m_arriving; });
-        connect(deadline, &QTimer::timeout, socket, [socket] { socket->abort(); });
-        deadline->start(kArrivalMs);
-        connect(socket, &QTcpSocket::readyRead, this, [this, socket] { OnReceived(socket); });
+        socket->abort();
+        return;
     }
+    ++m_arriving;
+    auto* const deadline = new QTimer(socket);
+    connect(
+        deadline, &QObject::destroyed, this, [this] { --m_arriving; });
+    connect(deadline, &QTimer::timeout, socket, [socket] { socket->abort(); });
+    deadline->start(kArrivalMs);
+    connect(socket, &QTcpSocket::readyRead, this, [this, socket] { OnReceived(socket); });
 }
 
 void PageServer::OnReceived(QTcpSocket* socket)
@@ -139,7 +155,7 @@ void PageServer::OnReceived(QTcpSocket* socket)
 void PageServer::Answer(QTcpSocket* socket, const HttpRequest& request)
 {
     const bool wantsSocket = request.path == "/socket" && request.IsWebSocket();
-    if (!Admission::IsOwnHost(request, m_ipv4.serverPort()) || !Admission::IsOwnOrigin(request))
+    if (!Admission::IsOwnHost(request, socket->localPort()) || !Admission::IsOwnOrigin(request))
         Refuse(socket, "403 Forbidden");
     else if (request.method != "GET")
         Refuse(socket, "405 Method Not Allowed");

@@ -6,6 +6,9 @@
 /// LeaveTerminal() as its first.
 void StartApart(QProcess& process, const QString& program, const QStringList& arguments, qintptr socket);
 
+/// The next connection that waits at a listening socket, which processes share; -1 where none does.
+qintptr AcceptConnection(qintptr socket);
+
 /// From here on the terminal's signals and its end do not concern this process.
 void LeaveTerminal();
 

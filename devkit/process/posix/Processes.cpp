@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 void StartApart(QProcess& process, const QString& program, const QStringList& arguments, qintptr socket)
@@ -9,6 +10,11 @@ void StartApart(QProcess& process, const QString& program, const QStringList& ar
     fcntl(static_cast<int>(socket), F_SETFD, 0);
     process.start(program, arguments);
     fcntl(static_cast<int>(socket), F_SETFD, FD_CLOEXEC);
+}
+
+qintptr AcceptConnection(qintptr socket)
+{
+    return accept4(static_cast<int>(socket), nullptr, nullptr, SOCK_CLOEXEC);
 }
 
 void LeaveTerminal()

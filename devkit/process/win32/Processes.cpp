@@ -1,5 +1,7 @@
 #include "devkit/process/Processes.h"
 
+#include <winsock2.h>
+
 #include <windows.h>
 
 #include <cstdlib>
@@ -13,6 +15,13 @@ void StartApart(QProcess& process, const QString& program, const QStringList& ar
     SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
     process.start(program, arguments);
     SetHandleInformation(handle, HANDLE_FLAG_INHERIT, 0);
+}
+
+qintptr AcceptConnection(qintptr socket)
+{
+    const SOCKET next = accept(static_cast<SOCKET>(socket), nullptr, nullptr);
+    SetHandleInformation(reinterpret_cast<HANDLE>(next), HANDLE_FLAG_INHERIT, 0);
+    return static_cast<qintptr>(next);
 }
 
 void LeaveTerminal() {} // it was started without one
