@@ -102,19 +102,23 @@ export class VariableTree {
   }
 
   private take(row: HistoryRow): void {
-    if (row.seq <= this.loadedUpTo) return;
+    // What was loaded meanwhile is shown already; that it changed is not.
+    const branch = row.seq > this.loadedUpTo ? this.change(row) : this.tree.find(row.name);
+    if (branch) ++this.flashesOf(this.visible(branch)).value;
+  }
+
+  private change(row: HistoryRow): Branch<Variable> {
     const now = this.variables.get(row.name)?.state.peek() ?? unknown;
     const value = row.value ?? undefined;
     const carries = row.kind === "set" || value !== undefined;
     // What no event tells: its type, its owner, its subscribers.
     if (now === unknown || (carries && typeof value !== typeof now.value)) this.feed.loadSoon();
-    const branch = this.put(row.name, {
+    return this.put(row.name, {
       ...now,
       ...(carries && { value }),
       writes: now.writes + (row.kind === "set" ? 1 : 0),
       triggers: now.triggers + (row.kind === "trigger" ? 1 : 0),
     });
-    ++this.flashesOf(this.visible(branch)).value;
   }
 
   private put(id: string, state: VariableState): Branch<Variable> {
