@@ -36,6 +36,15 @@ function(veridan_library name)
   add_library(${name} STATIC ${ARG_SOURCES})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/interfaces)
   target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} veridan_warnings)
+  veridan_debuggable(${name})
+endfunction()
+
+# Tests live through the product and its surroundings thousands of times: in a debug build these are optimised as far as
+# a debugger does not mind, which spares as much time as it takes. Test programs are not.
+function(veridan_debuggable name)
+  if(NOT MSVC)
+    target_compile_options(${name} PRIVATE $<$<CONFIG:Debug>:-Og>)
+  endif()
 endfunction()
 
 # veridan_module(NAME SOURCES ... [PRIVATE ...] [DESCRIPTION text] [EXPORTS ...]): a shared library without a "lib" prefix, as the suite
@@ -47,6 +56,7 @@ function(veridan_module name)
   add_library(${name} SHARED ${ARG_SOURCES})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/interfaces)
   target_link_libraries(${name} PRIVATE ${ARG_PRIVATE} veridan_warnings)
+  veridan_debuggable(${name})
   set_target_properties(${name} PROPERTIES PREFIX "")
   if(WIN32)
     veridan_resources(${name} ${name}.dll VFT_DLL "${ARG_DESCRIPTION}")
