@@ -35,6 +35,15 @@ struct Command
     QString Usage() const;
 };
 
+/// The words in which rows are written.
+namespace CommandWords
+{
+using Kind = ArgumentKind;
+using Turn = Command::Turn;
+constexpr auto kOptional = Parameter::Need::Optional;
+constexpr auto kRequired = Parameter::Need::Required;
+} // namespace CommandWords
+
 /// Commands by their op. From its rows requests are checked, words become requests and the schema is told.
 class CommandTable
 {

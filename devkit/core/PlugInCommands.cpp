@@ -52,8 +52,7 @@ Answer Settle(Host& host, const Arguments& arguments)
 
 std::vector<Command> PlugInCommands(Host& host)
 {
-    using Kind = ArgumentKind;
-    constexpr auto kOptional = Parameter::Need::Optional;
+    using namespace CommandWords;
     return {
         {"load",
          "loads and initialises the plug-in, without the libraries that are to be missing",

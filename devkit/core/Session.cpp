@@ -209,9 +209,7 @@ Answer Session::Record(const Arguments& arguments)
 
 std::vector<Command> Session::OwnCommands()
 {
-    using Kind = ArgumentKind;
-    using Turn = Command::Turn;
-    constexpr auto kOptional = Parameter::Need::Optional;
+    using namespace CommandWords;
     return {
         {"watch",
          "events of a topic from now on, of variables and keys that begin so",

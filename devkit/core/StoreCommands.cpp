@@ -26,9 +26,7 @@ Result<StoreAccess::Entries> EntriesFrom(const QVariantMap& json)
 
 std::vector<Command> StoreCommands(StoreAccess& store)
 {
-    using Kind = ArgumentKind;
-    constexpr auto kOptional = Parameter::Need::Optional;
-    constexpr auto kRequired = Parameter::Need::Required;
+    using namespace CommandWords;
     const Parameter scope{"scope", Kind::Name, kRequired, nullptr, "user"};
     const Parameter key{"key", Kind::Name};
     const Parameter type{"type", Kind::String, kRequired, StoreEntry::kTypeNames, ""};

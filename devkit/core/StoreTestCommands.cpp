@@ -55,10 +55,7 @@ Answer Writes(const Host& host, const Arguments& arguments)
 
 std::vector<Command> StoreTestCommands(Host& host)
 {
-    using Kind = ArgumentKind;
-    using Turn = Command::Turn;
-    constexpr auto kOptional = Parameter::Need::Optional;
-    constexpr auto kRequired = Parameter::Need::Required;
+    using namespace CommandWords;
     return {
         {"store.fault",
          "makes the plug-in's next calls of a store function answer a code",

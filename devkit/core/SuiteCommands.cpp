@@ -20,9 +20,7 @@ Answer MetricsFault(const Arguments& arguments)
 
 std::vector<Command> SuiteCommands()
 {
-    using Kind = ArgumentKind;
-    using Turn = Command::Turn;
-    constexpr auto kOptional = Parameter::Need::Optional;
+    using namespace CommandWords;
     return {
         {"flyers",
          "the flyers that were made",

@@ -46,10 +46,7 @@ Answer RegistrySet(Host& host, const Arguments& arguments)
 
 std::vector<Command> SystemCommands(Host& host)
 {
-    using Kind = ArgumentKind;
-    using Turn = Command::Turn;
-    constexpr auto kOptional = Parameter::Need::Optional;
-    constexpr auto kRequired = Parameter::Need::Required;
+    using namespace CommandWords;
     const Parameter name{"name", Kind::Name};
     const Parameter root{"root", Kind::String, kRequired, "machine|user"};
     const Parameter key{"key", Kind::Name};

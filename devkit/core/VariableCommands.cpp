@@ -41,9 +41,7 @@ Answer Strings(VariableHub& hub, const Arguments& arguments)
 
 std::vector<Command> VariableCommands(VariableHub& hub)
 {
-    using Kind = ArgumentKind;
-    using Turn = Command::Turn;
-    constexpr auto kOptional = Parameter::Need::Optional;
+    using namespace CommandWords;
     return {
         {"get",
          "a variable's value",

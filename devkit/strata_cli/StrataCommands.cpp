@@ -67,9 +67,7 @@ int ExitCodeOf(FailureKind kind)
 StrataCommands::StrataCommands(StoreAccess& store, StandardOutput& output, bool json)
     : m_store(store), m_output(output), m_json(json)
 {
-    using Kind = ArgumentKind;
-    constexpr auto kOptional = Parameter::Need::Optional;
-    constexpr auto kRequired = Parameter::Need::Required;
+    using namespace CommandWords;
     const Parameter scope{"scope", Kind::Name, kRequired, nullptr, "user"};
     const Parameter anyScope{"scope", Kind::Name, kOptional, nullptr, ""};
     const Parameter prefix{"prefix", Kind::String, kOptional};
