@@ -75,12 +75,12 @@ QString UseNames(const std::set<std::string>& uses)
 QString Lines(const std::set<Setting>& settings)
 {
     constexpr int kMany = 7;
-    static const QRegularExpression kMember(QStringLiteral(R"((?<=\.)(\w+day|(?<=allowed_categories\.)\w+)(?=\.|$))"));
+    static const QRegularExpression s_member(QStringLiteral(R"((?<=\.)(\w+day|(?<=allowed_categories\.)\w+)(?=\.|$))"));
     std::map<QString, QStringList> alike;
     for (const auto& [sid, key] : settings)
     {
         const QString text = QString::fromStdWString(key);
-        alike[ScopeName(sid) + QLatin1Char(' ') + Code(QString(text).replace(kMember, QStringLiteral("*")))].append(
+        alike[ScopeName(sid) + QLatin1Char(' ') + Code(QString(text).replace(s_member, QStringLiteral("*")))].append(
             ScopeName(sid) + QLatin1Char(' ') + Code(text));
     }
     QStringList lines;
@@ -92,8 +92,8 @@ QString Lines(const std::set<Setting>& settings)
 /// The class's name without its namespace; the compiler's name for it may end with an E.
 QString ClassName(const Model& model)
 {
-    static const QRegularExpression kLast(QStringLiteral(R"(([A-Za-z_]+?)E?$)"));
-    return kLast.match(QLatin1String(typeid(model).name())).captured(1);
+    static const QRegularExpression s_last(QStringLiteral(R"(([A-Za-z_]+?)E?$)"));
+    return s_last.match(QLatin1String(typeid(model).name())).captured(1);
 }
 
 QString StoreTypeName(OrbStrataType type)

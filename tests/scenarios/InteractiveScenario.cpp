@@ -162,7 +162,7 @@ TEST(InteractiveScenario, WhatAnEarlierRunHasLoggedIsNotTheReasonOfAFailedStart)
     QFile log(folder.filePath("log-root/Norlane/Log/NLCC/Veridan.log"));
     ASSERT_TRUE(log.open(QIODevice::WriteOnly));
     const std::u16string line = u"2020-01-01 00:00:00.000 [1.1] *E: Earlier\r\n";
-    log.write(reinterpret_cast<const char*>(line.data()), static_cast<qint64>(line.size() * sizeof line[0]));
+    log.write(reinterpret_cast<const char*>(line.data()), static_cast<qint64>(line.size()) * qint64{sizeof line[0]});
     log.close();
     InteractiveHost host({"--data", folder.path(), "--library", "/nowhere/x.so"});
     EXPECT_EQ(host.AwaitEnd(), 1);

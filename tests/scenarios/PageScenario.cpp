@@ -75,12 +75,12 @@ class PageScenario : public testing::Test
 protected:
     void SetUp() override
     {
-        if (page.isEmpty())
+        if (m_page.isEmpty())
             GTEST_SKIP() << "The page is not built";
     }
 
-    HostProcess host{{{}, {"--page"}}};
-    const QUrl page{host.Hello()["page"].toString()};
+    HostProcess m_host{{{}, {"--page"}}};
+    const QUrl m_page{m_host.Hello()["page"].toString()};
 };
 
 QByteArray Greeting(const QString& token)
@@ -97,13 +97,13 @@ std::string Closed(int code, const std::string& reason = {})
 
 TEST_F(PageScenario, ThePageAndItsCommandsAreServedToWhoKnowsTheToken)
 {
-    PageConnection reader(page);
+    PageConnection reader(m_page);
     reader.Get("/");
     EXPECT_THAT(reader.ReadAll(), AllOf(StartsWith("HTTP/1.1 200 "), HasSubstr("<title>Veridan</title>")));
 
-    PageConnection client(page);
+    PageConnection client(m_page);
     client.OpenWebSocket();
-    const QByteArray hello = Greeting(page.fragment());
+    const QByteArray hello = Greeting(m_page.fragment());
     client.SendFrame(0x01, hello.left(9)); // in three frames, with a ping between them
     client.SendFrame(0x89, "ping");
     client.SendFrame(0x00, hello.mid(9, 9));
@@ -120,7 +120,7 @@ TEST_F(PageScenario, AFirstMessageThatIsNotTheTokenEndsTheConnection)
 {
     for (const QByteArray& first : {Greeting("stale"), QByteArray("[]"), QByteArray(R"({"id":1,"op":"info"})")})
     {
-        PageConnection client(page);
+        PageConnection client(m_page);
         client.OpenWebSocket();
         client.SendFrame(0x81, first);
         EXPECT_EQ(client.ReadAll(), Closed(1008, "The token is not this start's.")) << first.constData();

@@ -145,96 +145,96 @@ class StreamsScenario : public testing::Test
 protected:
     void Start()
     {
-        host.Start({"--jsonl"}, [this] {
-            dup2(input.ends[0], STDIN_FILENO);
-            dup2(output.ends[1], STDOUT_FILENO);
+        m_host.Start({"--jsonl"}, [this] {
+            dup2(m_input.ends[0], STDIN_FILENO);
+            dup2(m_output.ends[1], STDOUT_FILENO);
         });
-        output.CloseWriter();
-        Send(input.ends[1], LargeAnswers());
-        EXPECT_TRUE(RawHost::Await([this] { return output.Filled() > 60000; }));
+        m_output.CloseWriter();
+        Send(m_input.ends[1], LargeAnswers());
+        EXPECT_TRUE(RawHost::Await([this] { return m_output.Filled() > 60000; }));
     }
 
-    Pipe input;
-    Pipe output;
-    RawHost host;
+    Pipe m_input;
+    Pipe m_output;
+    RawHost m_host;
 };
 
 TEST_F(StreamsScenario, OutputThatDoesNotBlockIsWrittenWhole)
 {
-    fcntl(output.ends[1], F_SETFL, O_NONBLOCK);
+    fcntl(m_output.ends[1], F_SETFL, O_NONBLOCK);
     Start();
-    input.CloseWriter();
-    EXPECT_EQ(ReadAll(output.ends[0]).count('\n'), 12);
-    EXPECT_EQ(host.AwaitEnd(), 0);
+    m_input.CloseWriter();
+    EXPECT_EQ(ReadAll(m_output.ends[0]).count('\n'), 12);
+    EXPECT_EQ(m_host.AwaitEnd(), 0);
 }
 
 TEST_F(StreamsScenario, RequestToEndIsHeardWhileNobodyReads)
 {
     Start();
-    host.Signal(SIGTERM);
-    EXPECT_EQ(host.AwaitEnd(), 0);
+    m_host.Signal(SIGTERM);
+    EXPECT_EQ(m_host.AwaitEnd(), 0);
 }
 
 TEST_F(StreamsScenario, OutputThatCannotBeWrittenIsAFailure)
 {
-    host.Start({"--jsonl"}, [this] {
-        dup2(input.ends[0], STDIN_FILENO);
+    m_host.Start({"--jsonl"}, [this] {
+        dup2(m_input.ends[0], STDIN_FILENO);
         dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO);
     });
-    EXPECT_EQ(host.AwaitEnd(), 1);
+    EXPECT_EQ(m_host.AwaitEnd(), 1);
 }
 
 TEST_F(StreamsScenario, InputThatIsNotThereIsAtItsEnd)
 {
-    host.Start({"--jsonl"}, [this] {
+    m_host.Start({"--jsonl"}, [this] {
         close(STDIN_FILENO);
-        dup2(output.ends[1], STDOUT_FILENO);
+        dup2(m_output.ends[1], STDOUT_FILENO);
     });
-    output.CloseWriter();
-    EXPECT_EQ(host.AwaitEnd(), 0);
-    EXPECT_EQ(ReadAll(output.ends[0]).count('\n'), 1);
+    m_output.CloseWriter();
+    EXPECT_EQ(m_host.AwaitEnd(), 0);
+    EXPECT_EQ(ReadAll(m_output.ends[0]).count('\n'), 1);
 }
 
 TEST_F(StreamsScenario, ValueThatCannotBeReadLeavesTheOneThatIsThere)
 {
-    host.Beside({"set", "key", "before"});
-    host.Start(
+    m_host.Beside({"set", "key", "before"});
+    m_host.Start(
         {"set", "key", "-"}, [] { dup2(open("/", O_RDONLY), STDIN_FILENO); }, "strata");
-    EXPECT_EQ(host.AwaitEnd(), 1);
-    host.Start(
-        {"get", "key"}, [this] { dup2(output.ends[1], STDOUT_FILENO); }, "strata");
-    output.CloseWriter();
-    EXPECT_EQ(host.AwaitEnd(), 0);
-    EXPECT_EQ(ReadAll(output.ends[0]), "before\n");
+    EXPECT_EQ(m_host.AwaitEnd(), 1);
+    m_host.Start(
+        {"get", "key"}, [this] { dup2(m_output.ends[1], STDOUT_FILENO); }, "strata");
+    m_output.CloseWriter();
+    EXPECT_EQ(m_host.AwaitEnd(), 0);
+    EXPECT_EQ(ReadAll(m_output.ends[0]), "before\n");
 }
 
 TEST_F(StreamsScenario, WordThatIsNotTextIsMisuseAndTouchesNoKey)
 {
-    host.Start(
-        {"set", "key\xff", "1"}, [this] { dup2(output.ends[1], STDERR_FILENO); }, "strata");
-    output.CloseWriter();
-    EXPECT_EQ(host.AwaitEnd(), 2);
-    EXPECT_TRUE(ReadAll(output.ends[0]).contains("not UTF-8"));
+    m_host.Start(
+        {"set", "key\xff", "1"}, [this] { dup2(m_output.ends[1], STDERR_FILENO); }, "strata");
+    m_output.CloseWriter();
+    EXPECT_EQ(m_host.AwaitEnd(), 2);
+    EXPECT_TRUE(ReadAll(m_output.ends[0]).contains("not UTF-8"));
 }
 
 TEST_F(StreamsScenario, WatchOutlivesItsTerminalAndEndsWithItsReader)
 {
     Pipe errors;
-    host.Start(
+    m_host.Start(
         {"watch"},
         [this, &errors] {
             signal(SIGHUP, SIG_IGN); // as nohup does
-            dup2(output.ends[1], STDOUT_FILENO);
+            dup2(m_output.ends[1], STDOUT_FILENO);
             dup2(errors.ends[1], STDERR_FILENO);
         },
         "strata");
-    output.CloseWriter();
+    m_output.CloseWriter();
     ASSERT_TRUE(RawHost::Await([&errors] { return errors.Filled() > 0; }));
-    host.Signal(SIGHUP);
-    host.Beside({"set", "key", "1"});
-    EXPECT_TRUE(RawHost::Await([this] { return output.Filled() > 0; }));
-    output.CloseReader();
-    EXPECT_EQ(host.AwaitEnd(), 0);
+    m_host.Signal(SIGHUP);
+    m_host.Beside({"set", "key", "1"});
+    EXPECT_TRUE(RawHost::Await([this] { return m_output.Filled() > 0; }));
+    m_output.CloseReader();
+    EXPECT_EQ(m_host.AwaitEnd(), 0);
 }
 
 /// The host on a terminal of its own, whose other side the test holds.
@@ -245,7 +245,7 @@ protected:
     {
         int terminal = -1;
         ASSERT_EQ(openpty(&m_screen, &terminal, nullptr, nullptr, nullptr), 0);
-        host.Start({}, [terminal, term, this] {
+        m_host.Start({}, [terminal, term, this] {
             close(m_screen);
             setsid();
             ioctl(terminal, TIOCSCTTY, 0);
@@ -308,7 +308,7 @@ protected:
     pid_t m_program = 0;
     QByteArray m_shown;
     int m_seen = 0;
-    RawHost host;
+    RawHost m_host;
 };
 
 TEST_F(TerminalScenario, StoppedHostLeavesTheTerminalAsItWasAndTakesItBack)
@@ -327,7 +327,7 @@ TEST_F(TerminalScenario, StoppedHostLeavesTheTerminalAsItWasAndTakesItBack)
     Send(m_screen, "set @A:b \"\\u001b[31m\\u009b\"\r");
     EXPECT_TRUE(Shows("\\u001b[31m\\u009b"));
     Send(m_screen, "\x04");
-    EXPECT_EQ(host.AwaitEnd(), 0);
+    EXPECT_EQ(m_host.AwaitEnd(), 0);
     EXPECT_TRUE(TakesLines());
 }
 
@@ -336,7 +336,7 @@ TEST_F(TerminalScenario, TerminalThatKnowsNoEscapesGetsNone)
     Start("dumb");
     ASSERT_TRUE(Shows("Data in"));
     Send(m_screen, "quit\n");
-    EXPECT_EQ(host.AwaitEnd(), 0);
+    EXPECT_EQ(m_host.AwaitEnd(), 0);
     EXPECT_FALSE(m_shown.contains('\x1b'));
 }
 
