@@ -86,9 +86,7 @@ Result<QVariantMap> Words::ToRequest(const Command& command, const Line& line, i
         const QString name = QLatin1String(next->name);
         const bool last = std::none_of(next + 1, end, [](const Parameter& each) { return !each.option; });
         if (next->kind == ArgumentKind::Strings)
-        {
             request.insert(name, request.value(name).toList() + QVariantList{word});
-        }
         else if (last && TakesRest(*next) && !line.starts.empty())
         {
             request.insert(name, next->FromWord(line.text.mid(line.starts[static_cast<std::size_t>(i)])));

@@ -3,7 +3,7 @@
 # versions that are installed for this machine; sourced by ./dev. It lives outside the checkout, in
 # ${XDG_CACHE_HOME:-~/.cache}/veridan/win32-sdk-<key>. VERIDAN_WIN32_SDK names a ready one instead.
 
-sdk_packages=(g++-mingw-w64-i686-posix cmake ninja-build make qtbase5-dev libwebsocketpp-dev libsqlite3-dev
+sdk_packages=(g++-mingw-w64-i686-posix cmake ninja-build make qtbase5-dev libsqlite3-dev
     libgtest-dev libgmock-dev googletest tcl dpkg-dev xz-utils patch wine64 xvfb xauth)
 sdk_stages=(lists sources wine sqlite googletest qt-configure qt-core qt-gui qt-platforms qt-network qt-install
     runtime)
